@@ -1,0 +1,42 @@
+// The names of the containers that the library's classes hand to each other.
+#pragma once
+
+#include "coDList.h"
+#include "coPrg.h"
+#include "coSet.h"
+#include "coTable.h"
+#include "gsTriUtils.h"
+#include "utString.h"
+
+class dgDuctImage;
+class mrFMFacet;
+class mrFMTexture;
+class mrMatProp;
+class mrRecolouredImage;
+
+/// The properties of a material or of a material file, in the order in which they were added.
+using mrMatPropcoSet = coSet<mrMatProp>;
+
+/// The texture layers of a facet, by value.
+using mrFMTexturecoDList = coDList<mrFMTexture>;
+
+/// Facets; whoever holds the list deletes them.
+using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
+
+/// The image table: image name to image; whoever holds the table holds one reference on each image.
+using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
+
+using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
+
+/// A number of facets.
+using mrNumFaces = int;
+
+/// From a number of facets to the blocks to draw them on. The table owns its lists, the lists own no block.
+using giTriBlockcoDListPtrcoTablePrgcoPrg = coPrg<giTriBlockcoDListPtrcoPtrcoDList>;
+using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
+    coTable<mrNumFaces, giTriBlockcoDListPtrcoTablePrgcoPrg, coZeroIsNullKey>;
+
+/// The numbers that every hashed container of the library is created with: room for entries, and the fill
+/// limit in per cent.
+inline constexpr int mrInitialSize = 4;
+inline constexpr int mrFillLimit = 50;

@@ -1,0 +1,48 @@
+// Image files of all formats.
+#pragma once
+
+#include "dgDuctImage.h"
+#include "utExport.h"
+#include "utString.h"
+
+#include <cstdint>
+
+enum gxImageFileFormat
+{
+    gxImageFilePNG,
+    gxImageFileJPEG,
+    gxImageFileTIFF,
+    gxImageFileGIF,
+    gxImageFileBMP,
+    gxImageFileTGA,
+    gxImageFileICO,
+    gxImageFilePNM,
+    gxImageFileSVG,
+    gxImageFileWebP ///< where a loader for it is installed
+};
+
+class UT_API gxImageFileUtils
+{
+public:
+    /// An image that announces more pixels is refused before it is allocated.
+    static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
+    /// An SVG is drawn at most this wide and high, in pixels, its aspect kept.
+    static constexpr int max_svg_side = 2048;
+
+    /// The part of the path's last component after the last @p separator in it, or null when there is none or
+    /// nothing follows it. Points into @p path.
+    static char const* get_extension(char const* path, char separator);
+
+    /// @param extension  without the point, in any case: png jpg jpeg tif tiff gif bmp tga ico pnm pbm pgm
+    ///                   ppm svg webp
+    /// @return 1, or 0 with @p format untouched when no format has the extension
+    static int file_format_from_extension(utString const& extension, gxImageFileFormat& format);
+
+    /// Reads an image file of the format; of an animation the first frame, turned upright where the file says
+    /// how it was taken. PNG files are safe from strangers; what another format can do is bounded by what its
+    /// loader does: read such files in a process of their own.
+    /// @param reason  where not null, receives in words why there is no image
+    /// @return a new image without a name and without references, or null
+    static dgDuctImage* read_image_file(utString const& path, gxImageFileFormat format,
+                                        utString* reason = nullptr);
+};

@@ -1,0 +1,58 @@
+// PNG images at the current position of a file.
+#pragma once
+
+#include "coTable.h"
+#include "dgDuctImage.h"
+#include "utExport.h"
+#include "utString.h"
+
+#include <cstdint>
+#include <cstdio>
+
+/// From the key of a text entry to its text.
+using utStringutStringcoTable = coTable<utString, utString>;
+
+/// Reads PNG images. Safe for untrusted input.
+class UT_API gxPNGReaderDuctImage
+{
+public:
+    /// An image of more pixels is refused.
+    static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
+    /// Text entries of an image that are looked at; further ones are passed over.
+    static constexpr int max_texts = 64;
+    /// Bytes that one text entry may hold once inflated; a longer one is passed over.
+    static constexpr int max_text_bytes = 1 << 20;
+    /// What deflate makes of one byte at the most.
+    static constexpr std::int64_t max_inflation = 1032;
+
+    /// Reads exactly one PNG image of any kind (palette, grey, 16 bit, interlaced, with or without alpha)
+    /// from the file's position, which is just past the image's last chunk afterwards.
+    ///
+    /// Before any pixel is allocated, an image is refused that has more than @p pixel_limit pixels, or more
+    /// than the bytes left in the file could inflate to. A bad checksum in an ancillary chunk is passed over
+    /// and its content used; in a critical chunk, or when the file ends before the image, it is refused.
+    ///
+    /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are
+    /// @param pixel_limit  at most max_pixels
+    /// @param reason       where not null, receives in words why there is no image
+    /// @return a new image without a name and without references, or null
+    static dgDuctImage* read_file(std::FILE* file, utStringutStringcoTable& texts,
+                                  std::int64_t pixel_limit = max_pixels, utString* reason = nullptr);
+};
+
+/// Writes PNG images.
+class UT_API gxPNGWriterDuctImage
+{
+public:
+    /// Writes one complete PNG image at the file's position: 8 bits a component, without alpha when every
+    /// pixel is opaque.
+    ///
+    /// @param texts  the text entries: a keyword of 1 to 79 ASCII characters and its text. A text of plain
+    /// ASCII
+    ///               becomes a tEXt entry, other UTF-8 an iTXt one, anything else a tEXt with its bytes as
+    ///               they are
+    /// @return 1, or 0 when the image has no pixels, a keyword or a text cannot be written (a text holds a
+    /// NUL
+    ///         or more than gxPNGReaderDuctImage::max_text_bytes bytes), or the file takes no more
+    static int write_file(dgDuctImage const& image, std::FILE* file, utStringutStringcoTable const& texts);
+};

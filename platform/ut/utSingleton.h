@@ -1,0 +1,8 @@
+// What a singleton's access function is asked to do.
+#pragma once
+
+enum utSingletonAccessAction
+{
+    utSingletonGet = 0,   ///< create on first use, return the instance
+    utSingletonDelete = 1 ///< delete the instance if there is one, return null
+};

@@ -1,0 +1,101 @@
+#include "utString.h"
+
+#include <charconv>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+// std::from_chars takes no leading "+"; ours may stand there, but not in front of another sign.
+std::string_view without_plus(std::string_view text)
+{
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-' && text[1] != '+')
+        text.remove_prefix(1);
+    return text;
+}
+
+template <class Number, class... Format>
+int parse_whole(std::string_view text, Number& value, Format... format)
+{
+    text = without_plus(text);
+    Number parsed{};
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), parsed, format...);
+    if (error != std::errc() || end != text.data() + text.size())
+        return 0;
+    value = parsed;
+    return 1;
+}
+
+} // namespace
+
+utString::utString(char const* text) : m_text(text ? text : ""), m_valid(text != nullptr) {}
+
+utString::utString(std::string_view text) : m_text(text), m_valid(true) {}
+
+utString::utString(std::string text) : m_text(std::move(text)), m_valid(true) {}
+
+void utString::set_invalid()
+{
+    m_text.clear();
+    m_valid = false;
+}
+
+utString& utString::operator+=(utString const& other)
+{
+    m_text += other.m_text;
+    m_valid = true;
+    return *this;
+}
+
+utString& utString::operator+=(char const* text)
+{
+    return *this += std::string_view(text ? text : "");
+}
+
+utString& utString::operator+=(std::string_view text)
+{
+    m_text += text;
+    m_valid = true;
+    return *this;
+}
+
+utString& utString::operator+=(char character)
+{
+    m_text += character;
+    m_valid = true;
+    return *this;
+}
+
+utString& utString::append_integer(int value)
+{
+    // std::to_chars, not std::to_string: the latter is free to ask the locale.
+    char digits[16];
+    auto const written = std::to_chars(digits, digits + sizeof digits, value);
+    return *this += std::string_view(digits, static_cast<std::size_t>(written.ptr - digits));
+}
+
+std::ptrdiff_t utString::locate_substring(std::string_view text) const
+{
+    std::size_t const position = m_text.find(text);
+    return position == std::string::npos ? -1 : static_cast<std::ptrdiff_t>(position);
+}
+
+void utString::remove_sub_string(std::size_t start, std::size_t count)
+{
+    if (start < m_text.size())
+        m_text.erase(start, count);
+}
+
+int utString::parse(int& value) const
+{
+    return parse_whole(m_text, value);
+}
+
+int utString::parse(double& value) const
+{
+    // std::from_chars would also take "inf" and "nan", in which no digit, point or exponent mark stands
+    // alone.
+    if (m_text.find_first_not_of("+-.0123456789eE") != std::string::npos)
+        return 0;
+    return parse_whole(m_text, value, std::chars_format::general);
+}

@@ -1,0 +1,42 @@
+// An XML document in memory.
+#pragma once
+
+#include "utExport.h"
+#include "utString.h"
+#include "xmlNode.h"
+
+#include <deque>
+#include <unordered_set>
+
+/// A tree of nodes, all of them owned by the document whether they have a place in the tree or not.
+class UT_API xmlDocument
+{
+public:
+    xmlDocument() = default;
+    xmlDocument(xmlDocument const&) = delete;
+    xmlDocument& operator=(xmlDocument const&) = delete;
+
+    /// A new element without a place in the tree.
+    xmlElement& create_element(utString const& name);
+    /// A new text without a place in the tree.
+    xmlText& create_text_node(utString const& text);
+
+    /// Makes the element the document's one root.
+    void append_child(xmlElement& root) { m_root = &root; }
+
+    /// The root, or null while there is none.
+    xmlElement const* document_element() const { return m_root; }
+
+private:
+    struct NameHash
+    {
+        std::size_t operator()(utString const& name) const;
+    };
+
+    // Each name is kept once; nodes stand in blocks and are destroyed one after the other, so that no depth
+    // of the tree matters.
+    std::unordered_set<utString, NameHash> m_names;
+    std::deque<xmlElement> m_elements;
+    std::deque<xmlText> m_texts;
+    xmlElement* m_root = nullptr;
+};

@@ -1,0 +1,87 @@
+// The nodes of an XML document.
+#pragma once
+
+#include "utExport.h"
+#include "utString.h"
+
+#include <cstddef>
+#include <vector>
+
+class xmlDocument;
+class xmlElement;
+class xmlNode;
+
+/// Nodes in document order, borrowed from their document.
+class UT_API xmlNodeList
+{
+public:
+    std::size_t length() const { return m_nodes.size(); }
+    /// @param index  0 to length() - 1
+    xmlNode const& item(std::size_t index) const { return *m_nodes[index]; }
+
+private:
+    friend class xmlElement;
+
+    std::vector<xmlNode*> m_nodes;
+};
+
+enum xmlNodeType
+{
+    xmlElementNode = 1,
+    xmlTextNode = 3
+};
+
+/// An element or a text. Made by its document, which owns it.
+class UT_API xmlNode
+{
+public:
+    xmlNode(xmlNode const&) = delete;
+    xmlNode& operator=(xmlNode const&) = delete;
+
+    xmlNodeType node_type() const { return m_type; }
+
+    /// The element's name; "#text" for a text.
+    utString const& node_name() const { return *m_name; }
+
+    /// The text; an invalid string for an element.
+    utString const& node_value() const { return m_value; }
+
+    /// None for a text.
+    xmlNodeList const& child_nodes() const { return m_children; }
+    /// Null when there is none.
+    xmlNode const* first_child() const;
+
+    /// This node as an element, or null.
+    xmlElement const* element() const;
+
+    xmlDocument& owner_document() const { return *m_document; }
+
+protected:
+    xmlNode(xmlDocument& document, xmlNodeType type, utString const& name)
+        : m_document(&document), m_name(&name), m_type(type)
+    {}
+    ~xmlNode() = default;
+
+    xmlDocument* m_document;
+    utString const* m_name;
+    xmlNodeType m_type;
+    utString m_value;
+    xmlNodeList m_children;
+};
+
+class UT_API xmlText : public xmlNode
+{
+public:
+    /// For xmlDocument::create_text_node.
+    xmlText(xmlDocument& document, utString const& name, utString const& text);
+};
+
+class UT_API xmlElement : public xmlNode
+{
+public:
+    /// For xmlDocument::create_element.
+    xmlElement(xmlDocument& document, utString const& name);
+
+    /// Makes the node this element's last child. It must be of the same document and in no place yet.
+    void append_child(xmlNode& child);
+};

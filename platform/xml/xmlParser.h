@@ -1,0 +1,34 @@
+// XML from text.
+#pragma once
+
+#include "utExport.h"
+#include "utString.h"
+#include "xmlDocument.h"
+
+/// Reads a document into its nodes. Safe for untrusted input.
+///
+/// Text is kept as it is, white space included; comments and processing instructions are dropped, CDATA is
+/// text, and the text around them is one node. Attributes are dropped. There are no entities beyond the five
+/// of XML and character references, and a document type declaration is refused.
+///
+/// The text is taken as UTF-8 whatever a declaration says. Text that is refused as UTF-8 is parsed again as
+/// one byte a character and handed back as those same bytes; a character reference above 255 in it comes
+/// back as UTF-8.
+class UT_API xmlParser
+{
+public:
+    /// Elements within elements; a deeper document is refused.
+    static constexpr int max_depth = 256;
+    /// Bytes of text; a longer document is refused.
+    static constexpr std::size_t max_length = 0x7fffffff;
+
+    /// Fills an empty document.
+    /// @return 1, or 0 with an unspecified part of the document filled; error() then says what is wrong
+    int parse(utString const& text, xmlDocument& document);
+
+    /// Why the last parse failed, "line 3, column 7: mismatched tag" for example; invalid when it did not.
+    utString const& error() const { return m_error; }
+
+private:
+    utString m_error;
+};

@@ -1,0 +1,91 @@
+#include "mrTest.h"
+
+#include "utAssert.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <utility>
+
+namespace {
+
+std::vector<std::string> recorded;
+
+void record(char const* file, int, char const* message)
+{
+    recorded.push_back(std::string(file) + ": " + message);
+}
+
+std::size_t open_handles()
+{
+    auto const listing = std::filesystem::directory_iterator("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(listing), end(listing)));
+}
+
+/// Fails a test that leaves behind a report which it did not take, or an open file.
+class NothingLeftBehind : public testing::EmptyTestEventListener
+{
+    void OnTestStart(testing::TestInfo const&) override
+    {
+        recorded.clear();
+        m_handles = open_handles();
+    }
+
+    void OnTestEnd(testing::TestInfo const&) override
+    {
+        for (std::string const& report : reports())
+            ADD_FAILURE() << "unexpected report: " << report;
+        EXPECT_EQ(open_handles(), m_handles) << "file handles left open";
+    }
+
+    std::size_t m_handles = 0;
+};
+
+} // namespace
+
+std::vector<std::string> reports()
+{
+    return std::exchange(recorded, {});
+}
+
+TestFolder::TestFolder()
+{
+    std::string name = (std::filesystem::temp_directory_path() / "mr-test-XXXXXX").string();
+    m_path = mkdtemp(name.data());
+}
+
+TestFolder::~TestFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+std::string read_bytes(std::string const& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    EXPECT_TRUE(in) << path;
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+void write_bytes(std::string const& path, std::string const& bytes)
+{
+    std::ofstream out(path, std::ios::binary);
+    out << bytes;
+    EXPECT_TRUE(out) << path;
+}
+
+std::string sample(std::string const& name)
+{
+    return std::string(MR_SAMPLES) + "/" + name;
+}
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new NothingLeftBehind);
+    ut_set_assert_handler(record);
+    return RUN_ALL_TESTS();
+}
