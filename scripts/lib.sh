@@ -1,0 +1,53 @@
+# What the scripts share. Sourced, with the project's root as the working directory.
+
+# Debian 12 packages that building, the program and the tests need. The one list of them.
+packages="
+  cmake g++ ninja-build pkg-config
+  libassimp-dev libcli11-dev libepoxy-dev libexpat1-dev libgdk-pixbuf-2.0-dev libpng-dev
+  nlohmann-json3-dev libgtest-dev libgmock-dev
+  libegl1 libegl-mesa0 libgl1-mesa-dri librsvg2-common
+"
+
+# What the checks before a landing need beyond these.
+check_packages="clang clang-format libclang-rt-14-dev"
+
+# install PACKAGE...: installs what is missing of them; silent and quick when nothing is.
+install() {
+  local missing=() package
+  for package in "$@"; do
+    [ "$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
+  done
+  [ ${#missing[@]} -gt 0 ] || return 0
+  if ! command -v apt-get >/dev/null; then
+    echo "This machine has no apt-get. Needed, by their Debian names: ${missing[*]}" >&2
+    return 1
+  fi
+
+  local as_root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    as_root=(sudo)
+  fi
+  echo "Installing ${missing[*]}"
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+    apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# configure PRESET [CMAKE ARGUMENT...]: prepares build/PRESET; what CMake says is shown only when it fails.
+configure() {
+  local preset=$1 log=build/configure-$1.log
+  shift
+  mkdir -p build
+  cmake --preset "$preset" "$@" >"$log" 2>&1 || { cat "$log" >&2; return 1; }
+}
+
+# build PRESET [CMAKE ARGUMENT...]: configures and builds everything in build/PRESET.
+build() {
+  configure "$@"
+  cmake --build --preset "$1"
+}
+
+# run_tests PRESET: every test of a build, through ctest.
+run_tests() {
+  ctest --test-dir "build/$1" --output-on-failure --no-tests=error -j "$(nproc)"
+}
