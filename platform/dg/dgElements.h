@@ -90,22 +90,22 @@ private:
 class UT_API dgTextureFlag : public dgElement
 {
 public:
-    /// @param on       1 to texture
-    /// @param on_back  for renderers that texture the two sides apart; both sides show the texture here
-    dgTextureFlag(int on, int on_back) : m_on(on), m_on_back(on_back) {}
+    /// @param on       1 to texture, 0 not to
+    /// @param on_back  makes no difference: both sides show the texture
+    dgTextureFlag(int on, [[maybe_unused]] int on_back) : m_on(on) {}
     void set(dgDrawState& state) const override;
 
 private:
     int m_on;
-    int m_on_back;
 };
 
 /// The texture of the next triangle block.
 class UT_API dgTexture : public dgElement
 {
 public:
-    /// @param image     null for none; the element holds a reference on it
-    /// @param priority  for renderers that keep textures resident; makes no difference here
+    /// @param image     null for none; the element holds a reference on it, so one that must outlive the
+    ///                  element is referenced by its owner
+    /// @param priority  makes no difference
     dgTexture(dgDuctImage* image, dgTextureImageFormat format, dgTextureFilterType filter,
               dgTextureWrapType wrap, dgTextureCompositionType composition, int priority);
     ~dgTexture() override;
@@ -113,7 +113,6 @@ public:
 
 private:
     dgTextureState m_texture;
-    int m_priority;
 };
 
 /// The range of the next triangle block's own texture coordinates.

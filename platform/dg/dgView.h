@@ -24,11 +24,11 @@ public:
     /// The part of the picture that is drawn, in pixels; (0, 0) is its lower left corner.
     void view_port_dc(giBox2 const& box);
 
-    /// @param at      the point of the scene to look at
+    /// Directions that cannot serve leave the default ones, both: a normal or an up without length, unset or
+    /// not finite, an up along the normal.
+    /// @param at      the point of the scene to look at; taken as the origin when it is not finite
     /// @param normal  from the scene to the viewer, of any length
-    /// @param up      upwards in the picture; made perpendicular to @p normal. Where that fails, or the
-    /// normal
-    ///                has no length, the default directions serve
+    /// @param up      upwards in the picture, of any length; made perpendicular to @p normal
     void orientation(giPoint3 const& at, giVector3 const& normal, giVector3 const& up);
 
     dgProjection const& projection() const { return m_projection; }
@@ -36,7 +36,7 @@ public:
 protected:
     /// Puts the eight corners of @p box into the viewport with 4 % of its smaller side free all round, the
     /// aspect kept. An empty box, or one with a coordinate that is no finite number, is taken as the unit
-    /// cube (0 to 1).
+    /// cube (0 to 1); a box without any extent is shown with a scale of 1.
     void fit(giBox3 const& box);
 
 private:
