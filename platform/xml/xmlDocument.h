@@ -6,7 +6,7 @@
 #include "xmlNode.h"
 
 #include <deque>
-#include <unordered_set>
+#include <set>
 
 /// A tree of nodes, all of them owned by the document whether they have a place in the tree or not.
 class UT_API xmlDocument
@@ -19,7 +19,7 @@ public:
     /// A new element without a place in the tree.
     xmlElement& create_element(utString const& name);
     /// A new text without a place in the tree.
-    xmlText& create_text_node(utString const& text);
+    xmlText& create_text_node(utString text);
 
     /// Makes the element the document's one root.
     void append_child(xmlElement& root) { m_root = &root; }
@@ -27,15 +27,22 @@ public:
     /// The root, or null while there is none.
     xmlElement const* document_element() const { return m_root; }
 
+    /// Destroys every node; the document is as new.
+    void clear();
+
 private:
-    struct NameHash
+    struct NameOrder
     {
-        std::size_t operator()(utString const& name) const;
+        bool operator()(utString const& first, utString const& second) const
+        {
+            return first.view() < second.view();
+        }
     };
 
-    // Each name is kept once; nodes stand in blocks and are destroyed one after the other, so that no depth
-    // of the tree matters.
-    std::unordered_set<utString, NameHash> m_names;
+    // Each name is kept once, in order rather than by hash, so that no choice of names makes finding them
+    // slow. Nodes stand in blocks and are destroyed one after the other, so that no depth of the tree
+    // matters.
+    std::set<utString, NameOrder> m_names;
     std::deque<xmlElement> m_elements;
     std::deque<xmlText> m_texts;
     xmlElement* m_root = nullptr;

@@ -32,6 +32,8 @@ enum xmlNodeType
 };
 
 /// An element or a text. Made by its document, which owns it.
+///
+/// A document has many of them: each kind holds only what it needs, and names are kept by the document.
 class UT_API xmlNode
 {
 public:
@@ -44,10 +46,10 @@ public:
     utString const& node_name() const { return *m_name; }
 
     /// The text; an invalid string for an element.
-    utString const& node_value() const { return m_value; }
+    utString const& node_value() const;
 
     /// None for a text.
-    xmlNodeList const& child_nodes() const { return m_children; }
+    xmlNodeList const& child_nodes() const;
     /// Null when there is none.
     xmlNode const* first_child() const;
 
@@ -62,26 +64,36 @@ protected:
     {}
     ~xmlNode() = default;
 
+private:
     xmlDocument* m_document;
     utString const* m_name;
     xmlNodeType m_type;
-    utString m_value;
-    xmlNodeList m_children;
 };
 
 class UT_API xmlText : public xmlNode
 {
 public:
     /// For xmlDocument::create_text_node.
-    xmlText(xmlDocument& document, utString const& name, utString const& text);
+    xmlText(xmlDocument& document, utString text);
+
+private:
+    friend class xmlNode;
+
+    utString m_value;
 };
 
 class UT_API xmlElement : public xmlNode
 {
 public:
     /// For xmlDocument::create_element.
+    /// @param name  lives as long as the element
     xmlElement(xmlDocument& document, utString const& name);
 
     /// Makes the node this element's last child. It must be of the same document and in no place yet.
     void append_child(xmlNode& child);
+
+private:
+    friend class xmlNode;
+
+    xmlNodeList m_children;
 };

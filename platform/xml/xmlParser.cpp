@@ -1,1 +1,193 @@
-// to be written
+#include "xmlParser.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Parser = std::unique_ptr<std::remove_pointer_t<XML_Parser>, decltype(&XML_ParserFree)>;
+
+enum class Encoding
+{
+    utf8,
+    one_byte ///< every byte of the text is a character of its own, and is handed back as that byte
+};
+
+/// UTF-8 that came from one byte a character, as those bytes again; a character above 255, which only a
+/// character reference can give, stays UTF-8.
+void append_bytes(std::string& bytes, std::string_view utf8)
+{
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        auto const lead = static_cast<unsigned char>(utf8[i]);
+        if ((lead == 0xC2 || lead == 0xC3) && i + 1 < utf8.size())
+            bytes += static_cast<char>((lead & 3) << 6 | (static_cast<unsigned char>(utf8[++i]) & 0x3F));
+        else
+            bytes += utf8[i];
+    }
+}
+
+/// One parse of a text: builds the nodes as the parser comes upon them.
+class Attempt
+{
+public:
+    Attempt(Encoding encoding, xmlDocument& document);
+
+    bool parse(std::string_view text);
+    utString error() const;
+
+private:
+    static void start_element(void* self, XML_Char const* name, XML_Char const** attributes);
+    static void end_element(void* self, XML_Char const* name);
+    static void character_data(void* self, XML_Char const* text, int length);
+    static void start_doctype(void* self, XML_Char const* name, XML_Char const* system_id,
+                              XML_Char const* public_id, int has_internal_subset);
+
+    void refuse(char const* reason);
+    void append(std::string& result, std::string_view utf8) const;
+    void flush_text();
+
+    Encoding m_encoding;
+    xmlDocument& m_document;
+    Parser m_parser;
+    std::vector<xmlElement*> m_open;
+    std::string m_text; // gathered until a tag ends it: comments and CDATA make no nodes of their own
+    char const* m_reason = nullptr;
+};
+
+Attempt::Attempt(Encoding encoding, xmlDocument& document)
+    : m_encoding(encoding),
+      m_document(document),
+      // An encoding that is named here overrides that of a declaration.
+      m_parser(XML_ParserCreate(encoding == Encoding::utf8 ? "UTF-8" : "ISO-8859-1"), XML_ParserFree)
+{
+    m_document.clear();
+    if (!m_parser)
+        return;
+    XML_SetUserData(m_parser.get(), this);
+    XML_SetElementHandler(m_parser.get(), start_element, end_element);
+    XML_SetCharacterDataHandler(m_parser.get(), character_data);
+    XML_SetStartDoctypeDeclHandler(m_parser.get(), start_doctype);
+}
+
+bool Attempt::parse(std::string_view text)
+{
+    // In one piece: a token that does not end within a piece would be looked at again with each further one.
+    return m_parser &&
+           XML_Parse(m_parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK;
+}
+
+utString Attempt::error() const
+{
+    if (!m_parser)
+        return "out of memory";
+    std::string words = "line " + std::to_string(XML_GetCurrentLineNumber(m_parser.get()));
+    words += ", column " + std::to_string(XML_GetCurrentColumnNumber(m_parser.get()) + 1) + ": ";
+    words += m_reason ? m_reason : XML_ErrorString(XML_GetErrorCode(m_parser.get()));
+    return utString(std::move(words));
+}
+
+void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
+{
+    auto& attempt = *static_cast<Attempt*>(self);
+    if (attempt.m_open.size() == xmlParser::max_depth)
+        return attempt.refuse("elements nested too deep");
+
+    std::string own_name;
+    attempt.append(own_name, name);
+    xmlElement& element = attempt.m_document.create_element(utString(std::move(own_name)));
+    attempt.flush_text();
+    if (attempt.m_open.empty())
+        attempt.m_document.append_child(element);
+    else
+        attempt.m_open.back()->append_child(element);
+    attempt.m_open.push_back(&element);
+}
+
+void Attempt::end_element(void* self, XML_Char const*)
+{
+    auto& attempt = *static_cast<Attempt*>(self);
+    if (attempt.m_reason)
+        return; // an empty element's end follows its start even when that stopped the parser
+    attempt.flush_text();
+    attempt.m_open.pop_back();
+}
+
+void Attempt::character_data(void* self, XML_Char const* text, int length)
+{
+    auto& attempt = *static_cast<Attempt*>(self);
+    attempt.append(attempt.m_text, std::string_view(text, static_cast<std::size_t>(length)));
+}
+
+void Attempt::start_doctype(void* self, XML_Char const*, XML_Char const*, XML_Char const*, int)
+{
+    static_cast<Attempt*>(self)->refuse("document type declarations are refused");
+}
+
+void Attempt::refuse(char const* reason)
+{
+    m_reason = reason;
+    XML_StopParser(m_parser.get(), XML_FALSE);
+}
+
+void Attempt::append(std::string& result, std::string_view utf8) const
+{
+    if (m_encoding == Encoding::utf8)
+        result += utf8;
+    else
+        append_bytes(result, utf8);
+}
+
+void Attempt::flush_text()
+{
+    if (m_text.empty())
+        return;
+    m_open.back()->append_child(m_document.create_text_node(utString(std::string_view(m_text))));
+    m_text.clear();
+}
+
+bool has_8_bit_bytes(std::string_view text)
+{
+    return std::any_of(text.begin(), text.end(),
+                       [](char character) { return static_cast<unsigned char>(character) >= 0x80; });
+}
+
+} // namespace
+
+int xmlParser::parse(utString const& text, xmlDocument& document)
+{
+    m_error.set_invalid();
+    document.clear();
+    std::string_view bytes = text.view();
+    if (bytes.size() > max_length) {
+        m_error = "longer than an XML text may be";
+        return 0;
+    }
+    // No XML text holds a NUL except in UTF-16, which the parser below would turn to on seeing one.
+    if (bytes.find('\0') != std::string_view::npos) {
+        m_error = "not well-formed: the text holds a NUL";
+        return 0;
+    }
+    // Passed over here: it would turn the second attempt to UTF-8 again.
+    if (bytes.starts_with("\xEF\xBB\xBF"))
+        bytes.remove_prefix(3);
+
+    for (Encoding const encoding : {Encoding::utf8, Encoding::one_byte}) {
+        Attempt attempt(encoding, document);
+        if (attempt.parse(bytes)) {
+            m_error.set_invalid();
+            return 1;
+        }
+        m_error = attempt.error();
+        if (!has_8_bit_bytes(bytes))
+            break;
+    }
+    document.clear();
+    return 0;
+}

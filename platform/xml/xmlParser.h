@@ -22,8 +22,8 @@ public:
     /// Bytes of text; a longer document is refused.
     static constexpr std::size_t max_length = 0x7fffffff;
 
-    /// Fills an empty document.
-    /// @return 1, or 0 with an unspecified part of the document filled; error() then says what is wrong
+    /// Fills the document; what it held is gone.
+    /// @return 1, or 0 with the document left empty; error() then says what is wrong
     int parse(utString const& text, xmlDocument& document);
 
     /// Why the last parse failed, "line 3, column 7: mismatched tag" for example; invalid when it did not.

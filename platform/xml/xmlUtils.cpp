@@ -1,1 +1,62 @@
-// to be written
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+void collect(xmlElement const& parent, utString const& name, std::vector<xmlElement const*>& found)
+{
+    xmlNodeList const& children = parent.child_nodes();
+    for (std::size_t i = 0; i < children.length(); ++i) {
+        xmlElement const* const child = children.item(i).element();
+        if (child && child->node_name() == name)
+            found.push_back(child);
+    }
+}
+
+bool cannot_be_carried(char character)
+{
+    auto const byte = static_cast<unsigned char>(character);
+    return byte < 32 && byte != '\t' && byte != '\n' && byte != '\r';
+}
+
+} // namespace
+
+std::vector<xmlElement const*> xmlUtils::find_child_elements_by_name(xmlElement const& element,
+                                                                     utString const& name)
+{
+    std::vector<xmlElement const*> found;
+    collect(element, name, found);
+    return found;
+}
+
+std::vector<xmlElement const*> xmlUtils::find_grandchild_elements_by_name(xmlElement const& element,
+                                                                          utString const& parent_name,
+                                                                          utString const& name)
+{
+    std::vector<xmlElement const*> found;
+    for (xmlElement const* parent : find_child_elements_by_name(element, parent_name))
+        collect(*parent, name, found);
+    return found;
+}
+
+xmlElement& xmlUtils::append_child_text_element(xmlElement& element, utString const& name,
+                                                utString const& text)
+{
+    xmlDocument& document = element.owner_document();
+    xmlElement& child = document.create_element(name);
+    element.append_child(child);
+    if (!text.empty())
+        child.append_child(document.create_text_node(text));
+    return child;
+}
+
+utString xmlUtils::carried(utString const& text)
+{
+    if (text.invalid())
+        return text;
+    std::string result(text.view());
+    std::replace_if(result.begin(), result.end(), cannot_be_carried, '?');
+    return utString(std::move(result));
+}
