@@ -1,0 +1,63 @@
+// One texture layer of a facet: which image, how it is laid, and its tint.
+#pragma once
+
+#include "giColour.h"
+#include "mrExport.h"
+#include "mrTypes.h"
+#include "utCheckValid.h"
+#include "utString.h"
+
+class xmlElement;
+
+/// A texture layer laid over a facet's plain material.
+///
+/// A plain value that names an image of the material file's image table and may ask for that image to be
+/// tinted before use. Valid exactly when its image name is.
+class MR_API mrFMTexture
+{
+public:
+    /// An invalid layer: no image name, layer type colour, not recoloured, black.
+    mrFMTexture();
+
+    /// @param image_name  key in the material file's image table
+    /// @param recoloured  1 to tint the image towards @p recolour, 0 to use it as it is; any value is stored
+    /// @report "Args" when @p image_name is empty; the layer is built all the same
+    mrFMTexture(utString const& image_name, mrTexLayerType layer_type, int recoloured,
+                giColour const& recolour);
+
+    /// Of an invalid layer, an invalid one with the other fields at their defaults.
+    mrFMTexture(mrFMTexture const& other);
+    /// From an invalid layer takes over that alone: this one loses its image name and keeps the rest.
+    mrFMTexture& operator=(mrFMTexture const& other);
+
+    /// 1 when there is no image name.
+    int invalid() const;
+
+    /// 1 when all four fields are equal as they stand, valid or not.
+    int operator==(mrFMTexture const& other) const;
+
+    // The fields. Each reports "Args" when the layer is invalid, and returns the field all the same.
+
+    utString const& image_name() const;
+    mrTexLayerType layer_type() const;
+    int recoloured() const;
+    /// The colour to tint towards, kept also while recoloured() is 0.
+    giColour const& recolour() const;
+
+    /// Appends the layer to @p parent as a "texture" element.
+    /// @report "Args" when the layer is invalid; the element is appended all the same
+    void xml_write(xmlElement& parent) const;
+
+    /// Fills the layer from a "texture" element, of which "recoloured" must be 0 or 1. Safe for untrusted
+    /// input.
+    /// @return 1, or 0 at the first child that is missing or wrong: the fields read before it are updated, a
+    ///         "recoloured" out of its range too, and the image name is not
+    int xml_read(xmlElement const& element);
+
+private:
+    utString m_image_name;
+    mrTexLayerType m_layer_type = mrTexLayerColour;
+    int m_recoloured = 0;
+    giColour m_recolour;
+    utCheckValid m_check{this};
+};

@@ -1,0 +1,58 @@
+// A material file in memory.
+#pragma once
+
+#include "mrContainers.h"
+#include "mrExport.h"
+#include "mrTypes.h"
+#include "utCheckValid.h"
+
+class utString;
+
+/// A material with all that belongs to it: file properties, facets, and the images that its texture layers
+/// name.
+///
+/// It owns its facets and holds one reference on each of its images. Filled once, by a constructor or by one
+/// read().
+class MR_API mrFileMat
+{
+public:
+    /// An empty file.
+    mrFileMat();
+
+    /// @param facets  handed over: the file deletes them
+    /// @param images  the file takes one reference on each; null ones are kept as they are
+    mrFileMat(mrMatPropcoSet const& properties, mrFMFacetcoDListPtrcoPtrcoDList const& facets,
+              utStringdgDuctImagecoTablePtrcoPtrcoTable const& images);
+
+    ~mrFileMat();
+    mrFileMat(mrFileMat const&) = delete;
+    mrFileMat& operator=(mrFileMat const&) = delete;
+
+    /// 1 when there are no properties, no facets and no images.
+    int empty() const;
+
+    mrMatPropcoSet const& file_props() const;
+    mrFMFacetcoDListPtrcoPtrcoDList const& facets() const;
+    utStringdgDuctImagecoTablePtrcoPtrcoTable const& images() const;
+
+    /// Writes the document to the path, in the place of what is there, and after it the images, if any.
+    /// @return 1, or 0 when the file cannot be created, takes no more, or an image cannot be written; what
+    /// was
+    ///         written until then stays
+    /// @report "State" when the file is empty; a document without members is written all the same
+    int write(utString const& path) const;
+
+    /// Reads the path, adding to what is held. Safe for untrusted input; see xmlParser, mrXMLUtils::max_line
+    /// and mrUtils::read_images for the limits.
+    ///
+    /// A document that says "none" has no images whatever follows it. After any status but mrFileMatReadOK
+    /// the file may hold a part of what it read.
+    /// @report "State" when the file is not empty; it is read all the same
+    mrFileMatReadStatus read(utString const& path);
+
+private:
+    mrMatPropcoSet m_file_props;
+    mrFMFacetcoDListPtrcoPtrcoDList m_facets;
+    utStringdgDuctImagecoTablePtrcoPtrcoTable m_images;
+    utCheckValid m_check{this};
+};
