@@ -1,0 +1,59 @@
+// The process's store of tinted images.
+#pragma once
+
+#include "mrContainers.h"
+#include "mrExport.h"
+#include "utCheckValid.h"
+#include "utSingleton.h"
+
+class giColour;
+
+/// Tinted images, each computed once for equal images and equal colours.
+///
+/// Entries are only ever added, without a limit. What the cache made stays alive for the process's life, also
+/// after clear() and after the cache itself is gone, so that the images handed out stay good. Created on
+/// first use, deleted when the library is unloaded. For one thread at a time.
+class MR_API mrRecolouredImageCache
+{
+public:
+    static mrRecolouredImageCache& singleton();
+
+    /// Deletes the cache; the next singleton() makes a new, empty one.
+    static void delete_singleton();
+
+    mrRecolouredImageCache(mrRecolouredImageCache const&) = delete;
+    mrRecolouredImageCache& operator=(mrRecolouredImageCache const&) = delete;
+
+    /// The image tinted towards the colour: that of the youngest entry whose image equals @p image and whose
+    /// colour equals @p colour, else that of a new entry, which takes one reference on @p image.
+    /// Time is linear in the number of entries, with one comparison of images for each of the same colour.
+    /// @param image  null gets an entry of its own, which no later call finds
+    /// @return borrowed, no reference is taken for the caller; null for a null image
+    /// @report "Args" when @p image is null, followed by what mrRecolouredImage reports of it
+    dgDuctImage* recoloured_image(dgDuctImage* image, giColour const& colour);
+
+    /// Forgets every entry; their images stay alive.
+    /// @return the number of entries there were
+    int clear();
+
+protected:
+    mrRecolouredImageCache();
+    ~mrRecolouredImageCache();
+
+    /// @param action  utSingletonGet makes the cache where there is none; anything else deletes it
+    /// @return the cache, or null after deleting it
+    static mrRecolouredImageCache* access_singleton(utSingletonAccessAction action);
+
+private:
+    friend class utKillerOfmrRecolouredImageCache;
+
+    mrRecolouredImagecoDListPtrcoPtrcoDList m_list;
+    utCheckValid m_check{this};
+};
+
+/// Deletes the cache when it is destroyed; the library holds one, for its own unloading.
+class MR_API utKillerOfmrRecolouredImageCache
+{
+public:
+    ~utKillerOfmrRecolouredImageCache();
+};
