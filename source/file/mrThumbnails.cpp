@@ -1,1 +1,284 @@
-// to be written
+#include "mrThumbnails.h"
+
+#include "mrFileMat.h"
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrPieChart.h"
+#include "mrRecolouredImageCache.h"
+
+#include "dgElements.h"
+#include "dgRenderer.h"
+#include "dgStructure.h"
+#include "dgView.h"
+#include "gr_stretch_blt.h"
+#include "gsImageUtils.h"
+#include "gx_read_dmt_file.h"
+#include "gxImageFileUtils.h"
+#include "utAssert.h"
+
+namespace {
+
+using ImageTable = utStringdgDuctImagecoTablePtrcoPtrcoTable;
+using BlockList = giTriBlockcoDListPtrcoPtrcoDList;
+
+constexpr char const* thumb_name = "thumb";
+
+/// What pictures of materials and of meshes are drawn differently in.
+struct Settings
+{
+    double diffuse;           ///< of the five reflection numbers, the one that differs
+    int view_port_margin;     ///< pixels by which the viewport exceeds the picture to the right and above
+    bool attributes_camera;   ///< seen as the attributes say, not by the view's default camera
+    bool restore_read_buffer; ///< select the read buffer again that was selected before
+};
+
+constexpr Settings material_settings{0.5, 0, false, false};
+constexpr Settings mesh_settings{0.8, 1, true, true};
+
+void append_surface(gsRGB const& colour, Settings const& settings, dgStructure& structure)
+{
+    auto* const quality = new dgDrawQuality;
+    quality->triangle_block_rendering(dgTriangleBlockFilled);
+    structure.append(quality);
+    structure.append(new dgSurfColour(gsColour(colour)));
+    structure.append(new dgReflectionAttributes(0.1, settings.diffuse, 0.0, 0.5, 100.0,
+                                                gsColour(1.0, 1.0, 1.0), gsColour(0.0, 0.0, 0.0)));
+    structure.append(new dgShadingMethod(dgShadingSmooth));
+    structure.append(new dgReflectionModel(dgReflectionBlinnPhong));
+    structure.append(new dgBackFaceFlag(0));
+}
+
+void append_texture(mrFMTexture const& layer, ImageTable const& images, giTriBlock const* block,
+                    dgStructure& structure)
+{
+    utString const& name = layer.image_name();
+    dgDuctImage* const image = images.read(name);
+    UT_REQUIRE(image, ut_build_assert_varargs("No such images: %s", name.c_str()));
+    structure.append(new dgTextureFlag(1, 0));
+    structure.append(new dgTexture(image, dgTextureImageAsIs, dgTextureFilterLinear, dgTextureWrapRepeat,
+                                   dgTextureModulate, 0));
+
+    giBoxArrPoint2 const* const tus = block ? gsTriUtils::get_tus(*block) : nullptr;
+    UT_REQUIRE(tus, ut_build_assert_varargs("No tus: %s", name.c_str()));
+    if (tus)
+        tus->compute_box();
+    structure.append(new dgTextureCoordGenUV(tus ? tus->box() : giBox2(), nullptr, 0));
+}
+
+void append_block(giTriBlock const* block, dgStructure& structure)
+{
+    if (block)
+        structure.append(new dgTriangleBlock(*block, 0));
+}
+
+void append_facet(mrFMFacet const& facet, ImageTable const& images, giTriBlock const* block,
+                  dgStructure& structure)
+{
+    giColour const& colour = facet.plain_mat().diffuse_colour();
+    append_surface(gsRGB(colour.red(), colour.green(), colour.blue()), material_settings, structure);
+    mrFMTexturecoDList const& layers = facet.textures();
+    if (!layers.empty())
+        append_texture(*layers.begin(), images, block, structure);
+    append_block(block, structure);
+}
+
+/// Replaces the images that the layers ask to have tinted, one layer after the other.
+void tint_images(mrFMTexturecoDList const& layers, ImageTable& images)
+{
+    for (mrFMTexture const& layer : layers) {
+        if (!layer.recoloured())
+            continue;
+        dgDuctImage* const image = images.read(layer.image_name());
+        UT_REQUIRE(image, "Invalid image");
+        images[layer.image_name()] =
+            mrRecolouredImageCache::singleton().recoloured_image(image, layer.recolour());
+    }
+}
+
+dgDuctImage* draw_and_read(dgRenderer& renderer, dgView& view, mrThumbAtts const& atts, bool restore)
+{
+    int const read_buffer = renderer.select_read_buffer();
+    renderer.select_read_buffer(dgBackBuffer);
+    renderer.select_buffer(dgBackBuffer);
+
+    view.erase(dgEraseColourAndDepth);
+    view.render_network(nullptr);
+
+    renderer.begin_read_image();
+    dgDuctImage* const image = renderer.read_image(dgImageRGBA, thumb_name, 0, 0, atts.width(), atts.height(),
+                                                   dgSetAlphaEverywhere, 255);
+    renderer.end_read_image();
+    if (restore)
+        renderer.select_read_buffer(read_buffer);
+    return image;
+}
+
+dgDuctImage* picture(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure& structure,
+                     Settings const& settings)
+{
+    auto* const view = new dgView(renderer, nullptr);
+    view->reference();
+    view->background_colour(gsColour(atts.background_colour()));
+    double const margin = settings.view_port_margin;
+    view->view_port_dc(giBox2({0.0, 0.0}, {atts.width() + margin, atts.height() + margin}));
+    if (settings.attributes_camera)
+        view->orientation({0.0, 0.0, 0.0}, atts.geom_view_normal_vector(), atts.geom_view_up_vector());
+    view->root(&structure);
+    view->view_bounding_box(structure.bounding_box(1), dgBoundingViewFit);
+
+    dgDuctImage* const image =
+        renderer ? draw_and_read(*renderer, *view, atts, settings.restore_read_buffer) : nullptr;
+    view->root(nullptr);
+    view->unreference();
+    return image;
+}
+
+} // namespace
+
+mrThumbnails::mrThumbnails(dgRenderer* renderer, mrThumbAtts const& atts)
+    : m_renderer(renderer), m_atts(utCopyDeep, atts)
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(renderer, "Args");
+    if (m_renderer)
+        m_renderer->reference();
+}
+
+mrThumbnails::~mrThumbnails()
+{
+    UT_CHECK_VALID(m_check);
+    if (m_renderer)
+        m_renderer->unreference();
+}
+
+dgRenderer* mrThumbnails::renderer() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_renderer;
+}
+
+mrThumbAtts const& mrThumbnails::atts() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_atts;
+}
+
+dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
+{
+    UT_CHECK_VALID(m_check);
+    mrFMFacetcoDListPtrcoPtrcoDList const& facets = material.facets();
+    ImageTable images = material.images();
+    auto* const structure = new dgClientStructure;
+    structure->reference();
+
+    if (facets.size() == 1 && (*facets.begin())->textures().empty()) {
+        append_facet(**facets.begin(), images, m_atts.plain_block(), *structure);
+    } else {
+        BlockList const& blocks = blocks_for(static_cast<int>(facets.size()));
+        auto block = blocks.begin();
+        for (mrFMFacet const* facet : facets) {
+            tint_images(facet->textures(), images);
+            append_facet(*facet, images, *block++, *structure);
+        }
+    }
+
+    dgDuctImage* const image = picture(m_renderer, m_atts, *structure, material_settings);
+    structure->unreference();
+    return image;
+}
+
+dgDuctImage* mrThumbnails::from_material_file(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    mrFileMat material;
+    return material.read(path) == mrFileMatReadOK ? from_material(material) : nullptr;
+}
+
+dgDuctImage* mrThumbnails::from_meshes(BlockList const& meshes)
+{
+    UT_CHECK_VALID(m_check);
+    auto* const structure = new dgClientStructure;
+    structure->reference();
+    append_surface(m_atts.surf_colour(), mesh_settings, *structure);
+    for (giTriBlock const* mesh : meshes)
+        append_block(mesh, *structure);
+    dgDuctImage* const image = picture(m_renderer, m_atts, *structure, mesh_settings);
+    structure->unreference();
+    return image;
+}
+
+dgDuctImage* mrThumbnails::from_mesh(giTriBlock const& mesh)
+{
+    UT_CHECK_VALID(m_check);
+    BlockList meshes;
+    // Lists hold pointers to blocks that may be changed; this one is only looked at.
+    meshes.append(const_cast<giTriBlock*>(&mesh));
+    return from_meshes(meshes);
+}
+
+dgDuctImage* mrThumbnails::from_dmt_file(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    BlockList meshes;
+    dgDuctImage* const image = gx_read_dmt_file(path, meshes) ? from_meshes(meshes) : nullptr;
+    gsTriUtils::delete_and_clear(meshes);
+    return image;
+}
+
+dgDuctImage* mrThumbnails::from_image(dgDuctImage const& image)
+{
+    UT_CHECK_VALID(m_check);
+    int const width = m_atts.width();
+    int const height = m_atts.height();
+    auto* const thumb = new dgDuctImage(thumb_name, width, height);
+    thumb->set_all(gsColour(m_atts.background_colour()));
+
+    int x = 0;
+    int y = 0;
+    int drawn_width = 0;
+    int drawn_height = 0;
+    gsImageUtils::stretch_rectangle(image.width(), image.height(), width, height, x, y, drawn_width,
+                                    drawn_height);
+    gr_stretch_blt(*thumb, x, y, drawn_width, drawn_height, image, 0, 0, image.width(), image.height(),
+                   grStretchBltAverage);
+    return thumb;
+}
+
+dgDuctImage* mrThumbnails::from_image_file(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    char const* const extension = gxImageFileUtils::get_extension(path.c_str(), '.');
+    gxImageFileFormat format{};
+    if (!extension || !gxImageFileUtils::file_format_from_extension(extension, format))
+        return nullptr;
+    dgDuctImage* const image = gxImageFileUtils::read_image_file(path, format);
+    if (!image)
+        return nullptr;
+    dgDuctImage* const thumb = from_image(*image);
+    image->unreference();
+    return thumb;
+}
+
+dgDuctImage* mrThumbnails::from_colour(gsRGB const& colour)
+{
+    UT_CHECK_VALID(m_check);
+    auto* const thumb = new dgDuctImage(thumb_name, m_atts.width(), m_atts.height());
+    thumb->set_all(gsColour(colour));
+    return thumb;
+}
+
+void mrThumbnails::apply_facet_to_block(mrFMFacet const& facet, ImageTable const& images,
+                                        giTriBlock const& block, dgStructure& structure)
+{
+    append_facet(facet, images, &block, structure);
+}
+
+BlockList const& mrThumbnails::blocks_for(int facets)
+{
+    UT_CHECK_VALID(m_check);
+    giTriBlockcoDListPtrcoTablePrgcoPrg const& given = m_atts.tex_blocks().read(facets);
+    if (given && given->size() == static_cast<std::size_t>(facets))
+        return *given;
+    return m_atts.pie_chart().blocks(facets);
+}
