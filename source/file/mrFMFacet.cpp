@@ -1,1 +1,87 @@
-// to be written
+#include "mrFMFacet.h"
+
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrXMLUtils.h"
+
+#include "utAssert.h"
+#include "xmlDocument.h"
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+utString const facet_name = "facet";
+utString const plain_material_name = "plain_material";
+
+} // namespace
+
+mrFMFacet::mrFMFacet() = default;
+
+mrFMFacet::mrFMFacet(mrFMPlainMat* plain_mat, mrFMTexturecoDList const& textures)
+    : m_plain_mat(plain_mat), m_textures(textures)
+{
+    UT_REQUIRE(plain_mat, "Args");
+}
+
+mrFMFacet::~mrFMFacet() = default;
+
+int mrFMFacet::invalid() const
+{
+    UT_CHECK_VALID(m_check);
+    return !m_plain_mat;
+}
+
+int mrFMFacet::operator==(mrFMFacet const& other) const
+{
+    UT_CHECK_VALID(m_check);
+    if (!m_plain_mat || !other.m_plain_mat)
+        return !m_plain_mat && !other.m_plain_mat;
+    return *m_plain_mat == *other.m_plain_mat && m_textures.size() == other.m_textures.size() &&
+           std::equal(m_textures.begin(), m_textures.end(), other.m_textures.begin());
+}
+
+mrFMPlainMat const& mrFMFacet::plain_mat() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(m_plain_mat, "State");
+    static mrFMPlainMat const none;
+    return m_plain_mat ? *m_plain_mat : none;
+}
+
+mrFMTexturecoDList const& mrFMFacet::textures() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(m_plain_mat, "State");
+    return m_textures;
+}
+
+void mrFMFacet::xml_write(xmlElement& parent) const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(m_plain_mat, "State");
+
+    xmlElement& facet = parent.owner_document().create_element(facet_name);
+    parent.append_child(facet);
+    if (m_plain_mat)
+        m_plain_mat->xml_write(facet);
+    mrXMLUtils::write_textures(facet, m_textures);
+}
+
+int mrFMFacet::xml_read(xmlElement const& element)
+{
+    UT_CHECK_VALID(m_check);
+    // At once, since a failed read leaves the facet invalid whatever the reason.
+    m_plain_mat.reset();
+
+    auto const plain_mats = xmlUtils::find_child_elements_by_name(element, plain_material_name);
+    if (plain_mats.size() != 1)
+        return 0;
+    auto plain_mat = std::make_unique<mrFMPlainMat>();
+    if (!plain_mat->xml_read(*plain_mats.front()) || !mrXMLUtils::read_textures(element, m_textures))
+        return 0;
+    m_plain_mat = std::move(plain_mat);
+    return 1;
+}

@@ -1,1 +1,120 @@
-// to be written
+#include "mrFMTexture.h"
+
+#include "mrXMLUtils.h"
+
+#include "utAssert.h"
+#include "xmlDocument.h"
+#include "xmlUtils.h"
+
+namespace {
+
+utString const texture_name = "texture";
+utString const image_name_name = "image_name";
+utString const layer_type_name = "layer_type";
+utString const recoloured_name = "recoloured";
+utString const recolour_name = "recolour";
+
+} // namespace
+
+mrFMTexture::mrFMTexture() = default;
+
+mrFMTexture::mrFMTexture(utString const& image_name, mrTexLayerType layer_type, int recoloured,
+                         giColour const& recolour)
+    : m_image_name(image_name), m_layer_type(layer_type), m_recoloured(recoloured), m_recolour(recolour)
+{
+    UT_REQUIRE(!image_name.empty(), "Args");
+}
+
+mrFMTexture::mrFMTexture(mrFMTexture const& other) : mrFMTexture()
+{
+    *this = other;
+}
+
+mrFMTexture& mrFMTexture::operator=(mrFMTexture const& other)
+{
+    UT_CHECK_VALID(m_check);
+    m_image_name = other.m_image_name;
+    if (other.m_image_name.invalid())
+        return *this;
+    m_layer_type = other.m_layer_type;
+    m_recoloured = other.m_recoloured;
+    m_recolour = other.m_recolour;
+    return *this;
+}
+
+int mrFMTexture::invalid() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_image_name.invalid();
+}
+
+int mrFMTexture::operator==(mrFMTexture const& other) const
+{
+    UT_CHECK_VALID(m_check);
+    return m_image_name == other.m_image_name && m_layer_type == other.m_layer_type &&
+           m_recoloured == other.m_recoloured && m_recolour == other.m_recolour;
+}
+
+utString const& mrFMTexture::image_name() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_image_name.invalid(), "Args");
+    return m_image_name;
+}
+
+mrTexLayerType mrFMTexture::layer_type() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_image_name.invalid(), "Args");
+    return m_layer_type;
+}
+
+int mrFMTexture::recoloured() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_image_name.invalid(), "Args");
+    return m_recoloured;
+}
+
+giColour const& mrFMTexture::recolour() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_image_name.invalid(), "Args");
+    return m_recolour;
+}
+
+void mrFMTexture::xml_write(xmlElement& parent) const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_image_name.invalid(), "Args");
+
+    xmlDocument& document = parent.owner_document();
+    xmlElement& texture = document.create_element(texture_name);
+    parent.append_child(texture);
+    xmlUtils::append_child_text_element(texture, image_name_name, m_image_name);
+    utString layer_type;
+    mrTypes::print(m_layer_type, layer_type);
+    xmlUtils::append_child_text_element(texture, layer_type_name, layer_type);
+    mrXMLUtils::append_child_text_element_int(texture, recoloured_name, m_recoloured);
+    xmlElement& recolour = document.create_element(recolour_name);
+    texture.append_child(recolour);
+    mrXMLUtils::append_child_colour_element(recolour, m_recolour);
+}
+
+int mrFMTexture::xml_read(xmlElement const& element)
+{
+    UT_CHECK_VALID(m_check);
+    utString image_name;
+    if (!mrXMLUtils::find_child_text_string(element, image_name_name, image_name))
+        return 0;
+    int layer_type = m_layer_type;
+    if (!mrXMLUtils::find_child_text_enum(element, layer_type_name, mrTypes::parse_mrTexLayerType,
+                                          layer_type))
+        return 0;
+    m_layer_type = static_cast<mrTexLayerType>(layer_type);
+    if (!mrXMLUtils::find_child_text_integer_range(element, recoloured_name, 0, 1, m_recoloured) ||
+        !mrXMLUtils::find_named_colour(element, recolour_name, m_recolour))
+        return 0;
+    m_image_name = image_name;
+    return 1;
+}

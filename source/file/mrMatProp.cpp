@@ -1,1 +1,192 @@
-// to be written
+#include "mrMatProp.h"
+
+#include "mrXMLUtils.h"
+
+#include "coHash.h"
+#include "utAssert.h"
+#include "xmlDocument.h"
+#include "xmlUtils.h"
+
+namespace {
+
+utString const property_name = "property";
+utString const name_name = "name";
+utString const type_name = "type";
+utString const value_name = "value";
+utString const client_data_name = "client_data";
+
+} // namespace
+
+mrMatProp::mrMatProp() = default;
+
+mrMatProp::mrMatProp(mrMatPropTypeString, utString const& name, utString const& value, int const& client_data)
+    : m_name(name), m_string_value(value), m_client_data(client_data), m_type(mrMatPropString)
+{
+    UT_REQUIRE(!name.empty(), "Args");
+    UT_REQUIRE(!value.empty(), "Args");
+}
+
+mrMatProp::mrMatProp(mrMatPropTypeInteger, utString const& name, int value, int const& client_data)
+    : m_name(name), m_integer_value(value), m_client_data(client_data), m_type(mrMatPropInteger)
+{
+    UT_REQUIRE(!name.empty(), "Args");
+}
+
+mrMatProp::mrMatProp(mrMatPropTypeDouble, utString const& name, double value, int const& client_data)
+    : m_name(name), m_double_value(value), m_client_data(client_data), m_type(mrMatPropDouble)
+{
+    UT_REQUIRE(!name.empty(), "Args");
+}
+
+mrMatProp::mrMatProp(mrMatProp const& other)
+    : m_name(other.m_name),
+      m_string_value(other.m_string_value),
+      m_integer_value(other.m_integer_value),
+      m_double_value(other.m_double_value),
+      m_client_data(other.m_client_data),
+      m_type(other.m_type)
+{}
+
+mrMatProp& mrMatProp::operator=(mrMatProp const& other)
+{
+    UT_CHECK_VALID(m_check);
+    m_name = other.m_name;
+    m_string_value = other.m_string_value;
+    m_integer_value = other.m_integer_value;
+    m_double_value = other.m_double_value;
+    m_client_data = other.m_client_data;
+    m_type = other.m_type;
+    return *this;
+}
+
+int mrMatProp::invalid() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_name.invalid();
+}
+
+mrMatPropType mrMatProp::prop_type() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    return m_type;
+}
+
+utString const& mrMatProp::name() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    return m_name;
+}
+
+utString const& mrMatProp::string_value() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    UT_REQUIRE(m_type == mrMatPropString, "State");
+    return m_string_value;
+}
+
+int mrMatProp::integer_value() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    UT_REQUIRE(m_type == mrMatPropInteger, "State");
+    return m_integer_value;
+}
+
+double mrMatProp::double_value() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    UT_REQUIRE(m_type == mrMatPropDouble, "State");
+    return m_double_value;
+}
+
+int const& mrMatProp::client_data() const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+    return m_client_data;
+}
+
+int mrMatProp::operator==(mrMatProp const& other)
+{
+    UT_CHECK_VALID(m_check);
+    return m_name == other.m_name;
+}
+
+void mrMatProp::xml_write(xmlElement& parent) const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!m_name.invalid(), "State");
+
+    xmlElement& property = parent.owner_document().create_element(property_name);
+    parent.append_child(property);
+    xmlUtils::append_child_text_element(property, name_name, m_name);
+    utString type;
+    mrTypes::print(m_type, type);
+    xmlUtils::append_child_text_element(property, type_name, type);
+
+    switch (m_type) {
+    case mrMatPropString:
+        xmlUtils::append_child_text_element(property, value_name, m_string_value);
+        break;
+    case mrMatPropInteger:
+        mrXMLUtils::append_child_text_element_int(property, value_name, m_integer_value);
+        break;
+    case mrMatPropDouble:
+        mrXMLUtils::append_child_text_element_double_base64(property, value_name, m_double_value);
+        break;
+    default:
+        ut_report_assert_failure(__FILE__, __LINE__, "State");
+    }
+    mrXMLUtils::append_child_text_element_int(property, client_data_name, m_client_data);
+}
+
+int mrMatProp::xml_read(xmlElement const& element)
+{
+    UT_CHECK_VALID(m_check);
+    utString name;
+    if (!mrXMLUtils::find_child_text_string(element, name_name, name))
+        return 0;
+    int type = m_type;
+    if (!mrXMLUtils::find_child_text_enum(element, type_name, mrTypes::parse_mrMatPropType, type))
+        return 0;
+    m_type = static_cast<mrMatPropType>(type);
+    if (!read_value(element))
+        return 0;
+    m_name = name;
+    return 1;
+}
+
+int mrMatProp::read_value(xmlElement const& element)
+{
+    switch (m_type) {
+    case mrMatPropString:
+        return mrXMLUtils::find_child_text_string(element, value_name, m_string_value);
+    case mrMatPropInteger:
+        return mrXMLUtils::find_child_text_integer(element, value_name, m_integer_value);
+    case mrMatPropDouble:
+        return mrXMLUtils::find_child_text_double(element, value_name, m_double_value);
+    }
+    return 0;
+}
+
+std::uint32_t co_hash(mrMatProp const& property)
+{
+    switch (property.m_type) {
+    case mrMatPropString:
+        return co_hash(property.m_string_value);
+    case mrMatPropInteger:
+        return static_cast<std::uint32_t>(property.m_integer_value);
+    case mrMatPropDouble:
+        return co_hash(&property.m_double_value, sizeof property.m_double_value);
+    }
+    return 0;
+}
+
+std::size_t co_bucket_hash(mrMatProp const& property)
+{
+    return coBucketHash<utString>()(property.m_name);
+}

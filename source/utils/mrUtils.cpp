@@ -1,1 +1,117 @@
-// to be written
+#include "mrUtils.h"
+
+#include "dgDuctImage.h"
+#include "gxPNG.h"
+#include "utString.h"
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+utString const title_key = "Title";
+utString const image_name_key = "DuctImageName";
+
+/// Fewer bytes than these are the end of a block.
+constexpr std::size_t probe_size = 10;
+
+struct CloseFile
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+int append_image(utString const& key, dgDuctImage const* image, utString const& path)
+{
+    File file(std::fopen(path.c_str(), "ab"));
+    if (!file || !image)
+        return 0;
+    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+    texts[title_key] = xmlUtils::carried(key);
+    texts[image_name_key] = xmlUtils::carried(image->name());
+    if (!gxPNGWriterDuctImage::write_file(*image, file.get(), texts))
+        return 0;
+    // What the file takes no more may show on closing only.
+    return std::fclose(file.release()) == 0;
+}
+
+/// How many pixels the images from @p start to the end of the file may have, with the file left at start.
+/// @return -1 when the file has no such position
+std::int64_t pixel_budget(std::FILE* file, int start)
+{
+    if (std::fseek(file, 0, SEEK_END) != 0)
+        return -1;
+    std::int64_t const size = std::ftell(file);
+    if (size < 0 || std::fseek(file, start, SEEK_SET) != 0)
+        return -1;
+    // Bounded above too: a folder may claim any size.
+    std::int64_t const bytes = std::clamp<std::int64_t>(size - start, 0, mrUtils::max_block_pixels);
+    return mrUtils::max_block_pixels + bytes * mrUtils::max_pixels_per_byte;
+}
+
+/// 1 when the file has bytes for another image, which are left to be read.
+int at_image(std::FILE* file)
+{
+    char probe[probe_size];
+    return std::fread(probe, 1, probe_size, file) == probe_size &&
+           std::fseek(file, -static_cast<long>(probe_size), SEEK_CUR) == 0;
+}
+
+void store(dgDuctImage* image, utString const& title, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+{
+    dgDuctImage*& place = images[title];
+    if (place)
+        place->unreference();
+    place = image;
+}
+
+/// Reads one image into the table, or drops it when it has no title.
+/// @param budget  in pixels; what the image takes is taken off
+int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+{
+    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+    dgDuctImage* const image = gxPNGReaderDuctImage::read_file(
+        file, texts, std::min<std::int64_t>(budget, gxPNGReaderDuctImage::max_pixels));
+    if (!image)
+        return 0;
+    image->reference();
+    budget -= std::int64_t{image->width()} * image->height();
+
+    utString const& name = texts.read(image_name_key);
+    if (!name.empty())
+        image->new_name(name.c_str());
+
+    utString const& title = texts.read(title_key);
+    if (title.empty())
+        image->unreference();
+    else
+        store(image, title, images);
+    return 1;
+}
+
+} // namespace
+
+int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path)
+{
+    for (auto const& [key, image] : images)
+        if (!append_image(key, image, path))
+            return 0;
+    return 1;
+}
+
+int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+{
+    File const file(std::fopen(path.c_str(), "rb"));
+    if (!file)
+        return 0;
+    std::int64_t budget = pixel_budget(file.get(), start);
+    if (budget < 0)
+        return 0;
+    while (at_image(file.get()))
+        if (!read_image(file.get(), budget, images))
+            return 0;
+    return std::ferror(file.get()) ? 0 : 1;
+}

@@ -1,1 +1,248 @@
-// to be written
+#include "mrXMLUtils.h"
+
+#include "mrFMFacet.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include "giColour.h"
+#include "gsBase64.h"
+#include "gsTriUtils.h"
+#include "mlMath.h"
+#include "xmlDocument.h"
+#include "xmlUtils.h"
+
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view base64_mark = "64b";
+
+utString const rgb8_name = "rgb8";
+utString const red_name = "red";
+utString const green_name = "green";
+utString const blue_name = "blue";
+utString const properties_name = "properties";
+utString const property_name = "property";
+utString const textures_name = "textures";
+utString const texture_name = "texture";
+utString const facets_name = "facets";
+utString const facet_name = "facet";
+
+/// The text of the first child of the name that has a child node; null when it is missing or no text.
+utString const* child_text(xmlElement const& element, utString const& name)
+{
+    xmlNodeList const& children = element.child_nodes();
+    for (std::size_t i = 0; i < children.length(); ++i) {
+        xmlNode const& child = children.item(i);
+        if (child.node_type() != xmlElementNode || !(child.node_name() == name))
+            continue;
+        if (xmlNode const* const content = child.first_child())
+            return content->node_value().invalid() ? nullptr : &content->node_value();
+    }
+    return nullptr;
+}
+
+xmlElement& append_element(xmlElement& parent, utString const& name)
+{
+    xmlElement& child = parent.owner_document().create_element(name);
+    parent.append_child(child);
+    return child;
+}
+
+/// The tag as it stands in a document, from "<" or "</" on.
+utString tag(std::string_view start, utString const& name)
+{
+    utString text(start);
+    text += name;
+    return text += '>';
+}
+
+void delete_and_clear(mrFMFacetcoDListPtrcoPtrcoDList& facets)
+{
+    for (mrFMFacet* facet : facets)
+        delete facet;
+    facets.clear();
+}
+
+} // namespace
+
+int mrXMLUtils::find_child_text_string(xmlElement const& element, utString const& name, utString& out)
+{
+    out.set_invalid();
+    utString const* const text = child_text(element, name);
+    if (!text)
+        return 0;
+    out = *text;
+    return 1;
+}
+
+int mrXMLUtils::find_child_text_integer(xmlElement const& element, utString const& name, int& out)
+{
+    utString const* const text = child_text(element, name);
+    return text ? text->parse(out) : 0;
+}
+
+int mrXMLUtils::find_child_text_integer_range(xmlElement const& element, utString const& name, int low,
+                                              int high, int& out)
+{
+    return find_child_text_integer(element, name, out) && gsTriUtils::in_range_inclusive(out, low, high);
+}
+
+int mrXMLUtils::find_child_text_double(xmlElement const& element, utString const& name, double& out)
+{
+    utString const* const text = child_text(element, name);
+    if (!text)
+        return 0;
+    if (!text->view().starts_with(base64_mark))
+        return text->parse(out);
+    return gsBase64::decode(utString(text->view().substr(base64_mark.size())), out);
+}
+
+int mrXMLUtils::find_child_text_double_range(xmlElement const& element, utString const& name, double low,
+                                             double high, double& out)
+{
+    return find_child_text_double(element, name, out) && mlMath::in_range(out, low, high);
+}
+
+int mrXMLUtils::find_child_text_enum(xmlElement const& element, utString const& name,
+                                     int (*parser)(utString const&, int&), int& out)
+{
+    utString const* const text = child_text(element, name);
+    return text && parser(*text, out) ? 1 : 0;
+}
+
+int mrXMLUtils::find_named_colour(xmlElement const& element, utString const& name, giColour& out)
+{
+    auto const named = xmlUtils::find_child_elements_by_name(element, name);
+    return named.size() == 1 ? find_colour(*named.front(), out) : 0;
+}
+
+int mrXMLUtils::find_colour(xmlElement const& element, giColour& out)
+{
+    auto const colours = xmlUtils::find_child_elements_by_name(element, rgb8_name);
+    if (colours.size() != 1)
+        return 0;
+
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    if (!find_child_text_integer_range(*colours.front(), red_name, 0, 255, red) ||
+        !find_child_text_integer_range(*colours.front(), green_name, 0, 255, green) ||
+        !find_child_text_integer_range(*colours.front(), blue_name, 0, 255, blue))
+        return 0;
+    out = giColour(static_cast<unsigned char>(red), static_cast<unsigned char>(green),
+                   static_cast<unsigned char>(blue), 0);
+    return 1;
+}
+
+xmlElement* mrXMLUtils::append_child_text_element_int(xmlElement& element, utString const& name, int value)
+{
+    utString text;
+    text.append_integer(value);
+    return &xmlUtils::append_child_text_element(element, name, text);
+}
+
+xmlElement* mrXMLUtils::append_child_text_element_double_base64(xmlElement& element, utString const& name,
+                                                                double value)
+{
+    utString text(base64_mark);
+    text += gsBase64::encode(value);
+    return &xmlUtils::append_child_text_element(element, name, text);
+}
+
+xmlElement* mrXMLUtils::append_child_colour_element(xmlElement& element, giColour const& colour)
+{
+    xmlElement& rgb8 = append_element(element, rgb8_name);
+    append_child_text_element_int(rgb8, red_name, colour.red());
+    append_child_text_element_int(rgb8, green_name, colour.green());
+    append_child_text_element_int(rgb8, blue_name, colour.blue());
+    return &rgb8;
+}
+
+int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
+{
+    utString const opening = tag("<", root);
+    utString const closing = tag("</", root);
+
+    char line[max_line + 1];
+    bool started = false;
+    while (in.getline(line, sizeof line)) {
+        started = started || std::strstr(line, opening.c_str());
+        if (!started)
+            continue;
+        // The count includes the line break, which the last line of a file may lack. A NUL stays in the text,
+        // for the parser to refuse.
+        std::streamsize const length = in.gcount() - (in.eof() ? 0 : 1);
+        out += std::string_view(line, static_cast<std::size_t>(length));
+        out += '\n';
+        if (std::strstr(line, closing.c_str()))
+            return 1;
+    }
+    return 0;
+}
+
+xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet const& properties)
+{
+    xmlElement& collection = append_element(element, properties_name);
+    for (mrMatProp const& property : properties)
+        property.xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, properties_name, property_name)) {
+        mrMatProp property;
+        if (!property.xml_read(*member)) {
+            properties.clear();
+            return 0;
+        }
+        properties.add(property);
+    }
+    return 1;
+}
+
+xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList const& textures)
+{
+    xmlElement& collection = append_element(element, textures_name);
+    for (mrFMTexture const& texture : textures)
+        texture.xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, textures_name, texture_name)) {
+        mrFMTexture texture;
+        if (!texture.xml_read(*member))
+            return 0;
+        textures.append(texture);
+    }
+    return 1;
+}
+
+xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets)
+{
+    xmlElement& collection = append_element(element, facets_name);
+    for (mrFMFacet const* facet : facets)
+        if (facet)
+            facet->xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, facets_name, facet_name)) {
+        auto* const facet = new mrFMFacet;
+        facets.append(facet);
+        if (!facet->xml_read(*member)) {
+            delete_and_clear(facets);
+            return 0;
+        }
+    }
+    return 1;
+}
