@@ -18,6 +18,8 @@ class UT_API gxPNGReaderDuctImage
 public:
     /// An image of more pixels is refused.
     static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
+    /// An image wider or higher is refused: decoding takes up to sixteen bytes for each pixel of a row.
+    static constexpr int max_side = 1'000'000;
     /// Text entries of an image that are looked at; further ones are passed over.
     static constexpr int max_texts = 64;
     /// Bytes that one text entry may hold once inflated; a longer one is passed over.
@@ -29,10 +31,13 @@ public:
     /// from the file's position, which is just past the image's last chunk afterwards.
     ///
     /// Before any pixel is allocated, an image is refused that has more than @p pixel_limit pixels, or more
-    /// than the bytes left in the file could inflate to. A bad checksum in an ancillary chunk is passed over
-    /// and its content used; in a critical chunk, or when the file ends before the image, it is refused.
+    /// than the bytes left in the file could inflate to; a stream that cannot seek does not tell the latter,
+    /// and is read without that check. A bad checksum in an ancillary chunk is passed over and its content
+    /// used; in a critical chunk, or when the file ends before the image, the image is refused. Ancillary
+    /// chunks other than texts and transparency (colour profiles, gamma, orientation) are passed over.
     ///
-    /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are
+    /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are; of two with the
+    ///                     same key the later one. Unchanged when there is no image
     /// @param pixel_limit  at most max_pixels
     /// @param reason       where not null, receives in words why there is no image
     /// @return a new image without a name and without references, or null
@@ -45,14 +50,18 @@ class UT_API gxPNGWriterDuctImage
 {
 public:
     /// Writes one complete PNG image at the file's position: 8 bits a component, without alpha when every
-    /// pixel is opaque.
+    /// pixel is opaque. What was written has been handed to the system when the call returns.
     ///
-    /// @param texts  the text entries: a keyword of 1 to 79 ASCII characters and its text. A text of plain
-    /// ASCII
-    ///               becomes a tEXt entry, other UTF-8 an iTXt one, anything else a tEXt with its bytes as
-    ///               they are
-    /// @return 1, or 0 when the image has no pixels, a keyword or a text cannot be written (a text holds a
-    /// NUL
-    ///         or more than gxPNGReaderDuctImage::max_text_bytes bytes), or the file takes no more
+    /// Whatever is written reads back with gxPNGReaderDuctImage, pixels and texts byte for byte.
+    ///
+    /// @param texts  the text entries. A keyword is 1 to 79 printable ASCII characters, no blank at either
+    /// end
+    ///               and no two in a row. A text of plain ASCII becomes a tEXt entry, other UTF-8 an iTXt
+    ///               one, anything else a tEXt with its bytes as they are; an invalid text is written as an
+    ///               empty one
+    /// @return 1, or 0 when the image has no pixels or more than the reader takes, when there are more texts
+    ///         than it looks at, when a keyword or a text cannot be written (a text holds a NUL or more than
+    ///         gxPNGReaderDuctImage::max_text_bytes bytes), or when the file takes no more. Only in the last
+    ///         case has anything been written
     static int write_file(dgDuctImage const& image, std::FILE* file, utStringutStringcoTable const& texts);
 };
