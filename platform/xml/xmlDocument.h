@@ -6,13 +6,15 @@
 #include "xmlNode.h"
 
 #include <deque>
+#include <memory_resource>
+#include <optional>
 #include <set>
 
 /// A tree of nodes, all of them owned by the document whether they have a place in the tree or not.
 class UT_API xmlDocument
 {
 public:
-    xmlDocument() = default;
+    xmlDocument() { clear(); }
     xmlDocument(xmlDocument const&) = delete;
     xmlDocument& operator=(xmlDocument const&) = delete;
 
@@ -22,13 +24,13 @@ public:
     xmlText& create_text_node(utString text);
 
     /// Makes the element the document's one root.
-    void append_child(xmlElement& root) { m_root = &root; }
+    void append_child(xmlElement& root) { m_content->root = &root; }
 
     /// The root, or null while there is none.
-    xmlElement const* document_element() const { return m_root; }
+    xmlElement const* document_element() const { return m_content->root; }
 
     /// Destroys every node; the document is as new.
-    void clear();
+    void clear() { m_content.emplace(); }
 
 private:
     struct NameOrder
@@ -40,10 +42,16 @@ private:
     };
 
     // Each name is kept once, in order rather than by hash, so that no choice of names makes finding them
-    // slow. Nodes stand in blocks and are destroyed one after the other, so that no depth of the tree
-    // matters.
-    std::set<utString, NameOrder> m_names;
-    std::deque<xmlElement> m_elements;
-    std::deque<xmlText> m_texts;
-    xmlElement* m_root = nullptr;
+    // slow. Nodes stand in blocks, which are let go all at once, and are destroyed one after the other, so
+    // that no depth of the tree matters.
+    struct Content
+    {
+        std::pmr::monotonic_buffer_resource memory;
+        std::set<utString, NameOrder> names;
+        std::pmr::deque<xmlElement> elements{&memory};
+        std::pmr::deque<xmlText> texts{&memory};
+        xmlElement* root = nullptr;
+    };
+
+    std::optional<Content> m_content;
 };

@@ -8,7 +8,28 @@ utString const text_name = "#text";
 utString const no_value;
 xmlNodeList const no_children;
 
+// Of an element that holds more than one node, white space included.
+constexpr std::size_t usual_length = 8;
+
 } // namespace
+
+void xmlNodeList::append(xmlNode& node)
+{
+    if (length() == 0) {
+        m_only = &node;
+        return;
+    }
+    if (m_only) {
+        m_nodes.reserve(usual_length);
+        m_nodes.push_back(std::exchange(m_only, nullptr));
+    }
+    m_nodes.push_back(&node);
+}
+
+utString const& xmlNode::node_name() const
+{
+    return m_type == xmlElementNode ? *static_cast<xmlElement const*>(this)->m_name : text_name;
+}
 
 utString const& xmlNode::node_value() const
 {
@@ -31,14 +52,13 @@ xmlElement const* xmlNode::element() const
     return m_type == xmlElementNode ? static_cast<xmlElement const*>(this) : nullptr;
 }
 
-xmlText::xmlText(xmlDocument& document, utString text)
-    : xmlNode(document, xmlTextNode, text_name), m_value(std::move(text))
-{}
+xmlText::xmlText(utString text) : xmlNode(xmlTextNode), m_value(std::move(text)) {}
 
-xmlElement::xmlElement(xmlDocument& document, utString const& name) : xmlNode(document, xmlElementNode, name)
+xmlElement::xmlElement(xmlDocument& document, utString const& name)
+    : xmlNode(xmlElementNode), m_document(&document), m_name(&name)
 {}
 
 void xmlElement::append_child(xmlNode& child)
 {
-    m_children.m_nodes.push_back(&child);
+    m_children.append(child);
 }

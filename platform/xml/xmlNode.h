@@ -15,13 +15,17 @@ class xmlNode;
 class UT_API xmlNodeList
 {
 public:
-    std::size_t length() const { return m_nodes.size(); }
+    std::size_t length() const { return m_only ? 1 : m_nodes.size(); }
     /// @param index  0 to length() - 1
-    xmlNode const& item(std::size_t index) const { return *m_nodes[index]; }
+    xmlNode const& item(std::size_t index) const { return m_only ? *m_only : *m_nodes[index]; }
 
 private:
     friend class xmlElement;
 
+    void append(xmlNode& node);
+
+    // Most elements hold one text and nothing else: a lone node needs no room beside the list.
+    xmlNode* m_only = nullptr;
     std::vector<xmlNode*> m_nodes;
 };
 
@@ -43,7 +47,7 @@ public:
     xmlNodeType node_type() const { return m_type; }
 
     /// The element's name; "#text" for a text.
-    utString const& node_name() const { return *m_name; }
+    utString const& node_name() const;
 
     /// The text; an invalid string for an element.
     utString const& node_value() const;
@@ -56,17 +60,11 @@ public:
     /// This node as an element, or null.
     xmlElement const* element() const;
 
-    xmlDocument& owner_document() const { return *m_document; }
-
 protected:
-    xmlNode(xmlDocument& document, xmlNodeType type, utString const& name)
-        : m_document(&document), m_name(&name), m_type(type)
-    {}
+    explicit xmlNode(xmlNodeType type) : m_type(type) {}
     ~xmlNode() = default;
 
 private:
-    xmlDocument* m_document;
-    utString const* m_name;
     xmlNodeType m_type;
 };
 
@@ -74,7 +72,7 @@ class UT_API xmlText : public xmlNode
 {
 public:
     /// For xmlDocument::create_text_node.
-    xmlText(xmlDocument& document, utString text);
+    explicit xmlText(utString text);
 
 private:
     friend class xmlNode;
@@ -89,11 +87,15 @@ public:
     /// @param name  lives as long as the element
     xmlElement(xmlDocument& document, utString const& name);
 
+    xmlDocument& owner_document() const { return *m_document; }
+
     /// Makes the node this element's last child. It must be of the same document and in no place yet.
     void append_child(xmlNode& child);
 
 private:
     friend class xmlNode;
 
+    xmlDocument* m_document;
+    utString const* m_name;
     xmlNodeList m_children;
 };
