@@ -50,7 +50,8 @@ using OwnedImage = std::unique_ptr<dgDuctImage, Unreference>;
 class Decoder
 {
 public:
-    explicit Decoder(std::FILE* file) : m_file(file)
+    /// @param file_bytes  from the file's position to its end
+    Decoder(std::FILE* file, std::int64_t file_bytes) : m_file(file), m_bytes_left(file_bytes)
     {
         m_png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &m_complaint, complain, keep_quiet);
         m_info = m_png ? png_create_info_struct(m_png) : nullptr;
@@ -74,6 +75,9 @@ private:
     void ask_for_rgba();
 
     std::FILE* m_file;
+    std::int64_t m_bytes_left;
+    bool m_in_last_row = false;
+    std::int64_t m_last_bytes = 0; // of compressed pixels, read since the last row was begun
     Complaint m_complaint;
     png_structp m_png = nullptr;
     png_infop m_info = nullptr;
@@ -81,8 +85,26 @@ private:
 
 void Decoder::read_bytes(png_structp png, png_bytep bytes, std::size_t count)
 {
-    if (std::fread(bytes, 1, count, static_cast<std::FILE*>(png_get_io_ptr(png))) != count)
-        png_error(png, "the file ends before the image does");
+    constexpr char const* ends_early = "the file ends before the image does";
+    constexpr png_uint_32 pixel_chunk = 0x49444154; // "IDAT"
+    constexpr std::int64_t max_row_bytes_a_pixel = 8;
+    constexpr std::int64_t max_surplus = 1 << 16;
+
+    Decoder& self = *static_cast<Decoder*>(png_get_io_ptr(png));
+    if (std::fread(bytes, 1, count, self.m_file) != count)
+        png_error(png, ends_early);
+    self.m_bytes_left -= static_cast<std::int64_t>(count);
+
+    // libpng makes room for a whole chunk, and fills it with zeros, before it reads the first byte of it.
+    bool const chunk_begins = (png_get_io_state(png) & PNG_IO_MASK_LOC) == PNG_IO_CHUNK_HDR;
+    if (chunk_begins && png_get_uint_32(bytes) > self.m_bytes_left)
+        png_error(png, ends_early);
+
+    // libpng inflates whatever follows the last row, however much that becomes, and drops it.
+    if (self.m_in_last_row && png_get_io_chunk_type(png) == pixel_chunk)
+        self.m_last_bytes += static_cast<std::int64_t>(count);
+    if (self.m_last_bytes > max_row_bytes_a_pixel * self.width() + max_surplus)
+        png_error(png, "the image has data past its last row");
 }
 
 void Decoder::set_limits()
@@ -105,9 +127,9 @@ void Decoder::set_limits()
 bool Decoder::read_header()
 {
     if (!m_info)
-        return false;
+        throw std::bad_alloc();
     return attempt(m_png, [this] {
-        png_set_read_fn(m_png, m_file, read_bytes);
+        png_set_read_fn(m_png, this, read_bytes);
         set_limits();
         png_read_info(m_png, m_info);
     });
@@ -148,9 +170,12 @@ bool Decoder::read_pixels(dgDuctImage& image)
         if (row_bytes * static_cast<std::size_t>(height()) != image.byte_count())
             png_error(m_png, "its pixels are of an unknown kind");
 
-        for (int pass = 0; pass < passes; ++pass)
-            for (std::size_t at = 0; at < image.byte_count(); at += row_bytes)
+        std::size_t const last_row = image.byte_count() - row_bytes;
+        for (int pass = 1; pass <= passes; ++pass)
+            for (std::size_t at = 0; at <= last_row; at += row_bytes) {
+                m_in_last_row = pass == passes && at == last_row;
                 png_read_row(m_png, image.pixels() + at, nullptr);
+            }
         png_read_end(m_png, m_info);
     });
 }
@@ -183,14 +208,19 @@ char const* refusal(Decoder const& decoder, std::int64_t pixel_limit, std::int64
     std::int64_t const limit = std::min(pixel_limit, gxPNGReaderDuctImage::max_pixels);
     if (decoder.width() * decoder.height() > limit)
         return "the image has more pixels than are allowed";
-    if (file_bytes >= 0 && decoder.raw_bytes() / gxPNGReaderDuctImage::max_inflation > file_bytes)
+    if (decoder.raw_bytes() / gxPNGReaderDuctImage::max_inflation > file_bytes)
         return "the file is too short for the pixels that it announces";
     return nullptr;
 }
 
-OwnedImage decode(Decoder& decoder, utStringutStringcoTable& texts, std::int64_t pixel_limit,
-                  std::int64_t file_bytes, utString& reason)
+OwnedImage decode(std::FILE* file, utStringutStringcoTable& texts, std::int64_t pixel_limit, utString& reason)
 {
+    std::int64_t const file_bytes = bytes_left(file);
+    if (file_bytes < 0) {
+        reason = "the length of the file cannot be told";
+        return nullptr;
+    }
+    Decoder decoder(file, file_bytes);
     if (!decoder.read_header()) {
         reason = decoder.complaint();
         return nullptr;
@@ -339,9 +369,7 @@ dgDuctImage* gxPNGReaderDuctImage::read_file(std::FILE* file, utStringutStringco
     utString why_not;
     OwnedImage image;
     try {
-        std::int64_t const file_bytes = bytes_left(file);
-        Decoder decoder(file);
-        image = decode(decoder, texts, pixel_limit, file_bytes, why_not);
+        image = decode(file, texts, pixel_limit, why_not);
     } catch (std::bad_alloc const&) {
         why_not = "there is not enough memory for the image";
     }

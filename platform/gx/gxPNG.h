@@ -31,10 +31,11 @@ public:
     /// from the file's position, which is just past the image's last chunk afterwards.
     ///
     /// Before any pixel is allocated, an image is refused that has more than @p pixel_limit pixels, or more
-    /// than the bytes left in the file could inflate to; a stream that cannot seek does not tell the latter,
-    /// and is read without that check. A bad checksum in an ancillary chunk is passed over and its content
-    /// used; in a critical chunk, or when the file ends before the image, the image is refused. Ancillary
-    /// chunks other than texts and transparency (colour profiles, gamma, orientation) are passed over.
+    /// than the bytes left in the file could inflate to; so is any image of a stream that cannot seek. A bad
+    /// checksum in an ancillary chunk is passed over and its content used; in a critical chunk, or when the
+    /// file ends before the image, the image is refused. Ancillary chunks other than texts and transparency
+    /// (colour profiles, gamma, orientation) are passed over. Beside the image's pixels, reading takes memory
+    /// for its largest chunk, its texts and two of its rows.
     ///
     /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are; of two with the
     ///                     same key the later one. Unchanged when there is no image
