@@ -1,0 +1,219 @@
+#include "dgOffscreenMesh.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstddef>
+
+namespace {
+
+struct Vertex
+{
+    float place[3];
+    float normal[3];
+    float coordinate[2];
+};
+
+// Triangles are handed to OpenGL as they lie in the block.
+static_assert(sizeof(giTri) == 3 * sizeof(GLuint));
+
+// Places are drawn this far around the picture, whose sides are 2 long: further out, single precision and
+// the driver's clipping would turn them into something else.
+constexpr double furthest = 1e6;
+
+// The buffer of a large block is given back when blocks become smaller than this part of it.
+constexpr std::size_t much_smaller = 8;
+constexpr std::size_t always_kept = std::size_t{1} << 20;
+
+bool finite(giPoint3 const& point)
+{
+    return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
+}
+
+/// A projection into normalised device coordinates.
+class Placing
+{
+public:
+    Placing(dgProjection const& projection, int width, int height)
+        : m_centre(projection.centre),
+          m_right(projection.right * projection.scale),
+          m_up(projection.up * projection.scale),
+          m_normal(projection.normal),
+          m_half_depth(projection.half_depth),
+          m_width(2.0 / width),
+          m_height(2.0 / height)
+    {
+        giPoint2 const& low = projection.view_port.low();
+        giPoint2 const& high = projection.view_port.high();
+        m_x = (low.x + high.x) / width - 1.0;
+        m_y = (low.y + high.y) / height - 1.0;
+    }
+
+    void place(giPoint3 const& point, float* at) const
+    {
+        giVector3 const offset(point.x - m_centre.x, point.y - m_centre.y, point.z - m_centre.z);
+        at[0] = near(offset.dot(m_right) * m_width + m_x);
+        at[1] = near(offset.dot(m_up) * m_height + m_y);
+        // OpenGL's depth grows away from the viewer.
+        at[2] = near(-offset.dot(m_normal) / m_half_depth);
+    }
+
+private:
+    // What is no number, as the difference of two huge ones may be, becomes one.
+    static float near(double value)
+    {
+        return static_cast<float>(value > -furthest ? std::min(value, furthest) : -furthest);
+    }
+
+    giPoint3 m_centre;
+    giVector3 m_right;
+    giVector3 m_up;
+    giVector3 m_normal;
+    double m_half_depth;
+    double m_width;
+    double m_height;
+    double m_x;
+    double m_y;
+};
+
+/// Any vector as a direction that single precision can hold, or zeros.
+void write_direction(giVector3 const& vector, float* at)
+{
+    giVector3 direction = vector;
+    double const square = direction.dot(direction);
+    bool const plain = square > 1e-12 && square < 1e12;
+    if (!plain && (direction.invalid() || !direction.unitize()))
+        direction = giVector3(0.0, 0.0, 0.0);
+    at[0] = static_cast<float>(direction.x);
+    at[1] = static_cast<float>(direction.y);
+    at[2] = static_cast<float>(direction.z);
+}
+
+float coordinate(double value)
+{
+    return std::isfinite(value) ? static_cast<float>(std::clamp(value, -furthest, furthest)) : 0.0F;
+}
+
+/// @return whether every node is a finite point
+bool write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Placing const& placing,
+                    Vertex* vertices)
+{
+    giPoint3 const* const nodes = block.nodes().begin();
+    std::size_t const count = block.nodes().size();
+    giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
+    giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
+    giVector3 const no_direction(0.0, 0.0, 0.0);
+    // Zero as long as all are finite, not a number afterwards.
+    double sum = 0.0;
+    for (std::size_t i = 0; i < count; ++i) {
+        Vertex& vertex = vertices[i];
+        sum += nodes[i].x * 0.0 + nodes[i].y * 0.0 + nodes[i].z * 0.0;
+        placing.place(nodes[i], vertex.place);
+        write_direction(normals ? normals[i] : no_direction, vertex.normal);
+        vertex.coordinate[0] = coordinates ? coordinate(coordinates[i].x) : 0.0F;
+        vertex.coordinate[1] = coordinates ? coordinate(1.0 - coordinates[i].y) : 0.0F;
+    }
+    return sum == 0.0;
+}
+
+bool indices_fit(giTriArr const& triangles, std::size_t nodes)
+{
+    unsigned highest = 0;
+    for (giTri const& triangle : triangles)
+        highest = std::max({highest, static_cast<unsigned>(triangle.a), static_cast<unsigned>(triangle.b),
+                            static_cast<unsigned>(triangle.c)});
+    return highest < nodes;
+}
+
+giTriArr usable_triangles(giTriBlock const& block)
+{
+    giBoxArrPoint3 const& nodes = block.nodes();
+    auto const usable = [&](int index) {
+        return static_cast<unsigned>(index) < nodes.size() && finite(nodes[static_cast<std::size_t>(index)]);
+    };
+    giTriArr triangles;
+    for (giTri const& triangle : block.triangles())
+        if (usable(triangle.a) && usable(triangle.b) && usable(triangle.c))
+            triangles.push_back(triangle);
+    return triangles;
+}
+
+} // namespace
+
+bool dgOffscreenMesh::draw(giTriBlock const& block, Use use, dgProjection const& projection, int width,
+                           int height)
+{
+    if (block.triangles().empty() || block.nodes().size() == 0)
+        return true;
+    bind();
+    glGetError(); // whatever was left over
+    bool finite_nodes = false;
+    if (!fill_vertices(block, use, projection, width, height, finite_nodes))
+        return false;
+
+    giTriArr usable;
+    bool const clean = finite_nodes && indices_fit(block.triangles(), block.nodes().size());
+    if (!clean)
+        usable = usable_triangles(block);
+    giTriArr const& triangles = clean ? block.triangles() : usable;
+    if (triangles.empty())
+        return true;
+    if (!fill_indices(triangles))
+        return false;
+    std::size_t const most = INT_MAX / 3;
+    glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(std::min(triangles.size(), most) * 3), GL_UNSIGNED_INT,
+                   nullptr);
+    return true;
+}
+
+void dgOffscreenMesh::bind()
+{
+    if (m_array) {
+        glBindVertexArray(m_array);
+        glBindBuffer(GL_ARRAY_BUFFER, m_vertices);
+        return;
+    }
+    glGenVertexArrays(1, &m_array);
+    glGenBuffers(1, &m_vertices);
+    glGenBuffers(1, &m_indices);
+    glBindVertexArray(m_array);
+    glBindBuffer(GL_ARRAY_BUFFER, m_vertices);
+    glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, m_indices);
+    auto const attribute = [](GLuint index, GLint size, std::size_t offset) {
+        glVertexAttribPointer(index, size, GL_FLOAT, GL_FALSE, sizeof(Vertex),
+                              reinterpret_cast<void const*>(offset));
+        glEnableVertexAttribArray(index);
+    };
+    attribute(0, 3, offsetof(Vertex, place));
+    attribute(1, 3, offsetof(Vertex, normal));
+    attribute(2, 2, offsetof(Vertex, coordinate));
+}
+
+bool dgOffscreenMesh::fill_vertices(giTriBlock const& block, Use use, dgProjection const& projection,
+                                    int width, int height, bool& finite_nodes)
+{
+    std::size_t const size = block.nodes().size() * sizeof(Vertex);
+    bool const wasteful = m_capacity > always_kept && size < m_capacity / much_smaller;
+    if (size > m_capacity || wasteful) {
+        m_capacity = 0;
+        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(size), nullptr, GL_STREAM_DRAW);
+        if (glGetError() != GL_NO_ERROR)
+            return false;
+        m_capacity = size;
+    }
+    void* const room = glMapBufferRange(GL_ARRAY_BUFFER, 0, static_cast<GLsizeiptr>(size),
+                                        GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_BUFFER_BIT);
+    if (!room)
+        return false;
+    finite_nodes = write_vertices(block, use, Placing(projection, width, height), static_cast<Vertex*>(room));
+    return glUnmapBuffer(GL_ARRAY_BUFFER) == GL_TRUE;
+}
+
+bool dgOffscreenMesh::fill_indices(giTriArr const& triangles) const
+{
+    glBufferData(GL_ELEMENT_ARRAY_BUFFER, static_cast<GLsizeiptr>(triangles.size() * sizeof(giTri)),
+                 triangles.data(), GL_STREAM_DRAW);
+    return glGetError() == GL_NO_ERROR;
+}

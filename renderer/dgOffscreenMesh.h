@@ -1,0 +1,39 @@
+// A triangle block in the form that OpenGL draws.
+#pragma once
+
+#include "dgProjection.h"
+#include "giTriBlock.h"
+
+/// Turns blocks into buffers, one block at a time; the buffers are kept for the next one.
+///
+/// Its OpenGL objects belong to the context that is current when it is first used, and go with it.
+class dgOffscreenMesh
+{
+public:
+    /// What of a block's nodes is used, beside their places.
+    struct Use
+    {
+        bool normals = false;
+        bool coordinates = false;
+    };
+
+    /// Draws the block's triangles with the program in force, as far as they hold together: those with an
+    /// index beyond the nodes or a node that is no finite point are left out.
+    ///
+    /// The vertex attributes are 0 the place in normalised device coordinates, 1 the normal in the scene's
+    /// axes, of length 0 where there is none, 2 the texture coordinates with v from the top.
+    /// @param width, height  of the picture that is drawn into
+    /// @return false when there is not enough memory; then nothing was drawn
+    bool draw(giTriBlock const& block, Use use, dgProjection const& projection, int width, int height);
+
+private:
+    void bind();
+    bool fill_vertices(giTriBlock const& block, Use use, dgProjection const& projection, int width,
+                       int height, bool& finite_nodes);
+    bool fill_indices(giTriArr const& triangles) const;
+
+    unsigned m_array = 0;
+    unsigned m_vertices = 0;
+    unsigned m_indices = 0;
+    std::size_t m_capacity = 0; // of the vertex buffer, in bytes
+};

@@ -1,0 +1,33 @@
+// The program that OpenGL shades with.
+#pragma once
+
+#include "dgDrawState.h"
+#include "dgProjection.h"
+#include "utString.h"
+
+/// Shades a pixel by one directional light and ambient light, with the half-way vector's highlight.
+///
+/// Takes the vertices of dgOffscreenMesh. Its OpenGL objects belong to the context that is current when it is
+/// built, and go with it.
+class dgOffscreenProgram
+{
+public:
+    /// @param problem  receives the driver's words when it cannot be built
+    bool build(utString& problem);
+
+    /// Puts the program and its values in force.
+    void use(dgProjection const& projection, dgDrawState const& state, bool textured) const;
+
+private:
+    unsigned m_program = 0;
+    int m_to_view = -1;
+    int m_depth_scale = -1;
+    int m_textured = -1;
+    int m_lit = -1;
+    int m_surface = -1;
+    int m_ambient = -1;
+    int m_diffuse = -1;
+    int m_specular = -1;
+    int m_exponent = -1;
+    int m_emission = -1;
+};

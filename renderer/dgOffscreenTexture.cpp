@@ -1,0 +1,80 @@
+#include "dgOffscreenTexture.h"
+
+#include "gr_stretch_blt.h"
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+struct Unreference
+{
+    void operator()(dgDuctImage* image) const { image->unreference(); }
+};
+
+bool driver_takes(int width, int height)
+{
+    glTexImage2D(GL_PROXY_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, nullptr);
+    glGetError(); // a size out of all bounds may be one
+    GLint taken = 0;
+    glGetTexLevelParameteriv(GL_PROXY_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &taken);
+    return taken == width;
+}
+
+std::unique_ptr<dgDuctImage, Unreference> scaled_down(dgDuctImage const& image, int width, int height)
+{
+    // Opaque first: scaling weighs colours by their alpha, which a texture does not have.
+    std::unique_ptr<dgDuctImage, Unreference> const opaque(new dgDuctImage(utCopyDeep, image));
+    for (std::size_t at = 3; at < opaque->byte_count(); at += 4)
+        opaque->pixels()[at] = 255;
+    std::unique_ptr<dgDuctImage, Unreference> scaled(new dgDuctImage("", width, height));
+    gr_stretch_blt(*scaled, 0, 0, width, height, *opaque, 0, 0, image.width(), image.height(),
+                   grStretchBltAverage);
+    return scaled;
+}
+
+void upload(dgDuctImage const& image)
+{
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width(), image.height(), 0, GL_RGBA, GL_UNSIGNED_BYTE,
+                 image.pixels());
+}
+
+void set_sampling(dgTextureState const& state)
+{
+    GLint const wrap = state.wrap == dgTextureWrapClamp ? GL_CLAMP_TO_EDGE : GL_REPEAT;
+    bool const nearest = state.filter == dgTextureFilterNearest;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, nearest ? GL_NEAREST : GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, nearest ? GL_NEAREST : GL_LINEAR);
+    if (!nearest)
+        glGenerateMipmap(GL_TEXTURE_2D);
+}
+
+} // namespace
+
+dgOffscreenTexture::dgOffscreenTexture(dgTextureState const& state)
+{
+    dgDuctImage const& image = *state.image;
+    int width = image.width();
+    int height = image.height();
+    while (!driver_takes(width, height) && (width > 1 || height > 1)) {
+        width = std::max(width / 2, 1);
+        height = std::max(height / 2, 1);
+    }
+    glGenTextures(1, &m_texture);
+    glBindTexture(GL_TEXTURE_2D, m_texture);
+    if (width == image.width() && height == image.height())
+        upload(image);
+    else
+        upload(*scaled_down(image, width, height));
+    set_sampling(state);
+    m_ready = glGetError() == GL_NO_ERROR;
+}
+
+dgOffscreenTexture::~dgOffscreenTexture()
+{
+    glDeleteTextures(1, &m_texture);
+}
