@@ -4,4 +4,5 @@ pkg_check_modules(ZLIB REQUIRED IMPORTED_TARGET zlib)
 mr_test(test_files
   LIBRARIES PkgConfig::ZLIB
   SOURCES
+    platform/gr/gr_stretch_bltTest.cpp
     platform/gx/gxPNGTest.cpp)
