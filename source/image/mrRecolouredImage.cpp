@@ -5,10 +5,12 @@
 #include "utAssert.h"
 
 #include <array>
+#include <cstdint>
 
 namespace {
 
 using Products = std::array<unsigned char, 256>;
+using Channels = std::array<unsigned char, 4>;
 
 // A component has 256 values only, so the rule is worked out once for each of them, not for each pixel.
 Products products_with(unsigned char channel)
@@ -20,18 +22,60 @@ Products products_with(unsigned char channel)
     return products;
 }
 
+unsigned char whole_product(unsigned char component, std::uint16_t channel)
+{
+    return static_cast<unsigned char>(static_cast<std::uint16_t>(component * channel) / 255u);
+}
+
+/// Whether whole numbers give what the rule does. They do for all channels but 147, 155, 171, 187 and 195,
+/// where some products that ought to be whole numbers come out one lower by the rule.
+bool whole_products_serve(Products const& products, unsigned char channel)
+{
+    for (std::size_t component = 0; component < products.size(); ++component)
+        if (products[component] != whole_product(static_cast<unsigned char>(component), channel))
+            return false;
+    return true;
+}
+
+// Four pixels at a time, a shape that compilers turn into vector instructions: three times as fast as
+// looking up. Inlined, the one channel that is known would set every fourth component apart and spoil that.
+[[gnu::noinline]] void multiply(dgDuctImage& image, Channels const& channels)
+{
+    std::array<std::uint16_t, 16> factors{};
+    for (std::size_t k = 0; k < factors.size(); ++k)
+        factors[k] = channels[k % channels.size()];
+
+    unsigned char* const pixels = image.pixels();
+    std::size_t const size = image.byte_count();
+    std::size_t at = 0;
+    for (; at + factors.size() <= size; at += factors.size())
+        for (std::size_t k = 0; k < factors.size(); ++k)
+            pixels[at + k] = whole_product(pixels[at + k], factors[k]);
+    for (; at < size; ++at)
+        pixels[at] = whole_product(pixels[at], factors[at % factors.size()]);
+}
+
+void look_up(dgDuctImage& image, std::array<Products, 4> const& products)
+{
+    unsigned char* const end = image.pixels() + image.byte_count();
+    for (unsigned char* pixel = image.pixels(); pixel != end; pixel += 4)
+        for (std::size_t k = 0; k < 3; ++k)
+            pixel[k] = products[k][pixel[k]];
+}
+
 void tint(dgDuctImage& image, giColour const& colour)
 {
-    Products const reds = products_with(colour.red());
-    Products const greens = products_with(colour.green());
-    Products const blues = products_with(colour.blue());
-
-    unsigned char* const end = image.pixels() + image.byte_count();
-    for (unsigned char* pixel = image.pixels(); pixel != end; pixel += 4) {
-        pixel[0] = reds[pixel[0]];
-        pixel[1] = greens[pixel[1]];
-        pixel[2] = blues[pixel[2]];
+    Channels const channels{colour.red(), colour.green(), colour.blue(), 255}; // 255 keeps alpha
+    std::array<Products, 4> products{};
+    bool whole_products = true;
+    for (std::size_t k = 0; k < channels.size(); ++k) {
+        products[k] = products_with(channels[k]);
+        whole_products = whole_products && whole_products_serve(products[k], channels[k]);
     }
+    if (whole_products)
+        multiply(image, channels);
+    else
+        look_up(image, products);
 }
 
 giColour* new_colour_like(giColour const* colour)
