@@ -17,8 +17,7 @@ public:
 
     double length() const;
 
-    /// Makes the length 1. A vector without length, or with a component that is no finite number, stays as it
-    /// is.
+    /// Makes the length 1. A vector whose length is 0 or no finite number stays as it is.
     /// @return 1 when the length is 1 now, else 0
     int unitize();
 

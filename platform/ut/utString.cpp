@@ -1,6 +1,8 @@
 #include "utString.h"
 
 #include <charconv>
+#include <locale>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
@@ -14,16 +16,23 @@ std::string_view without_plus(std::string_view text)
     return text;
 }
 
-template <class Number, class... Format>
-int parse_whole(std::string_view text, Number& value, Format... format)
+/// Reads the whole text, or says why not.
+template <class Number>
+std::errc parse_whole(std::string_view text, Number& value)
 {
     text = without_plus(text);
-    Number parsed{};
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), parsed, format...);
-    if (error != std::errc() || end != text.data() + text.size())
-        return 0;
-    value = parsed;
-    return 1;
+    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return end == text.data() + text.size() ? error : std::errc::invalid_argument;
+}
+
+/// Reads a number that std::from_chars found out of range: it makes no difference between one too large and one
+/// too small, which is 0.
+/// @return whether it is too small
+bool parse_too_small(std::string const& text, double& value)
+{
+    std::istringstream in(text);
+    in.imbue(std::locale::classic());
+    return static_cast<bool>(in >> value);
 }
 
 } // namespace
@@ -88,7 +97,11 @@ void utString::remove_sub_string(std::size_t start, std::size_t count)
 
 int utString::parse(int& value) const
 {
-    return parse_whole(m_text, value);
+    int parsed = 0;
+    if (parse_whole(m_text, parsed) != std::errc())
+        return 0;
+    value = parsed;
+    return 1;
 }
 
 int utString::parse(double& value) const
@@ -97,5 +110,12 @@ int utString::parse(double& value) const
     // alone.
     if (m_text.find_first_not_of("+-.0123456789eE") != std::string::npos)
         return 0;
-    return parse_whole(m_text, value, std::chars_format::general);
+    double parsed = 0.0;
+    std::errc const error = parse_whole(m_text, parsed);
+    if (error == std::errc::result_out_of_range && !parse_too_small(m_text, parsed))
+        return 0;
+    if (error == std::errc::invalid_argument)
+        return 0;
+    value = parsed;
+    return 1;
 }

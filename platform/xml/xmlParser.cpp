@@ -40,7 +40,8 @@ public:
     Attempt(Encoding encoding, xmlDocument& document);
 
     bool parse(std::string_view text);
-    utString error() const;
+    /// Why it failed.
+    utString const& error() const { return m_error; }
 
 private:
     static void start_element(void* self, XML_Char const* name, XML_Char const** attributes);
@@ -50,6 +51,7 @@ private:
                               XML_Char const* public_id, int has_internal_subset);
 
     void refuse(char const* reason);
+    void note_error(char const* reason);
     void append(std::string& result, std::string_view utf8) const;
     void flush_text();
 
@@ -58,7 +60,7 @@ private:
     Parser m_parser;
     std::vector<xmlElement*> m_open;
     std::string m_text; // gathered until a tag ends it: comments and CDATA make no nodes of their own
-    char const* m_reason = nullptr;
+    utString m_error;
 };
 
 Attempt::Attempt(Encoding encoding, xmlDocument& document)
@@ -78,19 +80,17 @@ Attempt::Attempt(Encoding encoding, xmlDocument& document)
 
 bool Attempt::parse(std::string_view text)
 {
+    if (!m_parser) {
+        m_error = "out of memory";
+        return false;
+    }
     // In one piece: a token that does not end within a piece would be looked at again with each further one.
-    return m_parser &&
-           XML_Parse(m_parser.get(), text.data(), static_cast<int>(text.size()), XML_TRUE) == XML_STATUS_OK;
-}
-
-utString Attempt::error() const
-{
-    if (!m_parser)
-        return "out of memory";
-    std::string words = "line " + std::to_string(XML_GetCurrentLineNumber(m_parser.get()));
-    words += ", column " + std::to_string(XML_GetCurrentColumnNumber(m_parser.get()) + 1) + ": ";
-    words += m_reason ? m_reason : XML_ErrorString(XML_GetErrorCode(m_parser.get()));
-    return utString(std::move(words));
+    int const length = static_cast<int>(text.size());
+    if (XML_Parse(m_parser.get(), text.data(), length, XML_TRUE) == XML_STATUS_OK)
+        return true;
+    if (m_error.invalid())
+        note_error(XML_ErrorString(XML_GetErrorCode(m_parser.get())));
+    return false;
 }
 
 void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
@@ -99,10 +99,10 @@ void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
     if (attempt.m_open.size() == xmlParser::max_depth)
         return attempt.refuse("elements nested too deep");
 
+    attempt.flush_text();
     std::string own_name;
     attempt.append(own_name, name);
     xmlElement& element = attempt.m_document.create_element(utString(std::move(own_name)));
-    attempt.flush_text();
     if (attempt.m_open.empty())
         attempt.m_document.append_child(element);
     else
@@ -113,7 +113,7 @@ void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
 void Attempt::end_element(void* self, XML_Char const*)
 {
     auto& attempt = *static_cast<Attempt*>(self);
-    if (attempt.m_reason)
+    if (!attempt.m_error.invalid())
         return; // an empty element's end follows its start even when that stopped the parser
     attempt.flush_text();
     attempt.m_open.pop_back();
@@ -132,8 +132,16 @@ void Attempt::start_doctype(void* self, XML_Char const*, XML_Char const*, XML_Ch
 
 void Attempt::refuse(char const* reason)
 {
-    m_reason = reason;
+    note_error(reason);
     XML_StopParser(m_parser.get(), XML_FALSE);
+}
+
+void Attempt::note_error(char const* reason)
+{
+    std::string words = "line " + std::to_string(XML_GetCurrentLineNumber(m_parser.get()));
+    words += ", column " + std::to_string(XML_GetCurrentColumnNumber(m_parser.get()) + 1) + ": ";
+    words += reason;
+    m_error = utString(std::move(words));
 }
 
 void Attempt::append(std::string& result, std::string_view utf8) const

@@ -5,6 +5,8 @@
 #include "utString.h"
 #include "xmlDocument.h"
 
+#include <cstddef>
+
 /// Reads a document into its nodes. Safe for untrusted input.
 ///
 /// Text is kept as it is, white space included; comments and processing instructions are dropped, CDATA is
@@ -19,8 +21,8 @@ class UT_API xmlParser
 public:
     /// Elements within elements; a deeper document is refused.
     static constexpr int max_depth = 256;
-    /// Bytes of text; a longer document is refused.
-    static constexpr std::size_t max_length = 0x7fffffff;
+    /// Bytes of text; a longer document is refused. The parser underneath holds no more in one piece.
+    static constexpr std::size_t max_length = std::size_t{1} << 30;
 
     /// Fills the document; what it held is gone.
     /// @return 1, or 0 with the document left empty; error() then says what is wrong

@@ -1,0 +1,19 @@
+mr_test(platform_core_test
+  LIBRARIES mr_platform
+  SOURCES
+    platform/ut/utAssertTest.cpp
+    platform/ut/utCheckValidTest.cpp
+    platform/ut/utStringTest.cpp
+    platform/co/coHashTest.cpp
+    platform/co/coSetTest.cpp
+    platform/co/coTableTest.cpp
+    platform/ml/mlMathTest.cpp
+    platform/gi/giBoxTest.cpp
+    platform/gi/giVector3Test.cpp
+    platform/gs/gsBase64Test.cpp
+    platform/gs/gsColourTest.cpp
+    platform/gs/gsImageUtilsTest.cpp
+    platform/gs/gsTriUtilsTest.cpp
+    platform/dg/dgBaseTest.cpp
+    platform/dg/dgDuctImageTest.cpp
+    platform/dgk/dgkCurve3Test.cpp)
