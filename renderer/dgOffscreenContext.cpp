@@ -1,18 +1,16 @@
 #include "dgOffscreenContext.h"
 
+#include "dgOffscreenQuiet.h"
+
 #include <epoxy/egl.h>
 #include <epoxy/gl.h>
 
 #include <algorithm>
 #include <dlfcn.h>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace {
-
-// Of EGL_EXT_device_drm_render_node, which libepoxy's header does not have.
-constexpr EGLint drm_render_node_file = 0x3377;
 
 struct Candidate
 {
@@ -61,80 +59,49 @@ Function extension_function(char const* name)
     return reinterpret_cast<Function>(eglGetProcAddress(name));
 }
 
-/// Devices of the two kinds: those that draw in hardware, and those that draw in software.
-class Devices
+/// Every device, those that draw in hardware before those that draw in software.
+std::vector<Candidate> devices(PFNEGLGETPLATFORMDISPLAYEXTPROC platform_display)
 {
-public:
-    Devices()
-        : m_query(extension_function<PFNEGLQUERYDEVICESEXTPROC>("eglQueryDevicesEXT")),
-          m_query_text(extension_function<PFNEGLQUERYDEVICESTRINGEXTPROC>("eglQueryDeviceStringEXT"))
-    {
-        EGLint count = 0;
-        if (!m_query || !m_query_text || !m_query(0, nullptr, &count) || count < 1)
-            return;
-        std::vector<EGLDeviceEXT> all(static_cast<std::size_t>(count));
-        if (!m_query(count, all.data(), &count))
-            return;
-        all.resize(static_cast<std::size_t>(std::max(count, 0)));
-        for (EGLDeviceEXT const device : all)
-            (is_software(device) ? software : hardware).push_back(device);
-        // A driver says a word to standard error about a file that it may not open.
-        std::erase_if(hardware, [this](EGLDeviceEXT device) { return !may_be_opened(device); });
-    }
+    auto const query = extension_function<PFNEGLQUERYDEVICESEXTPROC>("eglQueryDevicesEXT");
+    auto const query_text = extension_function<PFNEGLQUERYDEVICESTRINGEXTPROC>("eglQueryDeviceStringEXT");
+    EGLint count = 0;
+    if (!query || !query_text || !query(0, nullptr, &count) || count < 1)
+        return {};
+    std::vector<EGLDeviceEXT> handles(static_cast<std::size_t>(count));
+    if (!query(count, handles.data(), &count))
+        return {};
+    handles.resize(static_cast<std::size_t>(count));
 
-    std::vector<EGLDeviceEXT> hardware;
-    std::vector<EGLDeviceEXT> software;
+    auto const draws_in_hardware = [query_text](EGLDeviceEXT device) {
+        return !has_word(query_text(device, EGL_EXTENSIONS), "EGL_MESA_device_software");
+    };
+    auto const software = std::stable_partition(handles.begin(), handles.end(), draws_in_hardware);
+    std::vector<Candidate> found;
+    for (auto device = handles.begin(); device != handles.end(); ++device)
+        found.push_back({device < software ? "graphics device" : "software device",
+                         platform_display(EGL_PLATFORM_DEVICE_EXT, *device, nullptr)});
+    return found;
+}
 
-private:
-    bool is_software(EGLDeviceEXT device) const
-    {
-        return has_word(m_query_text(device, EGL_EXTENSIONS), "EGL_MESA_device_software");
-    }
-
-    bool may_be_opened(EGLDeviceEXT device) const
-    {
-        char const* const extensions = m_query_text(device, EGL_EXTENSIONS);
-        char const* path = nullptr;
-        if (has_word(extensions, "EGL_EXT_device_drm_render_node"))
-            path = m_query_text(device, drm_render_node_file);
-        if (!path && has_word(extensions, "EGL_EXT_device_drm"))
-            path = m_query_text(device, EGL_DRM_DEVICE_FILE_EXT);
-        return !path || access(path, R_OK | W_OK) == 0;
-    }
-
-    PFNEGLQUERYDEVICESEXTPROC m_query;
-    PFNEGLQUERYDEVICESTRINGEXTPROC m_query_text;
-};
-
-/// The displays that might do, the best first: graphics hardware, then software that needs no window system.
-/// The software device comes before the surfaceless platform, which tries the hardware again and complains
-/// to standard error where it may not open it.
+/// The displays that might do, the best first: graphics hardware, then software that needs no window system,
+/// and the window system last.
 std::vector<Candidate> candidates()
 {
     char const* const extensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
     auto const platform_display =
         extension_function<PFNEGLGETPLATFORMDISPLAYEXTPROC>("eglGetPlatformDisplayEXT");
-    bool const has_platforms = has_word(extensions, "EGL_EXT_platform_base") && platform_display;
+    bool const has_platforms = platform_display && has_word(extensions, "EGL_EXT_platform_base");
+    bool const lists_devices =
+        has_word(extensions, "EGL_EXT_device_enumeration") || has_word(extensions, "EGL_EXT_device_base");
 
     std::vector<Candidate> found;
-    auto const add = [&](char const* name, EGLDisplay display) {
-        if (display != EGL_NO_DISPLAY)
-            found.push_back({name, display});
-    };
-    bool const has_devices =
-        has_platforms && has_word(extensions, "EGL_EXT_platform_device") &&
-        (has_word(extensions, "EGL_EXT_device_enumeration") || has_word(extensions, "EGL_EXT_device_base"));
-    if (has_devices) {
-        Devices const devices;
-        for (EGLDeviceEXT const device : devices.hardware)
-            add("graphics device", platform_display(EGL_PLATFORM_DEVICE_EXT, device, nullptr));
-        for (EGLDeviceEXT const device : devices.software)
-            add("software device", platform_display(EGL_PLATFORM_DEVICE_EXT, device, nullptr));
-    }
+    if (has_platforms && lists_devices && has_word(extensions, "EGL_EXT_platform_device"))
+        found = devices(platform_display);
     if (has_platforms && has_word(extensions, "EGL_MESA_platform_surfaceless"))
-        add("surfaceless platform",
-            platform_display(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr));
-    add("default display", eglGetDisplay(EGL_DEFAULT_DISPLAY));
+        found.push_back({"surfaceless platform",
+                         platform_display(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr)});
+    found.push_back({"default display", eglGetDisplay(EGL_DEFAULT_DISPLAY)});
+    std::erase_if(found, [](Candidate const& candidate) { return candidate.display == EGL_NO_DISPLAY; });
     return found;
 }
 
@@ -158,6 +125,7 @@ private:
 
 std::unique_ptr<dgOffscreenContext> dgOffscreenContext::create(utString& reason)
 {
+    dgOffscreenQuiet const quiet;
     if (!libraries_are_there(reason))
         return nullptr;
     utString problems;
