@@ -5,16 +5,14 @@
 #include "utString.h"
 #include "xmlNode.h"
 
-#include <deque>
-#include <memory_resource>
-#include <optional>
-#include <set>
+#include <memory>
 
 /// A tree of nodes, all of them owned by the document whether they have a place in the tree or not.
 class UT_API xmlDocument
 {
 public:
-    xmlDocument() { clear(); }
+    xmlDocument();
+    ~xmlDocument();
     xmlDocument(xmlDocument const&) = delete;
     xmlDocument& operator=(xmlDocument const&) = delete;
 
@@ -24,34 +22,17 @@ public:
     xmlText& create_text_node(utString text);
 
     /// Makes the element the document's one root.
-    void append_child(xmlElement& root) { m_content->root = &root; }
+    void append_child(xmlElement& root) { m_root = &root; }
 
     /// The root, or null while there is none.
-    xmlElement const* document_element() const { return m_content->root; }
+    xmlElement const* document_element() const { return m_root; }
 
     /// Destroys every node; the document is as new.
-    void clear() { m_content.emplace(); }
+    void clear();
 
 private:
-    struct NameOrder
-    {
-        bool operator()(utString const& first, utString const& second) const
-        {
-            return first.view() < second.view();
-        }
-    };
+    struct Nodes;
 
-    // Each name is kept once, in order rather than by hash, so that no choice of names makes finding them
-    // slow. Nodes stand in blocks, which are let go all at once, and are destroyed one after the other, so
-    // that no depth of the tree matters.
-    struct Content
-    {
-        std::pmr::monotonic_buffer_resource memory;
-        std::set<utString, NameOrder> names;
-        std::pmr::deque<xmlElement> elements{&memory};
-        std::pmr::deque<xmlText> texts{&memory};
-        xmlElement* root = nullptr;
-    };
-
-    std::optional<Content> m_content;
+    std::unique_ptr<Nodes> m_nodes;
+    xmlElement* m_root = nullptr;
 };

@@ -69,7 +69,6 @@ Attempt::Attempt(Encoding encoding, xmlDocument& document)
       // An encoding that is named here overrides that of a declaration.
       m_parser(XML_ParserCreate(encoding == Encoding::utf8 ? "UTF-8" : "ISO-8859-1"), XML_ParserFree)
 {
-    m_document.clear();
     if (!m_parser)
         return;
     XML_SetUserData(m_parser.get(), this);
@@ -193,9 +192,9 @@ int xmlParser::parse(utString const& text, xmlDocument& document)
             return 1;
         }
         m_error = attempt.error();
+        document.clear();
         if (!has_8_bit_bytes(bytes))
             break;
     }
-    document.clear();
     return 0;
 }
