@@ -68,8 +68,7 @@ Paint dahlia_at(double x, double y)
         double const along = (place.along - ring.reach) / ring.length;
         double const away = place.away / ring.width;
         if (along * along + away * away < 1)
-            return {step_mix(step_mix(ring.inner, ring.outer, 0.5 + 0.5 * along, 8), colours::charcoal,
-                             0.3 * away * away, 9)};
+            return {step_mix(ring.inner, ring.outer, 0.6 + 0.45 * along - 0.45 * away * away, 16)};
         place = at_next_axis(place);
     }
     double const shadow_y = dy - 0.04;

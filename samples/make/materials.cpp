@@ -250,7 +250,7 @@ void make_sampler(fs::path const& folder)
     draft.add({.name = "Oak", .colour = colours::white, .polish = 0.35}, {layer("oak")});
     draft.add({.name = "Slate", .colour = colours::slate});
     draft.add({.name = "Star tiles", .colour = colours::white, .polish = 0.4}, {layer("star tiles")});
-    draft.add({.name = "Ochre", .colour = colours::ochre});
+    draft.add({.name = "Terracotta", .colour = colours::terracotta});
     draft.add({.name = "Linen, dyed with weld", .colour = colours::white, .polish = 0.05},
               {tinted_layer("linen", {214, 206, 128})});
     draft.add({.name = "Plum", .colour = colours::plum});

@@ -23,13 +23,13 @@ std::vector<MtlMaterial> materials()
         {.name = "apple", .diffuse = colours::brick, .shininess = 160},
         {.name = "pear", .diffuse = {186, 178, 84}, .shininess = 60},
         {.name = "glass",
-         .diffuse = {206, 228, 224},
+         .diffuse = {158, 204, 204},
          .shininess = 960,
          .opacity = 0.22,
          .refractive_index = 1.52},
-        {.name = "brass", .diffuse = {206, 160, 78}, .roughness = 0.25, .metalness = 0.9},
+        {.name = "pewter", .diffuse = {150, 154, 162}, .roughness = 0.25, .metalness = 0.9},
         {.name = "wax", .diffuse = colours::cream, .shininess = 40, .opacity = 0.92},
-        {.name = "flame", .diffuse = {255, 196, 96}, .emission = {255, 170, 64}},
+        {.name = "candle_light", .diffuse = {255, 196, 96}, .emission = {255, 170, 64}},
     };
 }
 
@@ -172,8 +172,8 @@ std::vector<ObjPart> parts()
         {"runner", "linen", true, runner()},  {"block", "terrazzo", true, block()},
         {"vase", "glaze", false, vase()},     {"poppies", "poppy_heads", false, poppies()},
         {"apples", "apple", false, apples()}, {"pears", "pear", false, pears()},
-        {"bowl", "glass", false, bowl()},     {"candlestick", "brass", false, holder()},
-        {"candle", "wax", false, candle()},   {"candle_flame", "flame", false, flame()},
+        {"bowl", "glass", false, bowl()},     {"candlestick", "pewter", false, holder()},
+        {"candle", "wax", false, candle()},   {"flame", "candle_light", false, flame()},
     };
 }
 
