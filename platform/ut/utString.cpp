@@ -25,8 +25,8 @@ std::errc parse_whole(std::string_view text, Number& value)
     return end == text.data() + text.size() ? error : std::errc::invalid_argument;
 }
 
-/// Reads a number that std::from_chars found out of range: it makes no difference between one too large and one
-/// too small, which is 0.
+/// Reads a number that std::from_chars found out of range: it makes no difference between one too large and
+/// one too small, which is 0.
 /// @return whether it is too small
 bool parse_too_small(std::string const& text, double& value)
 {

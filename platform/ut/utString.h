@@ -58,8 +58,8 @@ public:
     int parse(int& value) const;
 
     /// Reads the whole text as a number: an optional sign, digits with at most one point, an optional
-    /// exponent. No other words or forms; a value too large for a double fails, one too small is 0; the locale
-    /// has no part in it.
+    /// exponent. No other words or forms; a value too large for a double fails, one too small is 0; the
+    /// locale has no part in it.
     /// @return 1, or 0 with @p value untouched
     int parse(double& value) const;
 

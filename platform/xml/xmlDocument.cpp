@@ -17,9 +17,9 @@ struct NameOrder
 
 } // namespace
 
-// The nodes stand in blocks, which are let go all at once, and are destroyed one after the other, so that no depth
-// of the tree matters. Each name is kept once, in order rather than by hash, so that no choice of names makes
-// finding them slow.
+// The nodes stand in blocks, which are let go all at once, and are destroyed one after the other, so that no
+// depth of the tree matters. Each name is kept once, in order rather than by hash, so that no choice of names
+// makes finding them slow.
 struct xmlDocument::Nodes
 {
     std::set<utString, NameOrder> names;

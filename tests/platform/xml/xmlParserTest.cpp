@@ -9,7 +9,7 @@ using namespace std::literals;
 
 namespace {
 
-/// The nodes as text again: elements in brackets, each text in bars. Recurses no deeper than the parser reads.
+/// The nodes as text again: elements in brackets, each text in bars.
 std::string shown(xmlNode const& node)
 {
     std::string text(node.element() ? "(" : "|");
