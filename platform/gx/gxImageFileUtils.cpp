@@ -1,1 +1,257 @@
-// to be written
+#include "gxImageFileUtils.h"
+
+#include "gxPNG.h"
+
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace {
+
+struct Format
+{
+    gxImageFileFormat format;
+    char const* loader; ///< gdk-pixbuf's name of it; PNG has a reader of its own
+    std::array<std::string_view, 4> extensions;
+};
+
+constexpr Format formats[] = {
+    {gxImageFilePNG, nullptr, {"png"}},         {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}},
+    {gxImageFileTIFF, "tiff", {"tif", "tiff"}}, {gxImageFileGIF, "gif", {"gif"}},
+    {gxImageFileBMP, "bmp", {"bmp"}},           {gxImageFileTGA, "tga", {"tga"}},
+    {gxImageFileICO, "ico", {"ico"}},           {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}},
+    {gxImageFileSVG, "svg", {"svg"}},           {gxImageFileWebP, "webp", {"webp"}},
+};
+
+char lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool equal_without_case(std::string_view a, std::string_view b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lower(x) == lower(y); });
+}
+
+struct CloseFile
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+struct UnrefObject
+{
+    void operator()(void* object) const { g_object_unref(object); }
+};
+using Pixbuf = std::unique_ptr<GdkPixbuf, UnrefObject>;
+
+/// A loader's message, which may quote the file, as one line of text.
+utString one_line(char const* message)
+{
+    std::string line = message;
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
+    line.erase(line.find_last_not_of(' ') + 1);
+    return utString(line);
+}
+
+/// Keeps what gdk-pixbuf has to say about damaged files from standard error while it lives. Only messages of
+/// gdk-pixbuf's own, and only for so long: those of an application that uses GLib too go where they went.
+class QuietPixbuf
+{
+public:
+    QuietPixbuf() = default;
+    ~QuietPixbuf() { g_log_remove_handler(m_domain, m_handler); }
+    QuietPixbuf(QuietPixbuf const&) = delete;
+    QuietPixbuf& operator=(QuietPixbuf const&) = delete;
+
+private:
+    static void ignore(char const*, GLogLevelFlags, char const*, void*) {}
+
+    static constexpr char const* m_domain = "GdkPixbuf";
+    guint m_handler = g_log_set_handler(m_domain, G_LOG_LEVEL_MASK, ignore, nullptr);
+};
+
+/// One image file on its way through the loader of its format.
+class Loader
+{
+public:
+    explicit Loader(Format const& format)
+        : m_scalable(format.format == gxImageFileSVG),
+          m_loader(gdk_pixbuf_loader_new_with_type(format.loader, nullptr))
+    {
+        if (m_loader)
+            g_signal_connect(m_loader.get(), "size-prepared", G_CALLBACK(limit_size), this);
+    }
+
+    /// @return the first frame, upright, or null with the reason
+    Pixbuf load(std::FILE* file, utString& reason);
+
+private:
+    static void limit_size(GdkPixbufLoader* loader, int width, int height, void* self);
+    void feed(std::FILE* file, utString& reason);
+
+    bool m_scalable;
+    bool m_too_large = false;
+    std::unique_ptr<GdkPixbufLoader, UnrefObject> m_loader;
+};
+
+/// Called when the size is known and no room for pixels has been made yet.
+void Loader::limit_size(GdkPixbufLoader* loader, int width, int height, void* self)
+{
+    constexpr std::int64_t side = gxImageFileUtils::max_svg_side;
+    std::int64_t const longest = std::max(width, height);
+    auto& that = *static_cast<Loader*>(self);
+    if (that.m_scalable && longest > side) {
+        auto const scaled = [longest](std::int64_t length) {
+            return static_cast<int>(std::max<std::int64_t>(1, (length * side + longest / 2) / longest));
+        };
+        gdk_pixbuf_loader_set_size(loader, scaled(width), scaled(height));
+    } else if (std::int64_t{width} * height > gxImageFileUtils::max_pixels) {
+        that.m_too_large = true;
+        // By this size loaders know that no pixels are wanted.
+        gdk_pixbuf_loader_set_size(loader, 0, 0);
+    }
+}
+
+void Loader::feed(std::FILE* file, utString& reason)
+{
+    GError* error = nullptr;
+    std::vector<unsigned char> bytes(1 << 16);
+    bool empty = true;
+    bool taken = true;
+    while (taken && !m_too_large) {
+        std::size_t const count = std::fread(bytes.data(), 1, bytes.size(), file);
+        if (count == 0)
+            break;
+        empty = false;
+        taken = gdk_pixbuf_loader_write(m_loader.get(), bytes.data(), count, &error);
+    }
+    // A loader has to be closed whatever happened; some decode only now.
+    if (!gdk_pixbuf_loader_close(m_loader.get(), taken ? &error : nullptr))
+        taken = false;
+
+    if (m_too_large)
+        reason = "the image has more pixels than are allowed";
+    else if (std::ferror(file))
+        reason = "the file cannot be read";
+    else if (empty)
+        reason = "the file is empty";
+    else if (!taken)
+        reason = error ? one_line(error->message) : "the file is damaged";
+    g_clear_error(&error);
+}
+
+Pixbuf Loader::load(std::FILE* file, utString& reason)
+{
+    if (!m_loader) {
+        reason = "no loader for image files of this format is installed";
+        return nullptr;
+    }
+    feed(file, reason);
+    if (!reason.invalid())
+        return nullptr;
+    GdkPixbuf* const first = gdk_pixbuf_loader_get_pixbuf(m_loader.get());
+    if (!first) {
+        reason = "the file holds no image";
+        return nullptr;
+    }
+    return Pixbuf(gdk_pixbuf_apply_embedded_orientation(first));
+}
+
+dgDuctImage* image_of(GdkPixbuf const* pixbuf)
+{
+    auto const width = static_cast<std::size_t>(gdk_pixbuf_get_width(pixbuf));
+    auto const height = static_cast<std::size_t>(gdk_pixbuf_get_height(pixbuf));
+    auto const channels = static_cast<std::size_t>(gdk_pixbuf_get_n_channels(pixbuf));
+    auto const stride = static_cast<std::size_t>(gdk_pixbuf_get_rowstride(pixbuf));
+    unsigned char const* const pixels = gdk_pixbuf_read_pixels(pixbuf);
+
+    auto* const image = new dgDuctImage("", static_cast<int>(width), static_cast<int>(height));
+    unsigned char* to = image->pixels();
+    for (std::size_t y = 0; y < height; ++y)
+        for (std::size_t x = 0; x < width; ++x, to += 4) {
+            unsigned char const* const from = pixels + y * stride + x * channels;
+            std::memcpy(to, from, 3);
+            to[3] = channels == 4 ? from[3] : 255;
+        }
+    return image;
+}
+
+dgDuctImage* read_with_loader(std::FILE* file, Format const& format, utString& reason)
+{
+    QuietPixbuf const quiet;
+    // The loader, which holds the pixels too, is gone before they are copied when they were turned.
+    Pixbuf const pixbuf = Loader(format).load(file, reason);
+    return pixbuf ? image_of(pixbuf.get()) : nullptr;
+}
+
+dgDuctImage* read_with_format(char const* path, Format const& format, utString& reason)
+{
+    File const file(std::fopen(path, "rb"));
+    if (!file) {
+        std::string const why = std::generic_category().message(errno);
+        reason = "the file cannot be opened: ";
+        reason += why;
+        return nullptr;
+    }
+    if (format.loader)
+        return read_with_loader(file.get(), format, reason);
+    utStringutStringcoTable texts(4, 50);
+    return gxPNGReaderDuctImage::read_file(file.get(), texts, gxImageFileUtils::max_pixels, &reason);
+}
+
+} // namespace
+
+char const* gxImageFileUtils::get_extension(char const* path, char separator)
+{
+    if (!path)
+        return nullptr;
+    char const* const slash = std::strrchr(path, '/');
+    char const* const found = std::strrchr(slash ? slash + 1 : path, separator);
+    return found && found[0] && found[1] ? found + 1 : nullptr;
+}
+
+int gxImageFileUtils::file_format_from_extension(utString const& extension, gxImageFileFormat& format)
+{
+    if (extension.empty())
+        return 0;
+    for (Format const& known : formats)
+        for (std::string_view const name : known.extensions)
+            if (equal_without_case(extension.view(), name)) {
+                format = known.format;
+                return 1;
+            }
+    return 0;
+}
+
+dgDuctImage* gxImageFileUtils::read_image_file(utString const& path, gxImageFileFormat format,
+                                               utString* reason)
+{
+    auto const known = std::find_if(std::begin(formats), std::end(formats),
+                                    [format](Format const& row) { return row.format == format; });
+    utString why_not = "the format is not known";
+    dgDuctImage* image = nullptr;
+    if (known != std::end(formats)) {
+        why_not.set_invalid();
+        try {
+            image = read_with_format(path.c_str(), *known, why_not);
+        } catch (std::bad_alloc const&) {
+            why_not = "there is not enough memory for the image";
+        }
+    }
+    if (!image && reason)
+        *reason = why_not;
+    return image;
+}
