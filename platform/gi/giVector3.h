@@ -29,6 +29,7 @@ public:
     int parallel(giVector3 const& other, giAngle const& tolerance) const;
 
     giVector3 operator*(double factor) const { return {x * factor, y * factor, z * factor}; }
+    giVector3 operator+(giVector3 const& other) const { return {x + other.x, y + other.y, z + other.z}; }
     giVector3 operator-(giVector3 const& other) const { return {x - other.x, y - other.y, z - other.z}; }
 
     double x;

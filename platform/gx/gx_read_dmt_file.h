@@ -5,12 +5,27 @@
 #include "utExport.h"
 #include "utString.h"
 
-/// Appends the meshes of a file to @p blocks, one block a mesh, in the scene's own coordinates.
+#include <cstdint>
+
+/// A file whose meshes have more triangles, or three times as many points, is refused. A mesh counts as often
+/// as the scene shows it: a small file can show one a million times.
+constexpr std::int64_t gx_max_dmt_triangles = std::int64_t{1} << 24;
+
+/// Where normals are made, triangles that meet at a smaller angle than this look like one smooth surface.
+/// In degrees.
+constexpr double gx_dmt_crease_angle = 50.0;
+
+/// Appends the meshes of a file to @p blocks, one block for each time that the scene shows a mesh, in the
+/// scene's own coordinates.
 ///
 /// Reads what Assimp reads (OBJ, STL, PLY, glTF, 3DS, FBX and more), the format chosen by content and name.
-/// Polygons become triangles, lines and points are left out, normals are made where they are missing, points
-/// that are no finite number and triangles that use them, or an index out of range, are left out. It is only
-/// as safe as Assimp is, which damaged files can crash: read files from strangers in a process of their own.
+/// Polygons become triangles; lines and points are left out. Points that are no finite number, and triangles
+/// that use them or an index out of range, are left out. Normals have length 1 and are made where a mesh has
+/// none, or one that is no direction. A block has texture coordinates when its mesh has. A mirrored mesh keeps
+/// the fronts of its triangles outside.
+///
+/// It is only as safe as Assimp is, which damaged files can crash: read files from strangers in a process of
+/// their own.
 ///
 /// @param path    path of the file
 /// @param blocks  receives the new blocks, which are the caller's

@@ -7,4 +7,5 @@ mr_test(test_files
   SOURCES
     platform/gr/gr_stretch_bltTest.cpp
     platform/gx/gxImageFileUtilsTest.cpp
-    platform/gx/gxPNGTest.cpp)
+    platform/gx/gxPNGTest.cpp
+    platform/gx/gx_read_dmt_fileTest.cpp)
