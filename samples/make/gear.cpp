@@ -1,4 +1,4 @@
-// A gear: an STL mesh, in millimetres, z up.
+// A gear that stands on its teeth: an STL mesh, in millimetres, z up.
 #include "samples.h"
 
 #include "giPoint.h"
@@ -25,15 +25,15 @@ struct Corner
 };
 constexpr std::array<Corner, 5> tooth{{{0, 0}, {0.22, 0}, {0.40, 1}, {0.60, 1}, {0.78, 0}}};
 
-/// One level of the outline: a ring about the axis, smooth or toothed.
+/// One ring of points about the axis, smooth or toothed, so far in front of the middle.
 struct Level
 {
     double radius;
     double tooth_height;
-    double z;
+    double front;
 };
 
-/// From the lower end of the bore up through it, over the top, down the teeth, and back below.
+/// From the rear end of the bore through it to the front, outwards, back along the teeth, and inwards.
 constexpr std::array<Level, 13> levels{{{9, 0, -6},
                                         {9, 0, 8},
                                         {10, 0, 9},
@@ -56,7 +56,7 @@ giPoint3 point(Level const& level, std::size_t index)
     double const radius = level.radius + level.tooth_height * corner.height;
     // Rounded, so that the last bit of a sine makes no difference.
     auto const rounded = [](double value) { return std::floor(value * 4096 + 0.5) / 4096; };
-    return {rounded(radius * std::cos(angle)), rounded(radius * std::sin(angle)), level.z};
+    return {rounded(radius * std::cos(angle)), -level.front, rounded(radius * std::sin(angle))};
 }
 
 giVector3 between(giPoint3 const& from, giPoint3 const& to)

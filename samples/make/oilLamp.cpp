@@ -59,7 +59,7 @@ Mesh ring_handle()
     constexpr int steps = 14;
     for (int step = 0; step <= steps; ++step) {
         double const angle = std::numbers::pi * (-0.78 + 1.56 * step / steps);
-        path.push_back({9 + 2.6 * std::cos(angle), 8 + 2.8 * std::sin(angle), 0});
+        path.push_back({8.2 + 2.8 * std::cos(angle), 8 + 2.8 * std::sin(angle), 0});
     }
     return tube(path, std::vector<double>(path.size(), 0.5), 8);
 }
