@@ -93,7 +93,7 @@ TEST(gxPNG, what_is_written_reads_back)
         std::string two = "in front" + bytes + bytes + "behind";
         File const file(fmemopen(two.data(), two.size(), "rb"));
         std::fseek(file.get(), 8, SEEK_SET);
-        for (std::size_t count : {1, 2}) {
+        for (std::size_t count : {1U, 2U}) {
             Outcome const outcome = read(file.get());
             ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
             EXPECT_TRUE(image->equal(outcome.image.get()));
