@@ -217,14 +217,16 @@ Mesh NormalMaker::make()
     return std::move(m_smooth);
 }
 
-/// Takes out of a mesh as it was read the faces that cutting polygons up would read the wrong memory for, or
-/// find no end with.
+/// Takes points, lines, and the faces that cutting polygons up would read the wrong memory for, or find no end
+/// with, out of a mesh as it was read.
 void drop_bad_faces(aiMesh& mesh)
 {
-    auto const is_bad = [&mesh](aiFace const& face) {
-        return std::any_of(face.mIndices, face.mIndices + face.mNumIndices, [&mesh](unsigned index) {
-            return index >= mesh.mNumVertices || !is_finite(mesh.mVertices[index]);
-        });
+    auto const is_bad_index = [&mesh](unsigned index) {
+        return index >= mesh.mNumVertices || !is_finite(mesh.mVertices[index]);
+    };
+    auto const is_bad = [is_bad_index](aiFace const& face) {
+        return face.mNumIndices < 3 ||
+               std::any_of(face.mIndices, face.mIndices + face.mNumIndices, is_bad_index);
     };
     bool const has_any = mesh.HasPositions() && mesh.HasFaces();
     aiFace* const end =
@@ -232,10 +234,9 @@ void drop_bad_faces(aiMesh& mesh)
     mesh.mNumFaces = static_cast<unsigned>(end - mesh.mFaces);
 
     // That step ends the process where a mesh that says it has polygons has none.
-    bool const has_polygons =
+    bool const polygons =
         std::any_of(mesh.mFaces, end, [](aiFace const& face) { return face.mNumIndices > 3; });
-    if (!has_polygons)
-        mesh.mPrimitiveTypes &= ~static_cast<unsigned>(aiPrimitiveType_POLYGON);
+    mesh.mPrimitiveTypes = polygons ? aiPrimitiveType_POLYGON : aiPrimitiveType_TRIANGLE;
 }
 
 /// @return false when one is no direction
