@@ -17,10 +17,14 @@ std::string quoted(std::string const& text)
 template <class Values, class Print>
 std::string json_array(Values const& values, Print const& print)
 {
-    std::string text;
-    for (auto const& value : values)
-        text += (text.empty() ? "" : ",") + print(value);
-    return '[' + text + ']';
+    std::string text = "[";
+    for (auto const& value : values) {
+        if (text.size() > 1)
+            text += ',';
+        text += print(value);
+    }
+    text += ']';
+    return text;
 }
 
 template <class Numbers>
