@@ -1,0 +1,44 @@
+// What a file is, by its content and its name.
+#pragma once
+
+#include "gxImageFileUtils.h"
+
+#include <string>
+#include <string_view>
+
+namespace mrtool {
+
+enum class FileKind
+{
+    none,
+    material,
+    image,
+    mesh
+};
+
+/// A file that can be read, and what it is.
+struct KnownFile
+{
+    FileKind kind = FileKind::none;
+    gxImageFileFormat format = gxImageFilePNG; ///< of an image
+};
+
+/// A file whose beginning holds "<multimat>", or whose extension is "multimat", is a material; one that begins
+/// like a PNG image, or has the extension of an image format, is an image; one with an extension of Assimp's
+/// is a mesh.
+KnownFile file_kind(std::string const& path);
+
+/// Whether the extension, without the point and in any case, belongs to a format that can be no mesh just as
+/// well. In a folder, files with it are left alone.
+bool vague_extension(std::string_view extension);
+
+/// The first bytes of a regular file; empty when they cannot be had.
+std::string read_beginning(std::string const& path);
+
+/// The format of the image with this beginning, or @p by_name where the beginning tells nothing.
+gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name);
+
+/// The extension of the path's last component without the point, in lower case; empty when there is none.
+std::string extension_of(std::string const& path);
+
+} // namespace mrtool

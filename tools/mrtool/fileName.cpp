@@ -1,0 +1,79 @@
+#include "fileName.h"
+
+#include "messages.h"
+#include "text.h"
+
+#include <clocale>
+#include <cwchar>
+#include <cwctype>
+#include <memory>
+#include <type_traits>
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t longest_name = 100;
+
+struct FreeLocale
+{
+    void operator()(locale_t locale) const { freelocale(locale); }
+};
+
+/// Whether the UTF-8 character is a letter in any script; not a matter of the user's locale.
+bool is_letter(wchar_t character)
+{
+    static std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale> const locale(
+        newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr));
+    return locale && iswalpha_l(static_cast<wint_t>(character), locale.get()) != 0;
+}
+
+/// Takes the first character off a text in UTF-8.
+wchar_t take_character(std::string_view& text)
+{
+    auto const first = static_cast<unsigned char>(text[0]);
+    std::size_t const length = first < 0x80 ? 1 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+    unsigned code = length == 1 ? first : first & (0xffu >> (length + 1));
+    for (std::size_t at = 1; at < length; ++at)
+        code = code << 6 | (static_cast<unsigned char>(text[at]) & 0x3fu);
+    text.remove_prefix(length);
+    return static_cast<wchar_t>(code);
+}
+
+bool stays(wchar_t character, bool in_front)
+{
+    if (character >= 0x80)
+        return is_letter(character);
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+           (character >= '0' && character <= '9') || character == '-' || character == '_' ||
+           (character == '.' && !in_front);
+}
+
+} // namespace
+
+std::string safe_file_name(std::string_view name)
+{
+    std::string const whole = as_utf8(name);
+    std::string safe;
+    for (std::string_view left = whole; !left.empty();) {
+        std::string_view character = left;
+        bool const kept = stays(take_character(left), safe.empty());
+        character.remove_suffix(left.size());
+        if (!kept)
+            character = "_";
+        if (safe.size() + character.size() > longest_name)
+            break;
+        safe += character;
+    }
+    return safe.empty() ? "_" : safe;
+}
+
+std::string UniqueNames::take(std::string const& name)
+{
+    std::string unique = name;
+    for (int number = 2; !m_taken.insert(unique).second; ++number)
+        unique = text(name, "-", number);
+    return unique;
+}
+
+} // namespace mrtool

@@ -1,0 +1,239 @@
+// mrtool import: a material file for each material of a scene.
+#include "commands.h"
+#include "fileName.h"
+#include "messages.h"
+#include "pendingFile.h"
+#include "sceneTexture.h"
+#include "surface.h"
+#include "text.h"
+#include "untrustedReader.h"
+
+#include "mrFileMat.h"
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <new>
+
+namespace mrtool {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Notes = std::vector<std::string>;
+
+/// The text as it will be read back.
+utString carried(std::string const& text)
+{
+    return xmlUtils::carried(utString(text));
+}
+
+bool has_transparent_pixels(dgDuctImage const& image)
+{
+    unsigned char const* const pixels = image.pixels();
+    for (std::size_t at = 3; at < image.byte_count(); at += 4)
+        if (pixels[at] != 255)
+            return true;
+    return false;
+}
+
+bool same_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& first,
+                 utStringdgDuctImagecoTablePtrcoPtrcoTable const& second)
+{
+    return first.size() == second.size() && std::all_of(first.begin(), first.end(), [&](auto const& entry) {
+               dgDuctImage const* const other = second.read(entry.key);
+               return other && entry.value->equal(other);
+           });
+}
+
+bool same_material(mrFileMat const& first, mrFileMat const& second)
+{
+    return first.file_props() == second.file_props() &&
+           std::equal(first.facets().begin(), first.facets().end(), second.facets().begin(),
+                      second.facets().end(),
+                      [](auto const* one, auto const* other) { return *one == *other; }) &&
+           same_images(first.images(), second.images());
+}
+
+/// Writes a material file and believes in it when it reads back the same.
+/// @param reason  receives in words what went wrong
+bool write_material(mrFileMat const& material, std::string const& path, std::string& reason)
+{
+    PendingFile pending(path);
+    reason = pending.reason();
+    if (!pending.good())
+        return false;
+    utString const temporary(pending.temporary_path());
+    mrFileMat read_back;
+    bool const written = material.write(temporary) != 0;
+    if (!written || read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back)) {
+        reason = path + (written ? " does not read back as it was written" : " cannot be written");
+        return false;
+    }
+    if (pending.complete())
+        return true;
+    reason = pending.reason();
+    return false;
+}
+
+/// Imports the materials of one scene after the other into one folder.
+class Importer
+{
+public:
+    explicit Importer(ImportOptions const& options) : m_options(options) {}
+
+    /// @return whether all went well
+    bool import(std::string const& path)
+    {
+        std::error_code failed;
+        fs::file_status const status = fs::status(path, failed);
+        if (!fs::is_regular_file(status)) {
+            say(path, fs::is_directory(status) ? "a folder, not a scene file"
+                                               : (failed ? failed.message() : "not a file"));
+            return false;
+        }
+        Scene scene;
+        std::string reason;
+        if (!m_reader.scene(path, scene, reason)) {
+            say(path, reason);
+            return false;
+        }
+        for (std::string const& warning : scene.warnings)
+            say(path, warning);
+        if (scene.materials.empty())
+            say(path, "no material in it");
+
+        SceneTextures textures(path, scene, m_reader);
+        bool well = true;
+        for (std::size_t at = 0; at < scene.materials.size(); ++at)
+            well = import(path, scene.materials[at], at + 1, textures) && well;
+        return well;
+    }
+
+private:
+    bool import(std::string const& scene_path, SceneMaterial const& material, std::size_t number,
+                SceneTextures& textures)
+    {
+        std::string const name = material.name.empty() ? text("material ", number) : material.name;
+        std::string const subject = text(scene_path, ": material \"", name, "\"");
+        std::string const path =
+            (fs::path(m_options.folder) / (m_names.take(safe_file_name(name)) + ".multimat")).string();
+        std::error_code ignored;
+        if (!m_options.force && fs::symlink_status(path, ignored).type() != fs::file_type::not_found) {
+            say(subject, path + " is there already; --force replaces it");
+            return false;
+        }
+        bool complete = true;
+        Notes notes;
+        std::string reason;
+        auto const file = material_file(scene_path, name, material, textures, notes, complete);
+        bool const written = write_material(*file, path, reason);
+        if (!written)
+            notes = {reason};
+        for (std::string const& note : notes)
+            say(subject, note);
+        return written && complete;
+    }
+
+    /// @param complete  set to false when the texture could not be read
+    std::unique_ptr<mrFileMat> material_file(std::string const& scene_path, std::string const& name,
+                                             SceneMaterial const& material, SceneTextures& textures,
+                                             Notes& notes, bool& complete)
+    {
+        Surface const surface = surface_of(material, notes);
+        mrMatPropcoSet const none(mrInitialSize, mrFillLimit);
+        auto plain = std::make_unique<mrFMPlainMat>(carried(name), none, 0, surface.colour, surface.polish,
+                                                    surface.reflect, surface.transparency, surface.emission,
+                                                    surface.refractive_index, utString());
+        mrFMTexturecoDList layers;
+        utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
+        Counted<dgDuctImage> const texture = texture_of(material, textures, notes, complete);
+        if (texture) {
+            utString const title = carried(textures.name(material));
+            texture->new_name(title.c_str());
+            layers.append(mrFMTexture(title, mrTexLayerColour, 0, giColour()));
+            images[title] = texture.get();
+        }
+        if (!material.left_out.empty())
+            notes.push_back("not carried over, a material file has no place for it: " +
+                            joined(material.left_out));
+        mrFMFacetcoDListPtrcoPtrcoDList facets;
+        facets.append(new mrFMFacet(plain.release(), layers));
+        return std::make_unique<mrFileMat>(properties(scene_path, material), facets, images);
+    }
+
+    /// The image of the material's texture, or null when it has none or it cannot be read.
+    static Counted<dgDuctImage> texture_of(SceneMaterial const& material, SceneTextures& textures,
+                                           Notes& notes, bool& complete)
+    {
+        if (material.texture.empty() && !material.embedded)
+            return nullptr;
+        std::string reason;
+        Counted<dgDuctImage> image = textures.image(material, reason);
+        std::string const name = material.embedded ? textures.name(material) : material.texture;
+        if (!image) {
+            notes.push_back(text("written without its texture \"", name, "\": ", reason));
+            complete = false;
+        } else if (has_transparent_pixels(*image)) {
+            notes.push_back("the transparency of the texture \"" + name +
+                            "\" stays in its image, where a texture layer makes no use of it");
+        }
+        return image;
+    }
+
+    static mrMatPropcoSet properties(std::string const& scene_path, SceneMaterial const& material)
+    {
+        mrMatPropcoSet properties(mrInitialSize, mrFillLimit);
+        auto const add = [&](char const* name, std::string const& value) {
+            if (!value.empty())
+                properties.add(mrMatProp(mrMatPropTypeStringTag, name, carried(value), 0));
+        };
+        add("scene", fs::path(scene_path).filename().string());
+        add("material", material.name);
+        return properties;
+    }
+
+    static std::string joined(std::vector<std::string> const& words)
+    {
+        std::string list;
+        for (std::string const& each : words)
+            list += (list.empty() ? "" : ", ") + each;
+        return list;
+    }
+
+    ImportOptions const& m_options;
+    UntrustedReader m_reader;
+    UniqueNames m_names;
+};
+
+} // namespace
+
+int run_import(ImportOptions const& options)
+{
+    Reports reports;
+    Importer importer(options);
+    Progress progress(options.scenes.size());
+    int status = all_well;
+    for (std::string const& scene : options.scenes) {
+        progress.begin(scene);
+        bool well = false;
+        try {
+            well = importer.import(scene);
+        } catch (std::bad_alloc const&) {
+            say(scene, "not enough memory");
+        }
+        for (std::string const& report : reports.take())
+            say(scene, "warning: " + report);
+        if (!well)
+            status = something_failed;
+    }
+    return status;
+}
+
+} // namespace mrtool

@@ -1,0 +1,134 @@
+// The contents of a file for a reader.
+#include "fileInfo.h"
+#include "messages.h"
+#include "text.h"
+
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include "dgDuctImage.h"
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t longest_text = 400;
+
+/// The text in quotes; of a very long one the beginning.
+std::string quoted(utString const& value)
+{
+    std::string const whole = as_utf8(value.view());
+    if (whole.size() <= longest_text)
+        return text("\"", printable(whole), "\"");
+    std::size_t end = longest_text;
+    while ((static_cast<unsigned char>(whole[end]) & 0xc0) == 0x80)
+        --end;
+    return text("\"", printable(std::string_view(whole).substr(0, end)), "\" and so on, ", value.length(),
+                " bytes");
+}
+
+std::string colour_text(giColour const& colour)
+{
+    return text(int{colour.red()}, " ", int{colour.green()}, " ", int{colour.blue()});
+}
+
+std::string size_text(dgDuctImage const& image)
+{
+    return text(image.width(), " x ", image.height());
+}
+
+std::string value_text(mrMatProp const& property)
+{
+    switch (property.prop_type()) {
+    case mrMatPropString:
+        return quoted(property.string_value());
+    case mrMatPropInteger:
+        return text(property.integer_value());
+    default:
+        return text(property.double_value());
+    }
+}
+
+/// Lines with a name and a value in a column.
+class Listing
+{
+public:
+    void line(int indent, std::string const& name, std::string const& value = {})
+    {
+        constexpr std::size_t column = 26;
+        std::string line = std::string(static_cast<std::size_t>(indent) * 2, ' ') + name;
+        if (!value.empty())
+            line += std::string(line.size() < column ? column - line.size() : 1, ' ') + value;
+        m_text += line + "\n";
+    }
+
+    void properties(int indent, mrMatPropcoSet const& properties)
+    {
+        for (mrMatProp const& property : properties) {
+            utString type;
+            mrTypes::print(property.prop_type(), type);
+            line(indent, "property " + quoted(property.name()), text(value_text(property), " (", type, ")"));
+        }
+    }
+
+    std::string take() { return std::move(m_text); }
+
+private:
+    std::string m_text;
+};
+
+void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
+{
+    listing.line(2, "name", quoted(plain.name()));
+    listing.properties(2, plain.properties());
+    listing.line(2, "affinity", text(plain.affinity()));
+    listing.line(2, "diffuse colour", colour_text(plain.diffuse_colour()));
+    listing.line(2, "polish", text(plain.polish()));
+    listing.line(2, "reflect", text(plain.reflect()));
+    listing.line(2, "transparency", text(plain.transparency()));
+    listing.line(2, "emission", text(plain.emission()));
+    listing.line(2, "refractive index", text(plain.refractive_index()));
+    bool const shaded = !plain.shader_definition().invalid();
+    listing.line(2, "shader definition", shaded ? quoted(plain.shader_definition()) : "none");
+}
+
+void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMat const& material)
+{
+    utString type;
+    mrTypes::print(layer.layer_type(), type);
+    dgDuctImage const* const image = material.images().read(layer.image_name());
+    std::string const tint =
+        layer.recoloured() ? "tinted towards " + colour_text(layer.recolour()) : "not tinted";
+    listing.line(2, text("layer ", number),
+                 text(quoted(layer.image_name()), ", ", type, ", ",
+                      image ? size_text(*image) : "no such image", ", ", tint));
+}
+
+} // namespace
+
+std::string info_text(FileInfo const& info)
+{
+    Listing listing;
+    listing.line(0, printable(info.path));
+    utString encapsulation;
+    mrTypes::print(info.encapsulation, encapsulation);
+    listing.line(1, "encapsulation", encapsulation.c_str());
+    listing.properties(1, info.material.file_props());
+    int facet_number = 0;
+    for (mrFMFacet const* facet : info.material.facets()) {
+        listing.line(1, text("facet ", ++facet_number));
+        list_plain_material(listing, facet->plain_mat());
+        int layer_number = 0;
+        for (mrFMTexture const& layer : facet->textures())
+            list_layer(listing, ++layer_number, layer, info.material);
+    }
+    for (auto const& [title, image] : info.material.images())
+        listing.line(1, "image " + quoted(title), size_text(*image) + ", named " + quoted(image->name()));
+    for (std::string const& warning : info.warnings)
+        listing.line(1, "warning: " + printable(warning));
+    return listing.take();
+}
+
+} // namespace mrtool

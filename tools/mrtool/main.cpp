@@ -1,0 +1,182 @@
+// The program mrtool: the application's part, played over the library's public headers.
+#include "commands.h"
+#include "messages.h"
+#include "pendingFile.h"
+#include "untrustedReader.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace mrtool;
+
+constexpr char size_form[] = "N or WxH, 1 to 8192 pixels";
+constexpr char colour_form[] = "RRGGBB in hexadecimal, with or without #, black or white";
+
+/// Takes a whole number of the given base off the text's front.
+bool take_number(std::string_view& text, int base, std::size_t most_digits, int& number)
+{
+    std::string_view const digits = text.substr(0, most_digits);
+    auto const [rest, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
+    text.remove_prefix(static_cast<std::size_t>(rest - digits.data()));
+    return error == std::errc() && number >= 0;
+}
+
+bool parse_size(std::string_view text, int& width, int& height)
+{
+    auto const take_side = [&](int& side) {
+        return take_number(text, 10, 4, side) && side >= 1 && side <= ThumbOptions::max_side;
+    };
+    if (!take_side(width))
+        return false;
+    height = width;
+    if (text.empty())
+        return true;
+    bool const two = text.front() == 'x';
+    text.remove_prefix(1);
+    return two && take_side(height) && text.empty();
+}
+
+bool parse_colour(std::string_view text, gsRGB& colour)
+{
+    if (text == "black" || text == "white") {
+        int const component = text == "white" ? 255 : 0;
+        colour = gsRGB(component, component, component);
+        return true;
+    }
+    if (text.starts_with('#'))
+        text.remove_prefix(1);
+    int value = 0;
+    if (text.size() != 6 || !take_number(text, 16, 6, value) || !text.empty())
+        return false;
+    colour = gsRGB(value >> 16, value >> 8 & 255, value & 255);
+    return true;
+}
+
+CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
+{
+    CLI::App* const thumb =
+        app.add_subcommand("thumb", "Make PNG thumbnails of materials, meshes and images");
+    thumb->add_option("INPUT", options.inputs, "Material, mesh or image files, or folders of them")
+        ->required();
+    thumb
+        ->add_option("-o,--output", options.output,
+                     "The thumbnail of one file, or the folder for those of several or of a folder; without "
+                     "it, that of DIR/NAME.EXT is DIR/NAME.EXT.thumb.png")
+        ->type_name("OUT");
+    thumb
+        ->add_option_function<std::string>(
+            "--size",
+            [&](std::string const& text) {
+                if (!parse_size(text, options.width, options.height))
+                    throw CLI::ValidationError("--size", text + " is not " + size_form);
+            },
+            std::string("Size of the thumbnails: ") + size_form + "; 256 when not given")
+        ->type_name("SIZE");
+    thumb->add_option("--up", options.up, "What is up in meshes: y or z; by their format when not given")
+        ->type_name("AXIS")
+        ->check(CLI::IsMember({"y", "z"}));
+    thumb
+        ->add_option_function<std::string>(
+            "--background",
+            [&](std::string const& text) {
+                if (!parse_colour(text, options.background))
+                    throw CLI::ValidationError("--background", text + " is not " + colour_form);
+            },
+            std::string("Colour behind what is shown: ") + colour_form + "; f0f0f0 when not given")
+        ->type_name("COLOUR");
+    thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
+    return thumb;
+}
+
+CLI::App* add_import(CLI::App& app, ImportOptions& options)
+{
+    CLI::App* const import = app.add_subcommand("import", "Make a material file of each material of a scene");
+    import->add_option("SCENE", options.scenes, "Scene files: OBJ, glTF, GLB, 3DS, PLY and more")
+        ->type_name("")
+        ->required();
+    import->add_option("-o,--output", options.folder, "The folder for the material files; made when missing")
+        ->type_name("DIR")
+        ->required();
+    import->add_flag("--force", options.force, "Replace files that are there already");
+    import->footer("Example: mrtool import kitchen.obj -o materials");
+    return import;
+}
+
+CLI::App* add_info(CLI::App& app, InfoOptions& options)
+{
+    CLI::App* const info = app.add_subcommand("info", "Tell what is in a material file");
+    info->add_option("FILE", options.files, "Material files")->type_name("")->required();
+    info->add_flag("--json", options.json, "Tell it in JSON");
+    info->footer("Example: mrtool info oak.multimat");
+    return info;
+}
+
+/// Says what is wrong, then how the subcommand is used.
+int refuse(CLI::App const& app, std::string const& words)
+{
+    // Of the subcommand that was named, if one was.
+    std::fprintf(stderr, "mrtool: %s\n\n%s", printable(words).c_str(), app.help().c_str());
+    return wrong_usage;
+}
+
+int run(int argc, char** argv)
+{
+    CLI::App app("Thumbnails of materials, meshes and images; material files out of scenes", "mrtool");
+    app.set_version_flag("--version", "mrtool " MRTOOL_VERSION);
+    app.set_help_flag("-h,--help", "Print this and exit");
+    app.require_subcommand(1);
+    app.footer("mrtool SUBCOMMAND --help tells more of each.");
+    ThumbOptions thumb_options;
+    ImportOptions import_options;
+    InfoOptions info_options;
+    CLI::App const* const thumb = add_thumb(app, thumb_options);
+    CLI::App const* const import = add_import(app, import_options);
+    add_info(app, info_options);
+    try {
+        app.parse(argc, argv);
+        if (thumb->parsed())
+            return run_thumb(thumb_options);
+        return import->parsed() ? run_import(import_options) : run_info(info_options);
+    } catch (CLI::Success const& asked) {
+        return app.exit(asked);
+    } catch (CLI::ParseError const& error) {
+        return refuse(app, error.what());
+    } catch (WrongUsage const& wrong) {
+        return refuse(app, wrong.words);
+    }
+}
+
+/// Files that the program opens must not come to lie where standard input, output or error are looked for.
+void open_standard_files()
+{
+    int file = 0;
+    do
+        file = open("/dev/null", O_RDWR);
+    while (file >= 0 && file <= STDERR_FILENO);
+    close(file);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    open_standard_files();
+    if (argc == 4 && std::string_view(argv[1]) == file_reader_argument)
+        return run_file_reader(argv[2], argv[3]);
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may grow no more is an error like a full disk
+    remove_pending_files_on_interrupt();
+    try {
+        return run(argc, argv);
+    } catch (std::exception const& error) {
+        std::fprintf(stderr, "mrtool: %s\n", error.what());
+        return something_failed;
+    }
+}

@@ -1,0 +1,126 @@
+#include "pendingFile.h"
+
+#include "text.h"
+
+#include "gxPNG.h"
+
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
+
+namespace mrtool {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// What a signal handler removes: the one pending file, or nothing while the text is empty.
+char interrupted_path[4096];
+
+void remember(std::string const& path)
+{
+    interrupted_path[0] = '\0';
+    if (path.size() >= sizeof interrupted_path)
+        return;
+    // The first character last: a handler sees all of the path or none.
+    std::memcpy(interrupted_path + 1, path.c_str() + 1, path.size());
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+    interrupted_path[0] = path[0];
+}
+
+void forget()
+{
+    interrupted_path[0] = '\0';
+}
+
+void on_interrupt(int signal)
+{
+    if (interrupted_path[0] != '\0')
+        unlink(interrupted_path);
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+} // namespace
+
+void remove_pending_files_on_interrupt()
+{
+    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+        if (std::signal(signal, on_interrupt) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
+}
+
+PendingFile::PendingFile(std::string path) : m_path(std::move(path))
+{
+    fs::path const folder = fs::path(m_path).parent_path();
+    std::error_code failed;
+    if (!folder.empty())
+        fs::create_directories(folder, failed);
+    if (failed) {
+        m_reason = text("the folder ", folder.string(), " cannot be made: ", failed.message());
+        return;
+    }
+    static int count = 0;
+    for (;;) {
+        std::string const name = text(".mrtool-", getpid(), "-", ++count, ".tmp");
+        std::string const temporary = (folder / name).string();
+        remember(temporary);
+        int const file = open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+        if (file >= 0) {
+            close(file);
+            m_temporary = temporary;
+            return;
+        }
+        forget();
+        if (errno == EEXIST)
+            continue;
+        m_reason = text("the folder ", folder.empty() ? "." : folder.string(),
+                        " takes no file: ", std::strerror(errno));
+        return;
+    }
+}
+
+PendingFile::~PendingFile()
+{
+    if (good())
+        unlink(m_temporary.c_str());
+    forget();
+}
+
+bool PendingFile::complete()
+{
+    if (std::rename(m_temporary.c_str(), m_path.c_str()) != 0) {
+        m_reason = text(m_path, " cannot be replaced: ", std::strerror(errno));
+        return false;
+    }
+    m_temporary.clear();
+    return true;
+}
+
+bool write_png(dgDuctImage const& image, std::string const& path, std::string& reason)
+{
+    PendingFile pending(path);
+    reason = pending.reason();
+    if (!pending.good())
+        return false;
+    errno = 0;
+    std::FILE* const file = std::fopen(pending.temporary_path().c_str(), "wb");
+    bool written = file && gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
+    int const error = errno;
+    written = file && std::fclose(file) == 0 && written;
+    if (!written) {
+        reason = text(path, " cannot be written: ", std::strerror(error != 0 ? error : errno));
+        return false;
+    }
+    if (pending.complete())
+        return true;
+    reason = pending.reason();
+    return false;
+}
+
+} // namespace mrtool

@@ -1,0 +1,87 @@
+#include "surface.h"
+
+#include "text.h"
+
+#include "mrFMPlainMat.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mrtool {
+
+namespace {
+
+using Notes = std::vector<std::string>;
+
+/// The value, or the nearest in its range; 0 for one that is no number.
+double in_range(std::string const& what, double value, double high, Notes& notes)
+{
+    double const taken = std::isnan(value) ? 0.0 : std::clamp(value, 0.0, high);
+    if (taken != value)
+        notes.push_back(text("the ", what, " of ", value, " is taken as ", taken));
+    return taken;
+}
+
+std::string colour_text(SceneColour const& colour)
+{
+    return text("(", colour[0], " ", colour[1], " ", colour[2], ")");
+}
+
+giColour colour_of(SceneMaterial const& material, Notes& notes)
+{
+    bool const textured = !material.texture.empty() || material.embedded;
+    double const unsaid = textured ? 1.0 : 0.8;
+    SceneColour const colour = material.colour.value_or(SceneColour{unsaid, unsaid, unsaid});
+    unsigned char bytes[3];
+    bool changed = false;
+    for (std::size_t at = 0; at < 3; ++at) {
+        double const taken = std::isnan(colour[at]) ? 0.0 : std::clamp(colour[at], 0.0, 1.0);
+        changed = changed || taken != colour[at];
+        bytes[at] = static_cast<unsigned char>(std::lround(taken * 255.0));
+    }
+    if (changed)
+        notes.push_back(text("the colour of ", colour_text(colour), " is brought into the range 0 to 1"));
+    return {bytes[0], bytes[1], bytes[2], 0};
+}
+
+double polish_of(SceneMaterial const& material, Notes& notes)
+{
+    if (material.roughness)
+        return in_range("polish", 1.0 - *material.roughness, 1.0, notes);
+    if (!material.shininess)
+        return 0.0;
+    double const shininess = in_range("shininess", *material.shininess, HUGE_VAL, notes);
+    return std::min(1.0, std::sqrt(shininess / 1000.0));
+}
+
+double emission_of(SceneMaterial const& material, Notes& notes)
+{
+    if (!material.emission)
+        return 0.0;
+    SceneColour const& colour = *material.emission;
+    double const largest = *std::max_element(colour.begin(), colour.end());
+    double const taken = in_range("emission", largest, 1.0, notes);
+    if (colour != SceneColour{largest, largest, largest})
+        notes.push_back(text("the emitted colour ", colour_text(colour), " becomes an emission of ", taken));
+    return taken;
+}
+
+} // namespace
+
+Surface surface_of(SceneMaterial const& material, Notes& notes)
+{
+    Surface surface;
+    surface.colour = colour_of(material, notes);
+    surface.polish = polish_of(material, notes);
+    double const reflect = material.metalness ? *material.metalness : material.reflectivity.value_or(0.0);
+    surface.reflect = in_range("reflect", reflect, 1.0, notes);
+    if (material.opacity)
+        surface.transparency = in_range("transparency", 1.0 - *material.opacity, 1.0, notes);
+    surface.emission = emission_of(material, notes);
+    if (material.refractive_index)
+        surface.refractive_index = in_range("refractive index", *material.refractive_index,
+                                            mrFMPlainMat::max_refractive_index, notes);
+    return surface;
+}
+
+} // namespace mrtool
