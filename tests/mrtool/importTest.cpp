@@ -1,0 +1,206 @@
+// mrtool import as a whole.
+#include "program.h"
+
+#include "mrFileMat.h"
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+mrFMFacet const& only_facet(mrFileMat& material, std::string const& path)
+{
+    EXPECT_EQ(material.read(utString(path)), mrFileMatReadOK) << path;
+    static mrFMFacet const none(
+        new mrFMPlainMat("none", material.file_props(), 0, giColour(), 0, 0, 0, 0, 0, utString()), {});
+    EXPECT_EQ(material.facets().size(), 1u);
+    return material.facets().empty() ? none : **material.facets().begin();
+}
+
+std::string property(mrFileMat const& material, char const* name)
+{
+    for (mrMatProp const& each : material.file_props())
+        if (each.name() == name)
+            return each.string_value().c_str();
+    return "";
+}
+
+/// An OBJ file with two triangles of its materials, and its MTL file.
+void write_obj(TestFolder const& folder)
+{
+    write_bytes(folder.path("room.obj"),
+                "mtllib room.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\n"
+                "usemtl oak/1\nf 1/1 2/2 3/3\nusemtl glass\nf 1 2 3\n");
+    write_bytes(folder.path("room.mtl"),
+                "newmtl oak/1\nKd 0.8 0.6 0.2\nKa 0.1 0.1 0.1\nNs 250\nd 0.75\nNi 1.45\nKe 0.5 0.5 0.5\n"
+                "map_Kd textures\\my oak.png\nmap_Bump bumps.png\n"
+                "newmtl glass\nKd 1 1 1\nd 0.25\nPr 0.3\nPm 0.7\nmap_Kd gone.png\n");
+    fs::create_directory(folder.path("textures"));
+    write_bytes(folder.path("textures/my oak.png"), png_bytes(*four_colours()));
+}
+
+std::string little_endian(std::size_t value)
+{
+    return {static_cast<char>(value), static_cast<char>(value >> 8), static_cast<char>(value >> 16),
+            static_cast<char>(value >> 24)};
+}
+
+/// A GLB file with an image in it, materials in JSON, and a triangle for each of the first ones.
+void write_glb(std::string const& path, std::string const& materials, int used = 1)
+{
+    std::string const image = png_bytes(*four_colours());
+    std::string data("\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x80\x3f\0\0\0\0\0\0\0\0\0\0\0\0\0\0\x80\x3f\0\0\0\0", 36);
+    std::string triangles;
+    for (int at = 0; at < used; ++at)
+        triangles += std::string(at > 0 ? "," : "") + R"({"attributes":{"POSITION":0},"material":)" +
+                     std::to_string(at) + "}";
+    std::string json =
+        R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],)"
+        R"("meshes":[{"primitives":[)" +
+        triangles +
+        R"(]}],"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
+        "images":[{"bufferView":1,"mimeType":"image/png","name":"oak"}],"textures":[{"source":0}],"materials":)" +
+        materials +
+        R"(,"bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":)" +
+        std::to_string(image.size()) + R"(}],"buffers":[{"byteLength":)" + std::to_string(36 + image.size()) +
+        "}]}";
+    data += image;
+    data.resize((data.size() + 3) / 4 * 4);
+    json.resize((json.size() + 3) / 4 * 4, ' ');
+    auto const length = [](std::string const& text) { return little_endian(text.size()); };
+    write_bytes(path, "glTF" + little_endian(2) + little_endian(28 + json.size() + data.size()) +
+                          length(json) + "JSON" + json + length(data) + std::string("BIN\0", 4) + data);
+}
+
+} // namespace
+
+TEST(mrtool_import, brings_over_an_obj_scene)
+{
+    TestFolder const folder;
+    write_obj(folder);
+    Outcome const made = run_mrtool("import " + folder.path("room.obj") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.output, "");
+
+    mrFileMat oak;
+    mrFMFacet const& facet = only_facet(oak, folder.path("out/oak_1.multimat"));
+    mrFMPlainMat const& plain = facet.plain_mat();
+    EXPECT_EQ(plain.name(), "oak/1");
+    EXPECT_EQ(plain.diffuse_colour(), giColour(204, 153, 51, 0));
+    EXPECT_EQ(plain.transparency(), 0.25);
+    EXPECT_EQ(plain.polish(), 0.5);
+    EXPECT_EQ(plain.refractive_index(), 1.45);
+    EXPECT_EQ(plain.emission(), 0.5);
+    EXPECT_EQ(property(oak, "scene"), "room.obj");
+    EXPECT_EQ(property(oak, "material"), "oak/1");
+    ASSERT_EQ(facet.textures().size(), 1u);
+    EXPECT_EQ(facet.textures().begin()->image_name(), "my oak.png");
+    dgDuctImage const* const image = oak.images().read("my oak.png");
+    ASSERT_TRUE(image);
+    EXPECT_TRUE(four_colours()->equal(image));
+    EXPECT_THAT(made.errors,
+                HasSubstr("room.obj: material \"oak/1\": not carried over, a material file has no place "
+                          "for it: the ambient colour, the bump map \"bumps.png\"\n"));
+
+    // The missing texture is said and makes the run a failed one; the rest is there.
+    EXPECT_EQ(made.status, 1);
+    EXPECT_THAT(
+        made.errors,
+        HasSubstr("material \"glass\": written without its texture \"gone.png\": there is no such file"));
+    mrFileMat glass;
+    mrFMFacet const& pane = only_facet(glass, folder.path("out/glass.multimat"));
+    EXPECT_EQ(pane.plain_mat().polish(), 0.7);
+    EXPECT_EQ(pane.plain_mat().reflect(), 0.7);
+    EXPECT_EQ(pane.plain_mat().transparency(), 0.75);
+    EXPECT_TRUE(pane.textures().empty());
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("out")), fs::directory_iterator()), 2);
+}
+
+TEST(mrtool_import, brings_over_a_glb_scene)
+{
+    TestFolder const folder;
+    write_glb(folder.path("a.glb"),
+              R"([{"name":"../up","pbrMetallicRoughness":{"baseColorFactor":[0.8,0.4,0.2,0.5],
+        "metallicFactor":0.25,"roughnessFactor":0.75,"baseColorTexture":{"index":0}},"normalTexture":{"index":0},
+        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{},{"name":"spare"}])",
+              3);
+    Outcome const made = run_mrtool("import " + folder.path("a.glb") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 0) << made.errors;
+    mrFileMat first;
+    mrFMFacet const& facet = only_facet(first, folder.path("out/_._up.multimat"));
+    EXPECT_EQ(facet.plain_mat().diffuse_colour(), giColour(204, 102, 51, 0));
+    EXPECT_EQ(facet.plain_mat().transparency(), 0.5);
+    EXPECT_EQ(facet.plain_mat().polish(), 0.25);
+    EXPECT_EQ(facet.plain_mat().reflect(), 0.25);
+    EXPECT_EQ(facet.plain_mat().emission(), 0.5);
+    ASSERT_EQ(facet.textures().size(), 1u);
+    EXPECT_TRUE(first.images().member(facet.textures().begin()->image_name()));
+    EXPECT_THAT(made.errors, AllOf(HasSubstr("the normal map"), Not(HasSubstr("further")),
+                                   HasSubstr("the emitted colour (0 0.5 0) becomes an emission of 0.5")));
+    mrFileMat second, third;
+    EXPECT_EQ(only_facet(second, folder.path("out/_._up-2.multimat")).plain_mat().name(), "../up");
+    EXPECT_EQ(only_facet(third, folder.path("out/material_3.multimat")).plain_mat().name(), "material 3");
+    EXPECT_EQ(property(third, "material"), "");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("out")), fs::directory_iterator()), 3);
+    EXPECT_THAT(made.errors, HasSubstr("a.glb: material \"spare\": not carried over"));
+}
+
+TEST(mrtool_import, replaces_nothing_unless_told)
+{
+    TestFolder const folder;
+    write_glb(folder.path("a.glb"), R"([{"name":"red"},{"name":"green"}])", 2);
+    fs::create_directory(folder.path("out"));
+    write_bytes(folder.path("out/red.multimat"), "as it was");
+    std::string const command = "import " + folder.path("a.glb") + " -o " + folder.path("out");
+    Outcome const refused = run_mrtool(command);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("red.multimat is there already; --force replaces it"));
+    EXPECT_EQ(read_bytes(folder.path("out/red.multimat")), "as it was");
+    EXPECT_TRUE(fs::exists(folder.path("out/green.multimat")));
+
+    Outcome const replaced = run_mrtool(command + " --force");
+    EXPECT_EQ(replaced.status, 0) << replaced.errors;
+    mrFileMat red;
+    only_facet(red, folder.path("out/red.multimat"));
+}
+
+TEST(mrtool_import, names_what_fails)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("bad.obj"), "nothing");
+    write_glb(folder.path("good.glb"), R"([{"name":"red"}])");
+    Outcome const made =
+        run_mrtool("import " + folder.path("bad.obj") + " " + folder.path("") + " " +
+                   folder.path("gone.obj") + " " + folder.path("good.glb") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    EXPECT_THAT(made.errors,
+                AllOf(HasSubstr("bad.obj: not a readable scene: "), HasSubstr(": a folder, not a scene file"),
+                      HasSubstr("gone.obj: No such file or directory")));
+    EXPECT_TRUE(fs::exists(folder.path("out/red.multimat")));
+
+    Outcome const full =
+        run_mrtool("import " + folder.path("good.glb") + " -o " + folder.path("full"), "ulimit -f 1;");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_THAT(full.errors, HasSubstr("material \"red\": " + folder.path("full/red.multimat")));
+    EXPECT_TRUE(fs::is_empty(folder.path("full")));
+}
+
+TEST(mrtool_import, reads_no_texture_that_is_no_file)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
+    write_bytes(folder.path("a.mtl"), "newmtl a\nmap_Kd /dev/zero\n");
+    Outcome const made = run_mrtool("import " + folder.path("a.obj") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    EXPECT_THAT(made.errors, HasSubstr("written without its texture \"/dev/zero\": there is no such file"));
+}

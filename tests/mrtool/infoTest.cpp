@@ -1,0 +1,157 @@
+// mrtool info as a whole.
+#include "program.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// The text with the first @p from in it replaced.
+std::string changed(std::string text, std::string const& from, std::string const& to)
+{
+    std::size_t const at = text.find(from);
+    EXPECT_NE(at, text.npos) << from;
+    return at == text.npos ? text : text.replace(at, from.size(), to);
+}
+
+} // namespace
+
+TEST(mrtool_info, tells_all_values)
+{
+    TestFolder const folder;
+    write_material(folder.path("a.multimat"), {giColour(200, 30, 30, 0), giColour(1, 2, 3, 0)},
+                   {"oak", "gone"}, {"oak", "spare"});
+    Outcome const told = run_mrtool("info " + folder.path("a.multimat"));
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(told.errors, "");
+    EXPECT_EQ(told.output, folder.path("a.multimat") + R"(
+  encapsulation           embedded_png
+  property "supplier"     "Müller" (string)
+  property "price"        0.1 (double)
+  facet 1
+    name                  "paint"
+    affinity              3
+    diffuse colour        200 30 30
+    polish                0.5
+    reflect               0.25
+    transparency          0.125
+    emission              0
+    refractive index      1.5
+    shader definition     none
+    layer 1               "oak", colour, 8 x 8, tinted towards 255 128 0
+    layer 2               "gone", colour, no such image, tinted towards 255 128 0
+  facet 2
+    name                  "paint"
+    affinity              3
+    diffuse colour        1 2 3
+    polish                0.5
+    reflect               0.25
+    transparency          0.125
+    emission              0
+    refractive index      1.5
+    shader definition     none
+  image "oak"             8 x 8, named "four colours"
+  image "spare"           8 x 8, named "four colours"
+  warning: facet 1, layer 2: there is no image "gone"
+  warning: no layer uses the image "spare"
+)");
+}
+
+TEST(mrtool_info, tells_it_in_json)
+{
+    TestFolder const folder;
+    write_material(folder.path("a.multimat"), {giColour(200, 30, 30, 0)}, {"oak", "gone"}, {"oak"});
+    Outcome const told =
+        run_mrtool("info --json " + folder.path("a.multimat") + " " + folder.path("b.multimat"));
+    EXPECT_EQ(told.status, 1);
+    auto const files = nlohmann::json::parse(told.output).at("files");
+    ASSERT_EQ(files.size(), 2u);
+    auto const& file = files[0];
+    EXPECT_EQ(file["path"], folder.path("a.multimat"));
+    EXPECT_EQ(file["status"], "ok");
+    EXPECT_EQ(file["encapsulation"], "embedded_png");
+    EXPECT_EQ(file["properties"][0],
+              (nlohmann::json{{"name", "supplier"}, {"type", "string"}, {"value", "Müller"}}));
+    auto const& plain = file["facets"][0]["plain_material"];
+    EXPECT_EQ(plain["diffuse_colour"], (nlohmann::json{200, 30, 30}));
+    EXPECT_EQ(plain["refractive_index"], 1.5);
+    EXPECT_TRUE(plain["shader_definition"].is_null());
+    auto const& layers = file["facets"][0]["textures"];
+    EXPECT_EQ(layers[0]["image"], (nlohmann::json{{"width", 8}, {"height", 8}}));
+    EXPECT_EQ(layers[0]["recoloured"], true);
+    EXPECT_TRUE(layers[1]["image"].is_null());
+    EXPECT_EQ(file["images"][0]["title"], "oak");
+    EXPECT_EQ(file["warnings"], nlohmann::json{"facet 1, layer 2: there is no image \"gone\""});
+    EXPECT_EQ(files[1]["status"], "open_failed");
+    EXPECT_EQ(files[1]["fault"], "No such file or directory");
+}
+
+TEST(mrtool_info, says_where_a_file_is_wrong)
+{
+    TestFolder const folder;
+    write_material(folder.path("good"), {giColour(1, 2, 3, 0), giColour(4, 5, 6, 0)}, {"oak"},
+                   {"oak", "spare"});
+    std::string const good = read_bytes(folder.path("good"));
+    std::size_t const second_image = good.rfind("\x89PNG");
+    std::string const line_of_2000(2000, ' ');
+    struct
+    {
+        std::string bytes;
+        std::string said;
+    } const cases[] = {
+        {"", "not a material file: no line holds \"<multimat>\""},
+        {line_of_2000 + good, "not a material file: line 1 is longer than 1022 characters"},
+        {changed(good, "</multimat>", "</multimat >"),
+         "not a material file: \"<multimat>\" in line 2 is never closed"},
+        {"\n\n" + changed(good, "</properties>", "</wrong>"), "bad content: line "},
+        {"<a><multimat>\n</multimat></a>\n", "bad content: the root element is \"a\", not \"multimat\""},
+        {changed(good, "embedded_png", "jpeg"),
+         "bad content: \"image_encapsulation_type\" is missing or neither \"none\" nor \"embedded_png\""},
+        {changed(good, "<type>double", "<type>float"),
+         "bad content: property 2: \"type\" is missing or none of"},
+        {changed(good, "<value>64b", "<value>65b"), "bad content: property 2: \"value\" is missing or not"},
+        {changed(good, "<name>paint</name>", ""),
+         "bad content: facet 1: plain material: \"name\" is missing or empty"},
+        {changed(good, "<green>2", "<green>256"),
+         "bad content: facet 1: plain material: \"diffuse_colour\" is missing or"},
+        {changed(good, "<green>5", "<green>256"),
+         "bad content: facet 2: plain material: \"diffuse_colour\" is missing or"},
+        {changed(good, "<polish>64b", "<polish>65b"),
+         "bad content: facet 1: plain material: \"polish\" is missing or no number from 0 to 1"},
+        {changed(changed(good, "<plain_material>", "<wrong>"), "</plain_material>", "</wrong>"),
+         "bad content: facet 1: there are 0 elements \"plain_material\" instead of one"},
+        {changed(good, "<recoloured>1", "<recoloured>2"),
+         "bad content: facet 1: texture 1: \"recoloured\" is missing or neither 0 nor 1"},
+        {good.substr(0, good.size() - 20),
+         "bad content: image 2, at byte " + std::to_string(second_image) + ": "},
+        {good + "ten bytes or more", "bad content: image 3, at byte " + std::to_string(good.size()) + ": "},
+    };
+    for (auto const& each : cases) {
+        write_bytes(folder.path("bad"), each.bytes);
+        Outcome const told = run_mrtool("info " + folder.path("bad"));
+        EXPECT_EQ(told.status, 1);
+        EXPECT_EQ(told.output, "");
+        EXPECT_THAT(told.errors, StartsWith("mrtool: " + folder.path("bad") + ": " + each.said));
+    }
+    // The line is the file's own.
+    write_bytes(folder.path("bad"), "one\ntwo\n<multimat>\n<a>\n</b></multimat>\n");
+    EXPECT_THAT(run_mrtool("info " + folder.path("bad")).errors, HasSubstr("bad content: line 5, "));
+}
+
+TEST(mrtool_info, goes_on_after_what_fails)
+{
+    TestFolder const folder;
+    write_material(folder.path("a.multimat"), {giColour(1, 2, 3, 0)});
+    Outcome const told = run_mrtool("info " + folder.path("") + " /dev/zero " + folder.path("a.multimat"));
+    EXPECT_EQ(told.status, 1);
+    EXPECT_THAT(told.errors, AllOf(HasSubstr("cannot be opened: a folder, not a file"),
+                                   HasSubstr("/dev/zero: cannot be opened: not a file")));
+    EXPECT_THAT(told.output, HasSubstr("diffuse colour"));
+    Outcome const full = run_mrtool("info " + folder.path("a.multimat"), "", "/dev/full");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_THAT(full.errors, HasSubstr("standard output: cannot be written"));
+}

@@ -1,0 +1,23 @@
+#include "messages.h"
+
+#include "mrTest.h"
+
+namespace mrtool {
+
+TEST(messages, texts_become_utf8)
+{
+    EXPECT_EQ(as_utf8("Müller 木 \U0001f333"), "Müller 木 \U0001f333");
+    EXPECT_EQ(as_utf8("M\xfcller"), "Müller");
+    // Too long a form, a surrogate, beyond the last character, cut short: bytes, each a character.
+    EXPECT_EQ(as_utf8("\xc0\xaf"), "\u00c0\u00af");
+    EXPECT_EQ(as_utf8("\xed\xa0\x80"), "\u00ed\u00a0\u0080");
+    EXPECT_EQ(as_utf8("\xf4\x90\x80\x80"), "\u00f4\u0090\u0080\u0080");
+    EXPECT_EQ(as_utf8("a\xe6\x9c"), "a\u00e6\u009c");
+}
+
+TEST(messages, terminals_are_told_nothing_but_text)
+{
+    EXPECT_EQ(printable("red\x1b[2J\n\u009b \x7f ü"), "red\\x1b[2J\\x0a\\x9b \\x7f ü");
+}
+
+} // namespace mrtool

@@ -1,0 +1,98 @@
+#include "surface.h"
+
+#include "mrTest.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace mrtool {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+struct Converted
+{
+    Surface surface;
+    std::vector<std::string> notes;
+};
+
+Converted converted(SceneMaterial const& material)
+{
+    Converted result;
+    result.surface = surface_of(material, result.notes);
+    return result;
+}
+
+} // namespace
+
+TEST(surface, takes_the_numbers_over)
+{
+    SceneMaterial material;
+    material.colour = SceneColour{0.5, 0.25, 1.0};
+    material.opacity = 0.75;
+    material.roughness = 0.25;
+    material.shininess = 1000.0;
+    material.metalness = 0.5;
+    material.reflectivity = 0.125;
+    material.refractive_index = 1.5;
+    material.emission = SceneColour{0.25, 0.25, 0.25};
+    auto const [surface, notes] = converted(material);
+    EXPECT_EQ(surface.colour, giColour(128, 64, 255, 0));
+    EXPECT_EQ(surface.transparency, 0.25);
+    EXPECT_EQ(surface.polish, 0.75);
+    EXPECT_EQ(surface.reflect, 0.5);
+    EXPECT_EQ(surface.refractive_index, 1.5);
+    EXPECT_EQ(surface.emission, 0.25);
+    EXPECT_THAT(notes, IsEmpty());
+}
+
+TEST(surface, has_second_choices)
+{
+    SceneMaterial material;
+    material.shininess = 250.0;
+    material.reflectivity = 0.125;
+    EXPECT_EQ(converted(material).surface.polish, 0.5);
+    EXPECT_EQ(converted(material).surface.reflect, 0.125);
+    material.shininess = 4000.0;
+    EXPECT_EQ(converted(material).surface.polish, 1.0);
+
+    Surface const unsaid = converted(SceneMaterial()).surface;
+    EXPECT_EQ(unsaid.colour, giColour(204, 204, 204, 0));
+    EXPECT_EQ(unsaid.refractive_index, 1.0);
+    SceneMaterial textured;
+    textured.texture = "oak.png";
+    EXPECT_EQ(converted(textured).surface.colour, giColour(255, 255, 255, 0));
+}
+
+TEST(surface, brings_values_into_range_and_says_so)
+{
+    SceneMaterial material;
+    material.colour = SceneColour{2.0, NAN, -1.0};
+    material.opacity = -0.5;
+    material.roughness = 1.5;
+    material.metalness = NAN;
+    material.refractive_index = 2e7;
+    material.emission = SceneColour{3.0, 1.0, 0.0};
+    auto const [surface, notes] = converted(material);
+    EXPECT_EQ(surface.colour, giColour(255, 0, 0, 0));
+    EXPECT_EQ(surface.transparency, 1.0);
+    EXPECT_EQ(surface.polish, 0.0);
+    EXPECT_EQ(surface.reflect, 0.0);
+    EXPECT_EQ(surface.refractive_index, 1e7);
+    EXPECT_EQ(surface.emission, 1.0);
+    EXPECT_THAT(notes, ElementsAre("the colour of (2 nan -1) is brought into the range 0 to 1",
+                                   "the polish of -0.5 is taken as 0", "the reflect of nan is taken as 0",
+                                   "the transparency of 1.5 is taken as 1", "the emission of 3 is taken as 1",
+                                   "the emitted colour (3 1 0) becomes an emission of 1",
+                                   "the refractive index of 2e+07 is taken as 1e+07"));
+
+    SceneMaterial dull;
+    dull.shininess = -4.0;
+    EXPECT_EQ(converted(dull).surface.polish, 0.0);
+    EXPECT_THAT(converted(dull).notes, ElementsAre("the shininess of -4 is taken as 0"));
+}
+
+} // namespace mrtool

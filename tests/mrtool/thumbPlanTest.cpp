@@ -1,0 +1,137 @@
+#include "thumbPlan.h"
+
+#include "mrTest.h"
+
+#include <gmock/gmock.h>
+
+namespace mrtool {
+
+namespace fs = std::filesystem;
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+/// A folder with files of all kinds, most of them empty.
+class thumbPlan : public testing::Test
+{
+protected:
+    thumbPlan()
+    {
+        for (char const* name :
+             {"all/chair.OBJ", "all/oak.multimat", "all/sub/oak.multimat", "all/sub/photo.jpg",
+              "all/sub/photo.jpg.thumb.png", "all/notes.txt", "all/feed.xml", "other/oak.multimat"})
+            make(name);
+        make("all/plain", "<?xml version=\"1.0\"?>\n<multimat>\n");
+        make("all/really", "\x89PNG\r\n\x1a\n");
+        fs::create_directory_symlink(path("other"), path("all/link"));
+        fs::create_symlink(path("other/oak.multimat"), path("all/linked.multimat"));
+    }
+
+    void make(std::string const& name, std::string const& bytes = {})
+    {
+        fs::create_directories(fs::path(path(name)).parent_path());
+        write_bytes(path(name), bytes);
+    }
+
+    std::string path(std::string const& name) const { return m_folder.path(name); }
+
+    std::string below(fs::path const& file) const { return file.lexically_relative(path("")).string(); }
+
+    /// "INPUT > OUTPUT" for each, below the folder.
+    std::vector<std::string> jobs(ThumbPlan const& plan) const
+    {
+        std::vector<std::string> texts;
+        for (ThumbJob const& job : plan.jobs)
+            texts.push_back(below(job.input) + " > " + below(job.output));
+        return texts;
+    }
+
+    TestFolder m_folder;
+};
+
+} // namespace
+
+TEST_F(thumbPlan, stays_beside_the_inputs_without_an_output)
+{
+    ThumbPlan const plan = plan_thumbs({path("all/chair.OBJ"), path("other")}, std::nullopt);
+    EXPECT_THAT(jobs(plan), ElementsAre("all/chair.OBJ > all/chair.OBJ.thumb.png",
+                                        "other/oak.multimat > other/oak.multimat.thumb.png"));
+}
+
+TEST_F(thumbPlan, keeps_paths_below_a_folder)
+{
+    ThumbPlan const plan = plan_thumbs({path("all")}, path("out"));
+    EXPECT_THAT(jobs(plan),
+                ElementsAre("all/chair.OBJ > out/chair.OBJ.png",
+                            "all/linked.multimat > out/linked.multimat.png",
+                            "all/oak.multimat > out/oak.multimat.png", "all/plain > out/plain.png",
+                            "all/really > out/really.png", "all/sub/oak.multimat > out/sub/oak.multimat.png",
+                            "all/sub/photo.jpg > out/sub/photo.jpg.png"));
+    EXPECT_THAT(plan.failures, IsEmpty());
+}
+
+TEST_F(thumbPlan, names_the_file_for_one_input)
+{
+    std::string const input = path("all/oak.multimat");
+    EXPECT_THAT(jobs(plan_thumbs({input}, path("a.png"))), ElementsAre("all/oak.multimat > a.png"));
+    EXPECT_THAT(jobs(plan_thumbs({input}, path("other"))),
+                ElementsAre("all/oak.multimat > other/oak.multimat.png"));
+    EXPECT_THAT(jobs(plan_thumbs({input}, path("new/"))),
+                ElementsAre("all/oak.multimat > new/oak.multimat.png"));
+}
+
+TEST_F(thumbPlan, knows_each_kind)
+{
+    ThumbPlan const plan =
+        plan_thumbs({path("all/plain"), path("all/chair.OBJ"), path("all/sub/photo.jpg"), path("all/really")},
+                    std::nullopt);
+    std::vector<FileKind> kinds;
+    for (ThumbJob const& job : plan.jobs)
+        kinds.push_back(job.file.kind);
+    EXPECT_THAT(kinds, ElementsAre(FileKind::material, FileKind::mesh, FileKind::image, FileKind::image));
+    EXPECT_EQ(plan.jobs[2].file.format, gxImageFileJPEG);
+    EXPECT_EQ(plan.jobs[3].file.format, gxImageFilePNG);
+}
+
+TEST_F(thumbPlan, names_what_is_nothing_to_draw)
+{
+    ThumbPlan const plan =
+        plan_thumbs({path("all/notes.txt"), path("gone"), "/dev/null", path("all/chair.OBJ")}, {});
+    ASSERT_EQ(plan.failures.size(), 3u);
+    EXPECT_EQ(plan.failures[0].reason, "not a material, mesh or image file");
+    EXPECT_EQ(plan.failures[1].reason, "No such file or directory");
+    EXPECT_EQ(plan.failures[2].reason, "neither a file nor a folder");
+    EXPECT_EQ(plan.jobs.size(), 1u);
+}
+
+TEST_F(thumbPlan, refuses_two_inputs_with_one_output)
+{
+    ThumbPlan const plan = plan_thumbs({path("all/oak.multimat"), path("other/oak.multimat")}, path("out"));
+    EXPECT_THAT(plan.jobs, IsEmpty());
+    EXPECT_EQ(plan.wrong_usage, "the thumbnails of " + path("all/oak.multimat") + " and " +
+                                    path("other/oak.multimat") + " would both be " +
+                                    path("out/oak.multimat.png"));
+    // One input given twice is one.
+    EXPECT_EQ(plan_thumbs({path("other"), path("all/../other/oak.multimat")}, path("out")).jobs.size(), 1u);
+}
+
+TEST_F(thumbPlan, refuses_an_output_that_is_an_input)
+{
+    std::string const input = path("all/really");
+    EXPECT_THAT(plan_thumbs({input}, input).wrong_usage, HasSubstr("would replace the input"));
+    EXPECT_THAT(plan_thumbs({input}, path("other/../all/really")).wrong_usage, HasSubstr("would replace"));
+    // Also where a link leads to it.
+    EXPECT_THAT(plan_thumbs({path("all/linked.multimat")}, path("other/oak.multimat")).wrong_usage,
+                HasSubstr("would replace"));
+}
+
+TEST_F(thumbPlan, does_not_walk_the_output)
+{
+    make("all/sub/out/old.png");
+    EXPECT_EQ(plan_thumbs({path("all/sub")}, path("all/sub/out")).jobs.size(), 2u);
+}
+
+} // namespace mrtool

@@ -1,0 +1,110 @@
+#include "untrustedReader.h"
+
+#include "program.h"
+
+#include "gx_read_dmt_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <sys/wait.h>
+
+namespace mrtool {
+
+namespace {
+
+UntrustedReader const reader(MRTOOL);
+
+/// The smallest BMP file: one red pixel.
+std::string const
+    bmp("BM\x3a\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0\0\0\0\0\4\0\0\0"
+        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xff\0",
+        58);
+
+} // namespace
+
+TEST(UntrustedReader, hands_meshes_over_as_they_are)
+{
+    TestFolder const folder;
+    utString const path(folder.path("a.obj"));
+    write_bytes(
+        path.c_str(),
+        "v 0 0 0\nv 1.5 0 0\nv 0 1 0\nvt 0 0\nvt 1 0\nvt 0 1\no one\nf 1/1 2/2 3/3\no two\nf 1 2 3\n");
+    Meshes meshes, own;
+    std::string reason;
+    ASSERT_TRUE(gx_read_dmt_file(path, own.blocks));
+    ASSERT_TRUE(reader.meshes(path.c_str(), meshes, reason)) << reason;
+    ASSERT_EQ(meshes.blocks.size(), 2u);
+    auto const same = [](auto const& one, auto const& other) {
+        return std::equal(one.begin(), one.end(), other.begin(), other.end());
+    };
+    auto other = own.blocks.begin();
+    for (giTriBlock const* block : meshes.blocks) {
+        giTriBlock const& read_here = **other++;
+        EXPECT_TRUE(same(block->nodes(), read_here.nodes()));
+        EXPECT_EQ(block->normals().size(), read_here.normals().size());
+        EXPECT_EQ(block->normals().at(2).z, read_here.normals().at(2).z);
+        EXPECT_EQ(block->triangles(), read_here.triangles());
+        ASSERT_EQ(block->tus() != nullptr, read_here.tus() != nullptr);
+        EXPECT_TRUE(!block->tus() || same(*block->tus(), *read_here.tus()));
+    }
+    EXPECT_TRUE((*meshes.blocks.begin())->tus());
+}
+
+TEST(UntrustedReader, hands_images_over)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.bmp"), bmp);
+    std::string reason;
+    auto const from_file = reader.image(folder.path("a.bmp"), gxImageFileBMP, reason);
+    ASSERT_TRUE(from_file) << reason;
+    EXPECT_EQ(pixel(*from_file, 0, 0), "255 0 0");
+
+    // Out of a scene: a file of either kind, and plain pixels.
+    auto const from_scene = reader.image(SceneImage{"", "bmp", 0, 0, bmp}, reason);
+    ASSERT_TRUE(from_scene) << reason;
+    EXPECT_EQ(pixel(*from_scene, 0, 0), "255 0 0");
+    EXPECT_TRUE(reader.image(SceneImage{"", "jpg", 0, 0, png_bytes(*four_colours())}, reason)) << reason;
+    auto const pixels = reader.image(SceneImage{"", "", 2, 1, std::string("\1\2\3\4\5\6\7\x8")}, reason);
+    ASSERT_TRUE(pixels) << reason;
+    EXPECT_EQ(pixel(*pixels, 1, 0), "5 6 7");
+    EXPECT_FALSE(reader.image(SceneImage{"", "", 2, 2, "too few"}, reason));
+}
+
+TEST(UntrustedReader, says_why_a_file_does_not_read)
+{
+    TestFolder const folder;
+    std::string reason;
+    Meshes meshes;
+    write_bytes(folder.path("a.stl"), "no mesh");
+    EXPECT_FALSE(reader.meshes(folder.path("a.stl"), meshes, reason));
+    EXPECT_TRUE(reason.starts_with("not a readable mesh: ")) << reason;
+    write_bytes(folder.path("a.gif"), "GIF89a");
+    EXPECT_FALSE(reader.image(folder.path("a.gif"), gxImageFileGIF, reason));
+    EXPECT_TRUE(reason.starts_with("not a readable image: ")) << reason;
+    write_bytes(folder.path("a.png"), png_bytes(*four_colours()).substr(0, 40));
+    EXPECT_FALSE(reader.image(folder.path("a.png"), gxImageFilePNG, reason));
+    EXPECT_TRUE(reason.starts_with("not a readable image: ")) << reason;
+    Scene scene;
+    EXPECT_FALSE(reader.scene(folder.path("a.stl"), scene, reason));
+    EXPECT_TRUE(reason.starts_with("not a readable scene: ")) << reason;
+}
+
+TEST(UntrustedReader, believes_no_child)
+{
+    TestFolder const folder;
+    std::string reason;
+    Meshes meshes;
+    // A child that answers with its arguments instead of meshes.
+    EXPECT_FALSE(UntrustedReader("/bin/echo").meshes("a.stl", meshes, reason));
+    EXPECT_EQ(reason, "reading it gave no sensible answer");
+    EXPECT_TRUE(meshes.blocks.empty());
+    EXPECT_FALSE(UntrustedReader("/bin/false").meshes("a.stl", meshes, reason));
+    EXPECT_EQ(reason, "reading it ended with status 1");
+    ChildLimits limits;
+    limits.time = std::chrono::milliseconds(1);
+    EXPECT_FALSE(UntrustedReader(MRTOOL, limits).meshes("a.stl", meshes, reason));
+    EXPECT_EQ(reason, "reading it took longer than 1 ms");
+    EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD);
+}
+
+} // namespace mrtool
