@@ -1,21 +1,12 @@
 #include "gr_stretch_blt.h"
 
+#include "../gx/testImage.h"
 #include "mrTest.h"
-
-#include <array>
-#include <memory>
 
 namespace {
 
-using Pixel = std::array<int, 4>;
-
 constexpr Pixel white{255, 255, 255, 255};
 constexpr Pixel nothing{0, 0, 0, 0};
-
-struct Unreference
-{
-    void operator()(dgBase* object) const { object->unreference(); }
-};
 
 /// An image whose pixels are given by a function of x and y.
 class Picture
@@ -25,20 +16,11 @@ public:
     Picture(int width, int height, Colour const& colour) : m_image(new dgDuctImage("", width, height))
     {
         for (int y = 0; y < height; ++y)
-            for (int x = 0; x < width; ++x) {
-                Pixel const pixel = colour(x, y);
-                short const components[4] = {static_cast<short>(pixel[0]), static_cast<short>(pixel[1]),
-                                             static_cast<short>(pixel[2]), static_cast<short>(pixel[3])};
-                m_image->set_pixel(x, y, components);
-            }
+            for (int x = 0; x < width; ++x)
+                m_image->set_pixel(x, y, colour(x, y).data());
     }
 
-    Pixel operator()(int x, int y) const
-    {
-        short components[4];
-        m_image->get_pixel(x, y, components);
-        return {components[0], components[1], components[2], components[3]};
-    }
+    Pixel operator()(int x, int y) const { return pixel(*m_image, x, y); }
 
     /// Lays the whole source over a rectangle.
     void lay(Picture const& source, int x, int y, int width, int height, grStretchBltMode mode)
@@ -51,7 +33,7 @@ public:
     bool operator==(Picture const& other) const { return m_image->equal(other.m_image.get()) != 0; }
 
 private:
-    std::unique_ptr<dgDuctImage, Unreference> m_image;
+    Image m_image;
 };
 
 auto plain(Pixel const& pixel)
@@ -61,7 +43,7 @@ auto plain(Pixel const& pixel)
 
 Pixel gradient(int x, int y)
 {
-    return {x * 5 % 256, y * 7 % 256, (x + y) % 256, 255};
+    return {static_cast<short>(x * 5), static_cast<short>(y * 6), static_cast<short>(x + y), 255};
 }
 
 constexpr grStretchBltMode all_modes[] = {grStretchBltNearest, grStretchBltLinear, grStretchBltAverage};
@@ -101,7 +83,9 @@ TEST(gr_stretch_blt, scaling_down_takes_every_pixel_alike)
     EXPECT_TRUE(small == Picture(16, 16, plain({128, 128, 128, 255})));
 
     // Three to two: each pixel covers one and a half.
-    Picture const stripes(3, 1, [](int x, int) { return Pixel{x == 0 ? 90 : x == 1 ? 30 : 240, 0, 0, 255}; });
+    Picture const stripes(3, 1, [](int x, int) {
+        return x == 0 ? Pixel{90, 0, 0, 255} : x == 1 ? Pixel{30, 0, 0, 255} : Pixel{240, 0, 0, 255};
+    });
     Picture two(2, 1, plain(nothing));
     two.lay(stripes, 0, 0, 2, 1, grStretchBltAverage);
     EXPECT_EQ(two(0, 0)[0], (2 * 90 + 30) / 3);
@@ -110,7 +94,7 @@ TEST(gr_stretch_blt, scaling_down_takes_every_pixel_alike)
 
 TEST(gr_stretch_blt, scaling_up)
 {
-    Picture const ends(2, 1, [](int x, int) { return Pixel{x * 80, 0, 0, 255}; });
+    Picture const ends(2, 1, [](int x, int) { return Pixel{static_cast<short>(x * 80), 0, 0, 255}; });
     int const smooth[] = {0, 20, 60, 80};
     int const hard[] = {0, 0, 80, 80};
     for (grStretchBltMode mode : all_modes) {

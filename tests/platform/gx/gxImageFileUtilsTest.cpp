@@ -1,22 +1,15 @@
 #include "gxImageFileUtils.h"
 
 #include "mrTest.h"
+#include "testImage.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
-#include <array>
-#include <memory>
-
 namespace {
-
-struct Unreference
-{
-    void operator()(dgBase* object) const { object->unreference(); }
-};
 
 struct Outcome
 {
-    std::unique_ptr<dgDuctImage, Unreference> image;
+    Image image;
     std::string reason;
 };
 
@@ -32,15 +25,6 @@ Outcome read(std::string const& path)
     outcome.reason = reason.c_str();
     EXPECT_EQ(outcome.reason.empty(), outcome.image != nullptr) << path << outcome.reason;
     return outcome;
-}
-
-using Pixel = std::array<short, 4>;
-
-Pixel pixel(dgDuctImage const& image, int x, int y)
-{
-    Pixel components;
-    image.get_pixel(x, y, components.data());
-    return components;
 }
 
 /// Red, green, blue and white from left to right, in blocks of sixteen pixels: as large as lossy formats need.

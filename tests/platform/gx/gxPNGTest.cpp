@@ -2,9 +2,9 @@
 
 #include "mrTest.h"
 #include "rawPNG.h"
+#include "testImage.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <memory>
 #include <random>
@@ -16,21 +16,6 @@ struct Close
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 using File = std::unique_ptr<std::FILE, Close>;
-
-struct Unreference
-{
-    void operator()(dgBase* object) const { object->unreference(); }
-};
-using Image = std::unique_ptr<dgDuctImage, Unreference>;
-
-using Pixel = std::array<int, 4>;
-
-Pixel pixel(dgDuctImage const& image, int x, int y)
-{
-    short components[4];
-    image.get_pixel(x, y, components);
-    return {components[0], components[1], components[2], components[3]};
-}
 
 struct Outcome
 {
@@ -197,9 +182,8 @@ TEST(gxPNG, interlaced)
             }
         Outcome const outcome = read(raw.bytes());
         ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
-        for (int i = 0; i < static_cast<int>(size * size); ++i)
-            EXPECT_EQ(pixel(*outcome.image, i % static_cast<int>(size), i / static_cast<int>(size)),
-                      (Pixel{i, i, i, 255}));
+        for (std::size_t i = 0; i < size * size; ++i)
+            EXPECT_EQ(outcome.image->pixels()[4 * i], i) << size;
     }
 }
 
