@@ -19,8 +19,8 @@ struct Vertex
 // Triangles are handed to OpenGL as they lie in the block.
 static_assert(sizeof(giTri) == 3 * sizeof(GLuint));
 
-// Places are drawn this far around the picture, whose sides are 2 long: further out, single precision and
-// the driver's clipping would turn them into something else.
+// Places are drawn this far around the picture, whose sides are 2 long, and texture coordinates are taken
+// this far: further out, single precision turns them into something else.
 constexpr double furthest = 1e6;
 
 // The buffer of a large block is given back when blocks become smaller than this part of it.
@@ -104,14 +104,16 @@ bool write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Placing c
     std::size_t const count = block.nodes().size();
     giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
     giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
-    giVector3 const no_direction(0.0, 0.0, 0.0);
     // Zero as long as all are finite, not a number afterwards.
     double sum = 0.0;
     for (std::size_t i = 0; i < count; ++i) {
         Vertex& vertex = vertices[i];
         sum += nodes[i].x * 0.0 + nodes[i].y * 0.0 + nodes[i].z * 0.0;
         placing.place(nodes[i], vertex.place);
-        write_direction(normals ? normals[i] : no_direction, vertex.normal);
+        if (normals)
+            write_direction(normals[i], vertex.normal);
+        else
+            std::fill_n(vertex.normal, 3, 0.0F);
         vertex.coordinate[0] = coordinates ? coordinate(coordinates[i].x) : 0.0F;
         vertex.coordinate[1] = coordinates ? coordinate(1.0 - coordinates[i].y) : 0.0F;
     }

@@ -12,16 +12,20 @@
 ///
 /// One white directional light from (-0.35, 0.35, 0.87) in view space, of intensity 1.1, and ambient light of
 /// 5.2; colours are used as they are, without gamma; 4 samples a pixel. A texture larger than the driver
-/// takes is drawn scaled down; a picture larger than it takes is null. There is one colour buffer, which both
-/// buffer numbers mean.
+/// takes is drawn scaled down. There is one colour buffer, which both buffer numbers mean.
 ///
-/// Its OpenGL context is current only while one of its functions runs; the context that was current before is
-/// current again afterwards.
+/// The frame reaches from (0, 0) to the viewport's upper corner; erase fills all of it, drawing keeps to the
+/// viewport. read_image is null for a part that is not within the frame, and for a frame of more than
+/// 8,192 × 8,192 pixels, one that the driver has no room for, or one in which memory ran out.
+///
+/// Its OpenGL context is current only while one of its functions runs; the EGL context that was current
+/// before is current again afterwards. Several renderers may live at once. EGL displays, which a process
+/// shares, are never terminated.
 class DG_OFFSCREEN_API dgOffscreenRenderer final : public dgRenderer
 {
 public:
-    /// Starts a renderer.
-    /// @param reason  receives in words what is missing when it cannot be started
+    /// Starts a renderer. What a driver says on standard error as it starts is dropped.
+    /// @param reason  receives in words what is missing when it cannot be started; left alone otherwise
     /// @return a new renderer without references, or null
     static dgOffscreenRenderer* create(utString& reason);
 

@@ -65,14 +65,24 @@ TEST_F(dgOffscreenRendererTest, KeepsToTheViewPort)
     dgProjection projection;
     projection.view_port = giBox2({20, 10}, {40, 30});
     projection.scale = 1000;
+    // The square's lower left corner comes to (15, 5), outside the viewport.
+    projection.centre = {0.015, 0.015, 0};
     renderer->erase(projection.view_port, background, dgEraseColourAndDepth);
     dgDrawState state;
     state.reflection_model = dgReflectionNone;
     renderer->draw(projection, state, block);
     Image const image = read(0, 0, 40, 30);
     ASSERT_TRUE(image);
-    // The square begins in the middle of the viewport and goes on beyond it.
-    EXPECT_EQ(pixel(*image, 31, 8), (std::array{255, 255, 255, 255}));
-    EXPECT_EQ(pixel(*image, 29, 8), background_pixel);
-    EXPECT_EQ(pixel(*image, 31, 10), background_pixel);
+    EXPECT_EQ(pixel(*image, 20, 19), (std::array{255, 255, 255, 255}));
+    // A pixel off: a software renderer was seen to draw half of those along the edge.
+    EXPECT_EQ(pixel(*image, 18, 19), background_pixel);
+    EXPECT_EQ(pixel(*image, 20, 21), background_pixel);
+
+    projection.centre = {};
+    renderer->erase(projection.view_port, background, dgEraseColourAndDepth);
+    renderer->draw(projection, state, block);
+    Image const other = read(0, 0, 40, 30);
+    EXPECT_EQ(pixel(*other, 30, 9), (std::array{255, 255, 255, 255}));
+    EXPECT_EQ(pixel(*other, 29, 9), background_pixel);
+    EXPECT_EQ(pixel(*other, 30, 10), background_pixel);
 }
