@@ -16,9 +16,9 @@ TEST(mrtool, refuses_wrong_usage)
         char const* usage;
     } const cases[] = {
         {"", "subcommand is required", "Usage: mrtool [OPTIONS] SUBCOMMAND"},
-        {"paint", "subcommand is required", "Usage: mrtool [OPTIONS] SUBCOMMAND"},
+        {"paint a.obj", "no subcommand or option paint", "Usage: mrtool [OPTIONS] SUBCOMMAND"},
         {"thumb", "INPUT is required", "Usage: mrtool thumb [OPTIONS] INPUT..."},
-        {"thumb a.obj --size 0", "0 is not N or WxH", "Usage: mrtool thumb"},
+        {"thumb a.obj --size 0", "0 is not N or WxH, each 1 to 8192 pixels", "Usage: mrtool thumb"},
         {"thumb a.obj --size 64x", "64x is not N or WxH", "Usage: mrtool thumb"},
         {"thumb a.obj --size 8193", "8193 is not N or WxH", "Usage: mrtool thumb"},
         {"thumb a.obj --size 64x64x64", "64x64x64 is not", "Usage: mrtool thumb"},

@@ -153,3 +153,15 @@ TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
     EXPECT_EQ(run_mrtool("thumb " + input).status, 0);
     EXPECT_EQ(read_png(output)->width(), 256);
 }
+
+TEST(mrtool_thumb, says_why_there_is_no_renderer)
+{
+    TestFolder const folder;
+    write_material(folder.path("a.multimat"), {giColour(1, 2, 3, 0)});
+    // Hides every driver from the library that finds them.
+    Outcome const refused =
+        run_mrtool("thumb " + folder.path("a.multimat"), "__EGL_VENDOR_LIBRARY_DIRS=/none");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_THAT(refused.errors, HasSubstr("mrtool: thumb: no renderer: "));
+    EXPECT_EQ(files_in(folder.path("")), 1u);
+}

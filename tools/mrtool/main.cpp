@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "messages.h"
 #include "pendingFile.h"
+#include "text.h"
 #include "untrustedReader.h"
 
 #include <CLI/CLI.hpp>
@@ -17,44 +18,44 @@ namespace {
 
 using namespace mrtool;
 
-constexpr char size_form[] = "N or WxH, 1 to 8192 pixels";
+std::string const size_form = text("N or WxH, each 1 to ", ThumbOptions::max_side, " pixels");
 constexpr char colour_form[] = "RRGGBB in hexadecimal, with or without #, black or white";
 
-/// Takes a whole number of the given base off the text's front.
-bool take_number(std::string_view& text, int base, std::size_t most_digits, int& number)
+/// Takes a whole number of the given base off the front.
+bool take_number(std::string_view& form, int base, std::size_t most_digits, int& number)
 {
-    std::string_view const digits = text.substr(0, most_digits);
+    std::string_view const digits = form.substr(0, most_digits);
     auto const [rest, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, base);
-    text.remove_prefix(static_cast<std::size_t>(rest - digits.data()));
+    form.remove_prefix(static_cast<std::size_t>(rest - digits.data()));
     return error == std::errc() && number >= 0;
 }
 
-bool parse_size(std::string_view text, int& width, int& height)
+bool parse_size(std::string_view form, int& width, int& height)
 {
     auto const take_side = [&](int& side) {
-        return take_number(text, 10, 4, side) && side >= 1 && side <= ThumbOptions::max_side;
+        return take_number(form, 10, 4, side) && side >= 1 && side <= ThumbOptions::max_side;
     };
     if (!take_side(width))
         return false;
     height = width;
-    if (text.empty())
+    if (form.empty())
         return true;
-    bool const two = text.front() == 'x';
-    text.remove_prefix(1);
-    return two && take_side(height) && text.empty();
+    bool const two = form.front() == 'x';
+    form.remove_prefix(1);
+    return two && take_side(height) && form.empty();
 }
 
-bool parse_colour(std::string_view text, gsRGB& colour)
+bool parse_colour(std::string_view form, gsRGB& colour)
 {
-    if (text == "black" || text == "white") {
-        int const component = text == "white" ? 255 : 0;
+    if (form == "black" || form == "white") {
+        int const component = form == "white" ? 255 : 0;
         colour = gsRGB(component, component, component);
         return true;
     }
-    if (text.starts_with('#'))
-        text.remove_prefix(1);
+    if (form.starts_with('#'))
+        form.remove_prefix(1);
     int value = 0;
-    if (text.size() != 6 || !take_number(text, 16, 6, value) || !text.empty())
+    if (form.size() != 6 || !take_number(form, 16, 6, value) || !form.empty())
         return false;
     colour = gsRGB(value >> 16, value >> 8 & 255, value & 255);
     return true;
@@ -65,20 +66,21 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
     CLI::App* const thumb =
         app.add_subcommand("thumb", "Make PNG thumbnails of materials, meshes and images");
     thumb->add_option("INPUT", options.inputs, "Material, mesh or image files, or folders of them")
+        ->type_name("")
         ->required();
     thumb
         ->add_option("-o,--output", options.output,
-                     "The thumbnail of one file, or the folder for those of several or of a folder; without "
-                     "it, that of DIR/NAME.EXT is DIR/NAME.EXT.thumb.png")
+                     "The thumbnail of one file, or the folder for several; DIR/NAME.EXT.thumb.png for "
+                     "DIR/NAME.EXT when not given")
         ->type_name("OUT");
     thumb
         ->add_option_function<std::string>(
             "--size",
-            [&](std::string const& text) {
-                if (!parse_size(text, options.width, options.height))
-                    throw CLI::ValidationError("--size", text + " is not " + size_form);
+            [&](std::string const& size) {
+                if (!parse_size(size, options.width, options.height))
+                    throw CLI::ValidationError("--size", text(size, " is not ", size_form));
             },
-            std::string("Size of the thumbnails: ") + size_form + "; 256 when not given")
+            text(size_form, "; ", options.width, " when not given"))
         ->type_name("SIZE");
     thumb->add_option("--up", options.up, "What is up in meshes: y or z; by their format when not given")
         ->type_name("AXIS")
@@ -86,11 +88,11 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
     thumb
         ->add_option_function<std::string>(
             "--background",
-            [&](std::string const& text) {
-                if (!parse_colour(text, options.background))
-                    throw CLI::ValidationError("--background", text + " is not " + colour_form);
+            [&](std::string const& colour) {
+                if (!parse_colour(colour, options.background))
+                    throw CLI::ValidationError("--background", text(colour, " is not ", colour_form));
             },
-            std::string("Colour behind what is shown: ") + colour_form + "; f0f0f0 when not given")
+            text(colour_form, "; f0f0f0 when not given"))
         ->type_name("COLOUR");
     thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
     return thumb;
@@ -120,8 +122,10 @@ CLI::App* add_info(CLI::App& app, InfoOptions& options)
 }
 
 /// Says what is wrong, then how the subcommand is used.
-int refuse(CLI::App const& app, std::string const& words)
+int refuse(CLI::App const& app, std::string words)
 {
+    if (auto const unknown = app.remaining(); app.get_subcommands().empty() && !unknown.empty())
+        words = "there is no subcommand or option " + unknown.front();
     // Of the subcommand that was named, if one was.
     std::fprintf(stderr, "mrtool: %s\n\n%s", printable(words).c_str(), app.help().c_str());
     return wrong_usage;

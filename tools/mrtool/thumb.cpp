@@ -151,7 +151,7 @@ int run_thumb(ThumbOptions const& options)
         say(failure.path, failure.reason);
     if (plan.jobs.empty()) {
         if (plan.failures.empty())
-            say(options.inputs.front(), "no material, mesh or image file in it");
+            say("thumb", "no material, mesh or image file is there");
         return status;
     }
 

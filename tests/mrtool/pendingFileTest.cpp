@@ -1,0 +1,48 @@
+#include "pendingFile.h"
+
+#include "mrTest.h"
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace mrtool {
+
+namespace fs = std::filesystem;
+
+TEST(PendingFile, has_its_name_when_complete)
+{
+    TestFolder const folder;
+    std::string const path = folder.path("new/file");
+    {
+        PendingFile pending(path);
+        ASSERT_TRUE(pending.good()) << pending.reason();
+        write_bytes(pending.temporary_path(), "whole");
+        EXPECT_FALSE(fs::exists(path));
+        EXPECT_TRUE(pending.complete());
+    }
+    EXPECT_EQ(read_bytes(path), "whole");
+    {
+        PendingFile const given_up(path);
+        write_bytes(given_up.temporary_path(), "half");
+    }
+    EXPECT_EQ(read_bytes(path), "whole");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("new")), fs::directory_iterator()), 1);
+}
+
+TEST(PendingFile, is_removed_when_the_program_is_interrupted)
+{
+    TestFolder const folder;
+    pid_t const program = fork();
+    if (program == 0) {
+        remove_pending_files_on_interrupt();
+        PendingFile const pending(folder.path("file"));
+        std::raise(pending.good() ? SIGTERM : SIGKILL);
+    }
+    int status = 0;
+    waitpid(program, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
+    EXPECT_TRUE(fs::is_empty(folder.path("")));
+}
+
+} // namespace mrtool
