@@ -5,26 +5,35 @@
 
 dgDuctImage::dgDuctImage(char const* name, int width, int height) : m_name(name ? name : "")
 {
-    if (width < 1 || height < 1)
-        return;
-    m_width = width;
-    m_height = height;
-    m_pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    resize(width, height);
 }
 
-dgDuctImage::dgDuctImage(utCopy, dgImage const& other) : dgDuctImage("", other.width(), other.height())
+dgDuctImage::dgDuctImage(utCopy, dgImage const& other)
 {
     if (auto const* same_kind = dynamic_cast<dgDuctImage const*>(&other)) {
         m_name = same_kind->m_name;
+        m_width = same_kind->m_width;
+        m_height = same_kind->m_height;
         m_pixels = same_kind->m_pixels;
         return;
     }
+    resize(other.width(), other.height());
     short components[4];
     for (int y = 0; y < m_height; ++y)
         for (int x = 0; x < m_width; ++x) {
             other.get_pixel(x, y, components);
             set_pixel(x, y, components);
         }
+}
+
+/// Of an image that is empty so far.
+void dgDuctImage::resize(int width, int height)
+{
+    if (width < 1 || height < 1 || std::int64_t{width} * height > max_pixels)
+        return;
+    m_width = width;
+    m_height = height;
+    m_pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
 }
 
 void dgDuctImage::new_name(char const* name)

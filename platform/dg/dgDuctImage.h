@@ -7,6 +7,7 @@
 #include "utExport.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -31,10 +32,17 @@ public:
 };
 
 /// An image in memory: four bytes a pixel (red, green, blue, alpha), rows from the top, packed.
+///
+/// Running out of memory for the pixels of an image within max_pixels ends in std::bad_alloc, which the
+/// library does not handle, except where it reads image files and where dgOffscreenRenderer reads a frame.
 class UT_API dgDuctImage final : public dgImage
 {
 public:
-    /// Every pixel 0, transparent black. Less than one pixel on a side makes an empty image, 0 by 0.
+    /// The most pixels of an image; they take a GiB.
+    static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
+
+    /// Every pixel 0, transparent black. Less than one pixel on a side, or more than max_pixels in all, makes
+    /// an empty image, 0 by 0.
     /// @param name  null stands for the empty name
     dgDuctImage(char const* name, int width, int height);
 
@@ -65,6 +73,8 @@ public:
 private:
     // Deleted by unreference() alone.
     ~dgDuctImage() override = default;
+
+    void resize(int width, int height);
 
     std::string m_name;
     int m_width = 0;

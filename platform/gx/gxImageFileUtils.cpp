@@ -1,19 +1,18 @@
 #include "gxImageFileUtils.h"
 
+#include "gxOpenFile.h"
 #include "gxPNG.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 namespace {
@@ -43,12 +42,6 @@ bool equal_without_case(std::string_view a, std::string_view b)
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](char x, char y) { return lower(x) == lower(y); });
 }
-
-struct CloseFile
-{
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
 
 struct UnrefObject
 {
@@ -167,7 +160,10 @@ Pixbuf Loader::load(std::FILE* file, utString& reason)
         reason = "the file holds no image";
         return nullptr;
     }
-    return Pixbuf(gdk_pixbuf_apply_embedded_orientation(first));
+    Pixbuf upright(gdk_pixbuf_apply_embedded_orientation(first));
+    if (!upright)
+        reason = "there is not enough memory for the image";
+    return upright;
 }
 
 dgDuctImage* image_of(GdkPixbuf const* pixbuf)
@@ -199,13 +195,9 @@ dgDuctImage* read_with_loader(std::FILE* file, Format const& format, utString& r
 
 dgDuctImage* read_with_format(char const* path, Format const& format, utString& reason)
 {
-    File const file(std::fopen(path, "rb"));
-    if (!file) {
-        std::string const why = std::generic_category().message(errno);
-        reason = "the file cannot be opened: ";
-        reason += why;
+    gxFile const file = gx_open_file(path, reason);
+    if (!file)
         return nullptr;
-    }
     if (format.loader)
         return read_with_loader(file.get(), format, reason);
     utStringutStringcoTable texts(4, 50);

@@ -25,7 +25,7 @@ class UT_API gxImageFileUtils
 {
 public:
     /// An image that announces more pixels is refused before it is allocated.
-    static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
+    static constexpr std::int64_t max_pixels = dgDuctImage::max_pixels;
     /// An SVG is drawn at most this wide and high, in pixels, its aspect kept.
     static constexpr int max_svg_side = 2048;
 
@@ -40,7 +40,9 @@ public:
 
     /// Reads an image file of the format; of an animation the first frame, turned upright where the file says
     /// how it was taken. PNG files are safe from strangers; what another format can do is bounded by what its
-    /// loader does: read such files in a process of their own. Nothing is written to standard error.
+    /// loader does: read such files in a process of their own. A file in a format other than PNG that ends
+    /// early may give the part that was there. What is no regular file is refused without being read. Nothing
+    /// is written to standard error.
     /// @param reason  where not null, receives in words why there is no image
     /// @return a new image without a name and without references, or null
     static dgDuctImage* read_image_file(utString const& path, gxImageFileFormat format,

@@ -1,6 +1,10 @@
 #include "gx_read_dmt_file.h"
 
+#include "gxOpenFile.h"
+
 #include <assimp/config.h>
+#include <assimp/DefaultIOStream.h>
+#include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
 #include <assimp/mesh.h>
 #include <assimp/postprocess.h>
@@ -399,6 +403,30 @@ private:
     locale_t m_before = uselocale(m_point);
 };
 
+class Stream final : public Assimp::DefaultIOStream
+{
+public:
+    /// @param file  the stream's from now on
+    Stream(gxFile file, char const* path) : DefaultIOStream(file.release(), path) {}
+};
+
+/// Opens regular files alone: the file itself, and those that it names.
+class RegularFiles final : public Assimp::DefaultIOSystem
+{
+public:
+    bool Exists(char const* path) const override
+    {
+        utString reason;
+        return gx_open_file(path, reason) != nullptr;
+    }
+    Assimp::IOStream* Open(char const* path, char const*) override
+    {
+        utString reason;
+        gxFile file = gx_open_file(path, reason);
+        return file ? new Stream(std::move(file), path) : nullptr;
+    }
+};
+
 /// An error message, which may quote the file, as one line of text.
 utString one_line(std::string text)
 {
@@ -409,8 +437,12 @@ utString one_line(std::string text)
 
 Blocks read_blocks(utString const& path, utString& reason)
 {
+    // For the reason alone; what is read is opened again, as carefully.
+    if (!gx_open_file(path.c_str(), reason))
+        return {};
     PointLocale const point;
     Assimp::Importer importer;
+    importer.SetIOHandler(new RegularFiles); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
     aiScene const* scene = importer.ReadFile(path.c_str(), 0);
     if (scene) {

@@ -25,7 +25,7 @@ constexpr double gx_dmt_crease_angle = 50.0;
 /// the fronts of its triangles outside.
 ///
 /// It is only as safe as Assimp is, which damaged files can crash: read files from strangers in a process of
-/// their own.
+/// their own. What is no regular file is refused without being read.
 ///
 /// @param path    path of the file
 /// @param blocks  receives the new blocks, which are the caller's

@@ -65,10 +65,11 @@ TEST(DgDuctImage, StartsTransparentAndPacked)
     EXPECT_STREQ(image->name(), "");
 }
 
-TEST(DgDuctImage, IsEmptyWithLessThanAPixelOnASide)
+TEST(DgDuctImage, IsEmptyWithTooFewOrTooManyPixels)
 {
     for (auto const& [width, height] :
-         {std::pair{0, 5}, std::pair{5, 0}, std::pair{-1, -1}, std::pair{-2147483647, 9}}) {
+         {std::pair{0, 5}, std::pair{5, 0}, std::pair{-1, -1}, std::pair{-2147483647, 9},
+          std::pair{2'000'000'000, 2'000'000'000}, std::pair{1 << 14, (1 << 14) + 1}}) {
         auto const image = made("none", width, height);
         EXPECT_EQ(image->width(), 0);
         EXPECT_EQ(image->height(), 0);

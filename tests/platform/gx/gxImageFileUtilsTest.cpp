@@ -5,6 +5,8 @@
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
+#include <sys/stat.h>
+
 namespace {
 
 struct Outcome
@@ -154,7 +156,10 @@ TEST(gxImageFileUtils, failures_have_a_reason)
     EXPECT_EQ(read(folder.path("missing.jpg")).reason,
               "the file cannot be opened: No such file or directory");
     std::filesystem::create_directory(folder.path("folder.bmp"));
-    EXPECT_EQ(read(folder.path("folder.bmp")).reason, "the file cannot be read");
+    ASSERT_EQ(mkfifo(folder.path("pipe.png").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo(folder.path("pipe.jpg").c_str(), 0600), 0);
+    for (char const* name : {"folder.bmp", "pipe.png", "pipe.jpg"})
+        EXPECT_EQ(read(folder.path(name)).reason, "it is no file") << name;
     write_bytes(folder.path("empty.gif"), "");
     EXPECT_EQ(read(folder.path("empty.gif")).reason, "the file is empty");
 

@@ -5,6 +5,7 @@
 #include <clocale>
 #include <cmath>
 #include <locale>
+#include <sys/stat.h>
 
 namespace {
 
@@ -161,6 +162,19 @@ TEST(gx_read_dmt_file, what_cannot_be_drawn_is_left_out)
     EXPECT_EQ(reading.block().triangles(), giTriArr{(giTri{0, 1, 2})});
     EXPECT_EQ(reading.block().nodes().size(), 3u);
     EXPECT_EQ(reading.block().normals()[0].z, 1.0);
+}
+
+TEST(gx_read_dmt_file, pipes_are_not_waited_for)
+{
+    TestFolder folder;
+    ASSERT_EQ(mkfifo(folder.path("a.mtl").c_str(), 0600), 0);
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\n" + cube);
+    giTriBlockcoDListPtrcoPtrcoDList blocks;
+    utString reason;
+    EXPECT_FALSE(gx_read_dmt_file(utString(folder.path("a.mtl")), blocks, &reason));
+    EXPECT_EQ(reason.view(), "it is no file");
+    EXPECT_TRUE(gx_read_dmt_file(utString(folder.path("a.obj")), blocks));
+    gsTriUtils::delete_and_clear(blocks);
 }
 
 TEST(gx_read_dmt_file, failures_have_a_reason)

@@ -1,0 +1,42 @@
+// Opening a file that somebody else put there. Used inside the library.
+#pragma once
+
+#include "utString.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <memory>
+#include <string>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+struct gxCloseFile
+{
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using gxFile = std::unique_ptr<std::FILE, gxCloseFile>;
+
+/// Opens a regular file for reading. A pipe of that name, which would keep the caller waiting for a writer, is
+/// refused without waiting, and so are folders and devices.
+/// @param reason  receives in words why there is none: "it is no file", or "the file cannot be opened: ..."
+/// @return the file at its beginning, or null
+inline gxFile gx_open_file(char const* path, utString& reason)
+{
+    int const descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat status
+    {};
+    bool const opened = descriptor >= 0 && ::fstat(descriptor, &status) == 0;
+    bool const regular = opened && S_ISREG(status.st_mode);
+    gxFile file(regular ? ::fdopen(descriptor, "rb") : nullptr);
+    if (file)
+        return file;
+    std::string const why = opened && !regular
+                                ? "it is no file"
+                                : "the file cannot be opened: " + std::generic_category().message(errno);
+    if (descriptor >= 0)
+        ::close(descriptor);
+    reason = utString(why);
+    return nullptr;
+}
