@@ -1,5 +1,6 @@
 #include "dgOffscreenQuiet.h"
 
+#include <atomic>
 #include <cstdio>
 #include <mutex>
 
@@ -11,7 +12,7 @@ thread_local int quiet_here = 0;
 
 std::mutex guard;
 int quiet_anywhere = 0;
-std::FILE* loud = nullptr; // the stream that was there before
+std::atomic<std::FILE*> loud = nullptr; // the stream that was there before; read without the lock
 
 ssize_t pass_on(void*, char const* bytes, std::size_t count)
 {

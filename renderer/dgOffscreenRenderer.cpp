@@ -39,7 +39,8 @@ int pixels_up_to(double coordinate)
 void keep_within(giBox2 const& view_port, int width, int height)
 {
     auto const within = [](double value, int most) {
-        return static_cast<int>(std::floor(std::clamp(value, 0.0, static_cast<double>(most))));
+        // Written so that a value that is no number gives 0.
+        return value > 0.0 ? static_cast<int>(std::min(value, static_cast<double>(most))) : 0;
     };
     int const x = within(view_port.low().x, width);
     int const y = within(view_port.low().y, height);
@@ -132,6 +133,8 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
                                       giTriBlock const& block)
 {
     std::size_t const nodes = block.nodes().size();
+    if (nodes == 0 || block.triangles().empty())
+        return true; // before a texture is handed to the driver for nothing
     bool const has_image = state.texturing && state.texture.image && state.texture.image->width() > 0;
     dgOffscreenMesh::Use const use = {state.shading != dgShadingFlat && block.normals().size() == nodes,
                                       has_image && block.tus() && block.tus()->size() == nodes};

@@ -106,8 +106,11 @@ dgDuctImage* draw_and_read(dgRenderer& renderer, dgView& view, mrThumbAtts const
     view.render_network(nullptr);
 
     renderer.begin_read_image();
-    dgDuctImage* const image = renderer.read_image(dgImageRGBA, thumb_name, 0, 0, atts.width(), atts.height(),
-                                                   dgSetAlphaEverywhere, 255);
+    // Not among the arguments, whose order of evaluation compilers choose.
+    int const width = atts.width();
+    int const height = atts.height();
+    dgDuctImage* const image =
+        renderer.read_image(dgImageRGBA, thumb_name, 0, 0, width, height, dgSetAlphaEverywhere, 255);
     renderer.end_read_image();
     if (restore)
         renderer.select_read_buffer(read_buffer);
@@ -121,7 +124,9 @@ dgDuctImage* picture(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure&
     view->reference();
     view->background_colour(gsColour(atts.background_colour()));
     double const margin = settings.view_port_margin;
-    view->view_port_dc(giBox2({0.0, 0.0}, {atts.width() + margin, atts.height() + margin}));
+    double const width = atts.width() + margin;
+    double const height = atts.height() + margin;
+    view->view_port_dc(giBox2({0.0, 0.0}, {width, height}));
     if (settings.attributes_camera)
         view->orientation({0.0, 0.0, 0.0}, atts.geom_view_normal_vector(), atts.geom_view_up_vector());
     view->root(&structure);
@@ -172,14 +177,18 @@ dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
     auto* const structure = new dgClientStructure;
     structure->reference();
 
-    if (facets.size() == 1 && (*facets.begin())->textures().empty()) {
-        append_facet(**facets.begin(), images, m_atts.plain_block(), *structure);
+    mrFMFacet const* const first = facets.size() == 1 ? *facets.begin() : nullptr;
+    if (first && first->textures().empty()) {
+        append_facet(*first, images, m_atts.plain_block(), *structure);
     } else {
         BlockList const& blocks = blocks_for(static_cast<int>(facets.size()));
         auto block = blocks.begin();
         for (mrFMFacet const* facet : facets) {
+            giTriBlock const* const slice = *block++;
+            if (!facet)
+                continue;
             tint_images(facet->textures(), images);
-            append_facet(*facet, images, *block++, *structure);
+            append_facet(*facet, images, slice, *structure);
         }
     }
 
@@ -263,7 +272,9 @@ dgDuctImage* mrThumbnails::from_image_file(utString const& path)
 dgDuctImage* mrThumbnails::from_colour(gsRGB const& colour)
 {
     UT_CHECK_VALID(m_check);
-    auto* const thumb = new dgDuctImage(thumb_name, m_atts.width(), m_atts.height());
+    int const width = m_atts.width();
+    int const height = m_atts.height();
+    auto* const thumb = new dgDuctImage(thumb_name, width, height);
     thumb->set_all(gsColour(colour));
     return thumb;
 }

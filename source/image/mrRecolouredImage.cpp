@@ -102,6 +102,7 @@ mrRecolouredImage::mrRecolouredImage(dgDuctImage* image, giColour const& colour)
 
 mrRecolouredImage::mrRecolouredImage(mrRecolouredImage const& other)
 {
+    UT_CHECK_VALID(m_check);
     UT_REQUIRE(!other.invalid(), "Args");
     m_image = other.m_image;
     m_colour = new_colour_like(other.m_colour);

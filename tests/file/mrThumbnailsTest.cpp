@@ -189,6 +189,10 @@ TEST_F(mrThumbnailsTest, DrawsAsFarAsItGoes)
                 ElementsAre(source + "Invalid image", "source/image/mrRecolouredImageCache.cpp: Args",
                             tinted + "Args", tinted + "State", tinted + "Invalid resultant imsge",
                             source + "No such images: lost"));
+    auto const& without_middle = draw(Material({new_facet(red), nullptr, new_facet(blue)}));
+    ASSERT_EQ(without_middle.size(), 2u);
+    EXPECT_EQ(without_middle[1].block, *std::next(pie_chart.blocks(3).begin(), 2));
+    EXPECT_THAT(draw(Material({nullptr})), IsEmpty());
     plain_block = nullptr;
     EXPECT_THAT(draw(Material({new_facet(red)})), IsEmpty());
 
