@@ -54,7 +54,7 @@ public:
     dgDuctImage* resultant_image() const;
 
     /// 1 when the images are equal, whatever the colours; else 1 only when both hold the very same colour
-    /// object, as an object and itself do.
+    /// object, as an object and itself do, or neither holds one.
     int operator==(mrRecolouredImage const& other) const;
     int operator!=(mrRecolouredImage const& other) const;
 

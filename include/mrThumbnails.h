@@ -13,8 +13,9 @@ class mrFileMat;
 /// Makes thumbnails through the application's renderer.
 ///
 /// Every thumbnail is a new image named "thumb" of the attributes' width and height, without references: the
-/// caller's. Nothing is kept between calls but the slices of the attributes' pie chart. For one thread at a
-/// time.
+/// caller's. It is empty where they are more pixels than a dgDuctImage holds. Nothing is kept between calls but
+/// the slices of the attributes' pie chart, and tinted images, which stay in mrRecolouredImageCache. For one
+/// thread at a time.
 class MR_API mrThumbnails
 {
 public:
@@ -35,7 +36,11 @@ public:
     /// One facet without layers is drawn on the attributes' plain block; n facets else on the n blocks of the
     /// face-count table, or on the slices of the pie chart where the table has no list of exactly n. Layers
     /// that ask for it have their image tinted first, in a copy of the image table that all facets share: a
-    /// later facet that names the same image starts from the tinted one.
+    /// later facet that names the same image starts from the tinted one. A null facet is passed over, and its
+    /// block with it.
+    ///
+    /// Drawing takes one copy of the image for each such layer, kept for the process's life: materials from
+    /// strangers are safe to read, but are drawn in a process of their own.
     ///
     /// Seen by the view's default camera. The renderer is left with read buffer 1.
     /// @return as the renderer reads it back, which may be null; without facets, the background
@@ -45,8 +50,9 @@ public:
     ///         pie chart of 0 blocks
     dgDuctImage* from_material(mrFileMat const& material);
 
-    /// As from_material().
-    /// @return null when the file's status is not mrFileMatReadOK. Safe for untrusted input
+    /// Reads a material file, which is safe for untrusted input, and draws as from_material() does, which takes
+    /// a process of its own for files from strangers.
+    /// @return null when the file's status is not mrFileMatReadOK
     dgDuctImage* from_material_file(utString const& path);
 
     /// Draws meshes in the attributes' surface colour, seen as their two vectors say, in a viewport one pixel
@@ -77,7 +83,8 @@ public:
     dgDuctImage* from_colour(gsRGB const& colour);
 
     /// Appends what draws a facet on a block.
-    /// @param images     where the first layer's image is looked up by name
+    /// @param images     where the first layer's image is looked up by name; the scene takes a reference on
+    ///                   the image it shows and lets it go: each must be referenced by its owner
     /// @param block      borrowed; outlives the structure's use
     /// @param structure  owns the elements
     /// @report "No such images: NAME" when the first layer's image is not in the table; the facet is then

@@ -18,7 +18,7 @@ enum dgShadingMethodType
 
 enum dgReflectionModelType
 {
-    dgReflectionNone = 0,      ///< the surface colour alone, without light
+    dgReflectionNone = 0,      ///< surface colour and texture, without light
     dgReflectionBlinnPhong = 1 ///< ambient, diffuse and specular light with the half-way vector
 };
 

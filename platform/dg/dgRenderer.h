@@ -46,7 +46,7 @@ public:
     virtual void select_read_buffer(int buffer) = 0;
     virtual void select_buffer(dgDoubleBuffer buffer) = 0;
 
-    /// Begins a frame: fills the viewport with the background and, if asked, clears the depth.
+    /// Begins a frame: fills at least the viewport with the background and, if asked, clears the depth.
     virtual void erase(giBox2 const& view_port, gsColour const& background, dgEraseZbuffer depth) = 0;
 
     /// Draws one block. What does not fit together is left out: a triangle with an index beyond the nodes or

@@ -15,7 +15,8 @@ enum grStretchBltMode
 ///
 /// Colours are weighed by their alpha, so that transparent pixels lend none of theirs, and what is there
 /// shows through a transparent source. A colour that is the same everywhere, of source and destination both,
-/// stays exactly that; an opaque destination stays opaque; the same size is copied without change.
+/// stays exactly that; an opaque destination stays opaque; an opaque source of the same size is copied without
+/// change.
 ///
 /// Rectangles are x, y, width, height in pixels from the top left; one that is empty or does not lie within
 /// its image leaves the destination as it is. Rectangles of one image may not overlap.
