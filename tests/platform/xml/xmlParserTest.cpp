@@ -4,6 +4,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 using namespace std::literals;
 
@@ -12,11 +14,14 @@ namespace {
 /// The nodes as text again: elements in brackets, each text in bars.
 std::string shown(xmlNode const& node)
 {
-    std::string text(node.element() ? "(" : "|");
-    text += node.element() ? node.node_name().view() : node.node_value().view();
+    bool const is_element = node.node_type() == xmlElementNode;
+    EXPECT_EQ(node.element() != nullptr, is_element);
+    EXPECT_EQ(node.node_value().invalid(), is_element);
+    std::string text(is_element ? "(" : "|");
+    text += is_element ? node.node_name().view() : node.node_value().view();
     for (std::size_t i = 0; i < node.child_nodes().length(); ++i)
         text += shown(node.child_nodes().item(i));
-    text += node.element() ? ')' : '|';
+    text += is_element ? ')' : '|';
     return text;
 }
 
@@ -33,6 +38,13 @@ std::string read(std::string_view text)
     return "error: " + std::string(parser.error().view());
 }
 
+/// Each a text and what reading it gives.
+void expect_read(std::vector<std::pair<std::string_view, std::string_view>> const& cases)
+{
+    for (auto const& [text, result] : cases)
+        EXPECT_EQ(read(text), result) << text;
+}
+
 std::string nested(int depth)
 {
     std::string text;
@@ -43,37 +55,19 @@ std::string nested(int depth)
     return text;
 }
 
-struct Case
-{
-    std::string_view text;
-    std::string_view result;
-};
-
 } // namespace
 
 TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
 {
-    Case const cases[] = {
+    expect_read({
         {"<r> <a>1</a>\n <b/>\t</r>", "(r| |(a|1|)|\n |(b)|\t|)"},
         {"<r>one<!-- not this -->two<?nor this?>three<![CDATA[<&]]>]]&gt;</r>", "(r|onetwothree<&]]>|)"},
-        {"<r><!----></r>", "(r)"},
         {"<r>&lt;&gt;&amp;&quot;&apos;&#65;&#x20AC;&#13;</r>", "(r|<>&\"'A\xE2\x82\xAC\r|)"},
-        {"<r>a\r\nb\rc</r>", "(r|a\nb\nc|)"},
-        {"<r a='1' b=\"&lt;\"><c d=''/></r>", "(r(c))"},
+        {"<r a='1' b=\"&lt;\">a\r\nb\rc<c d=''/></r>", "(r|a\nb\nc|(c))"},
         {"<?xml version=\"1.0\"?>\n<!-- x --><r/>\n\n", "(r)"},
-        {" \n<r></r> \t", "(r)"},
-    };
-    for (Case const& each : cases)
-        EXPECT_EQ(read(each.text), each.result) << each.text;
-}
-
-TEST(XmlParser, TakesTextAsUtf8WhateverTheDeclarationSays)
-{
-    for (auto const declaration : {"", "\xEF\xBB\xBF", "<?xml version='1.0' encoding='UTF-16'?>",
-                                   "<?xml version='1.0' encoding='ISO-8859-1'?>",
-                                   "\xEF\xBB\xBF<?xml version='1.0' encoding='no-such-thing'?>"})
-        EXPECT_EQ(read(declaration + "<r>\xC3\xA9\xF0\x9F\x8E\xA8</r>"s), "(r|\xC3\xA9\xF0\x9F\x8E\xA8|)")
-            << declaration;
+        {"<?xml version='1.0' encoding='UTF-16'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
+        {"\xEF\xBB\xBF<?xml version='1.0' encoding='no-such-thing'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
+    });
 }
 
 TEST(XmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
@@ -83,51 +77,36 @@ TEST(XmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
         every_byte += static_cast<char>(byte);
     EXPECT_EQ(read("<r>" + every_byte + "</r>"), "(r|" + every_byte + "|)");
 
-    Case const cases[] = {
+    expect_read({
         {"<r\xE9>\xE9<a/>\xC3\xA9</r\xE9>", "(r\xE9|\xE9|(a)|\xC3\xA9|)"},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?><r>\xE9</r>", "(r|\xE9|)"},
         {"<r>\xEF\xBF\xBE \xEF\xBF\xBF</r>", "(r|\xEF\xBF\xBE \xEF\xBF\xBF|)"}, // U+FFFE, U+FFFF
         {"<r>\xED\xA0\x80\xC0\x80\xF4\x90\x80\x80</r>", "(r|\xED\xA0\x80\xC0\x80\xF4\x90\x80\x80|)"},
         {"<r>\xE9&#233;&#x20AC;</r>", "(r|\xE9\xE9\xE2\x82\xAC|)"},
-        {"<r>cut short\xC3</r>", "(r|cut short\xC3|)"},
-    };
-    for (Case const& each : cases)
-        EXPECT_EQ(read(each.text), each.result) << each.text;
+    });
 }
 
 TEST(XmlParser, RefusesWithLineColumnAndReason)
 {
-    Case const cases[] = {
+    expect_read({
         {"", "error: line 1, column 1: no element found"},
         {"<a>\n <b></a>", "error: line 2, column 7: mismatched tag"},
-        {"<a/><b/>", "error: line 1, column 5: junk after document element"},
+        {"<a>\xE9\n</b>", "error: line 2, column 3: mismatched tag"},
         {"<a>&copy;</a>", "error: line 1, column 4: undefined entity"},
-        {"<a>&#0;</a>", "error: line 1, column 4: reference to invalid character number"},
-        {"<a b='1' b='2'/>", "error: line 1, column 10: duplicate attribute"},
-        {"<!DOCTYPE a><a/>", "error: line 1, column 12: document type declarations are refused"},
         {"<!DOCTYPE a [<!ENTITY e 'e'>]><a>&e;</a>",
          "error: line 1, column 13: document type declarations are refused"},
-        {"<!DOCTYPE a SYSTEM '/etc/passwd'><a/>",
-         "error: line 1, column 33: document type declarations are refused"},
-        {"<a>\xE9\n</b>", "error: line 2, column 3: mismatched tag"},
         {"<a>\0</a>"sv, "error: not well-formed: the text holds a NUL"},
         {"\xFF\xFE<\0a\0/\0>\0"sv, "error: not well-formed: the text holds a NUL"},
-        {"<\0a\0/\0>\0"sv, "error: not well-formed: the text holds a NUL"},
-    };
-    for (Case const& each : cases)
-        EXPECT_EQ(read(each.text), each.result) << each.text;
+    });
 }
 
 TEST(XmlParser, BoundsTheDepth)
 {
-    EXPECT_EQ(read(nested(xmlParser::max_depth)).substr(0, 4), "(a(a");
-    EXPECT_EQ(read(nested(xmlParser::max_depth + 1)), "error: line 1, column 769: elements nested too deep");
-    EXPECT_EQ(read(nested(100000)), "error: line 1, column 769: elements nested too deep");
-
-    std::string const full = nested(xmlParser::max_depth);
-    std::string one_more = full;
+    std::string one_more = nested(xmlParser::max_depth);
+    EXPECT_EQ(read(one_more).substr(0, 4), "(a(a");
     one_more.insert(3 * xmlParser::max_depth, "<a/>");
-    EXPECT_EQ(read(one_more), "error: line 1, column 769: elements nested too deep");
+    for (std::string const& text : {one_more, nested(xmlParser::max_depth + 1), nested(100000)})
+        EXPECT_EQ(read(text), "error: line 1, column 769: elements nested too deep");
 }
 
 TEST(XmlParser, SurvivesTextThatIsCutOrChanged)
@@ -151,11 +130,9 @@ TEST(XmlParser, StartsAnewWithEachText)
     xmlDocument document;
     xmlParser parser;
     ASSERT_TRUE(parser.parse("<old><a/></old>", document));
-    ASSERT_TRUE(parser.parse("<new>\xE9</new>", document));
-    EXPECT_EQ(shown(*document.document_element()), "(new|\xE9|)");
-    EXPECT_FALSE(parser.parse("<new", document));
+    EXPECT_FALSE(parser.parse(utString("\0"sv), document));
     EXPECT_EQ(document.document_element(), nullptr);
-    EXPECT_FALSE(parser.parse(utString(), document));
-    ASSERT_TRUE(parser.parse("<r/>", document));
+    ASSERT_TRUE(parser.parse("<new/>", document));
+    EXPECT_EQ(shown(*document.document_element()), "(new)");
     EXPECT_TRUE(parser.error().invalid());
 }
