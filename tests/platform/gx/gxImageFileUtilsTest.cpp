@@ -7,69 +7,55 @@
 
 #include <sys/stat.h>
 
+using namespace std::literals;
+
 namespace {
 
-struct Outcome
-{
-    Image image;
-    std::string reason;
-};
-
 /// Reads the file as the format of its extension.
-Outcome read(std::string const& path)
+Image read(std::string const& path, utString& reason)
 {
     gxImageFileFormat format;
     EXPECT_TRUE(gxImageFileUtils::file_format_from_extension(
         gxImageFileUtils::get_extension(path.c_str(), '.'), format));
+    Image image(gxImageFileUtils::read_image_file(path.c_str(), format, &reason));
+    EXPECT_EQ(reason.invalid(), image != nullptr) << path << reason.c_str();
+    return image;
+}
+
+Image read(std::string const& path)
+{
     utString reason;
-    Outcome outcome;
-    outcome.image.reset(gxImageFileUtils::read_image_file(path.c_str(), format, &reason));
-    outcome.reason = reason.c_str();
-    EXPECT_EQ(outcome.reason.empty(), outcome.image != nullptr) << path << outcome.reason;
-    return outcome;
+    Image image = read(path, reason);
+    return image ? std::move(image) : Image(new dgDuctImage("", 0, 0));
 }
 
 /// Red, green, blue and white from left to right, in blocks of sixteen pixels: as large as lossy formats need.
-struct Stripes
+namespace stripes {
+
+constexpr int width = 64;
+constexpr int height = 16;
+constexpr Pixel colours[4] = {{255, 0, 0, 255}, {0, 255, 0, 255}, {0, 0, 255, 255}, {255, 255, 255, 255}};
+
+std::string rgb()
 {
-    static constexpr int width = 64;
-    static constexpr int height = 16;
-    static constexpr Pixel colours[4] = {
-        {255, 0, 0, 255}, {0, 255, 0, 255}, {0, 0, 255, 255}, {255, 255, 255, 255}};
-
-    static std::string rgb()
-    {
-        std::string bytes;
-        for (int at = 0; at < width * height; ++at)
-            for (std::size_t i = 0; i < 3; ++i)
-                bytes += static_cast<char>(colours[at % width / 16][i]);
-        return bytes;
-    }
-
-    static void save(std::string const& path, char const* format)
-    {
-        std::string const bytes = rgb();
-        GdkPixbuf* const pixbuf =
-            gdk_pixbuf_new_from_data(reinterpret_cast<guchar const*>(bytes.data()), GDK_COLORSPACE_RGB, FALSE,
-                                     8, width, height, width * 3, nullptr, nullptr);
-        EXPECT_TRUE(gdk_pixbuf_save(pixbuf, path.c_str(), format, nullptr, nullptr)) << format;
-        g_object_unref(pixbuf);
-    }
-
-    static void expect(dgDuctImage const& image)
-    {
-        ASSERT_EQ(image.width(), width);
-        ASSERT_EQ(image.height(), height);
-        for (int stripe = 0; stripe < 4; ++stripe)
-            for (std::size_t i = 0; i < 4; ++i)
-                EXPECT_NEAR(pixel(image, 16 * stripe + 8, 8)[i], colours[stripe][i], 3) << stripe;
-    }
-};
-
-std::string text(char const* bytes, std::size_t count)
-{
-    return {bytes, count};
+    std::string bytes;
+    for (int at = 0; at < width * height; ++at)
+        for (std::size_t i = 0; i < 3; ++i)
+            bytes += static_cast<char>(colours[at % width / 16][i]);
+    return bytes;
 }
+
+void save(std::string const& path, char const* format)
+{
+    std::string const bytes = rgb();
+    GdkPixbuf* const pixbuf =
+        gdk_pixbuf_new_from_data(reinterpret_cast<guchar const*>(bytes.data()), GDK_COLORSPACE_RGB, FALSE, 8,
+                                 width, height, width * 3, nullptr, nullptr);
+    EXPECT_TRUE(gdk_pixbuf_save(pixbuf, path.c_str(), format, nullptr, nullptr)) << format;
+    g_object_unref(pixbuf);
+}
+
+} // namespace stripes
 
 TEST(gxImageFileUtils, extensions)
 {
@@ -77,18 +63,14 @@ TEST(gxImageFileUtils, extensions)
         char const* const found = gxImageFileUtils::get_extension(path, separator);
         return std::string(found ? found : "none");
     };
-    EXPECT_EQ(extension("a/b.c/d.PNG"), "PNG");
-    EXPECT_EQ(extension("a.tar.gz"), "gz");
+    EXPECT_EQ(extension("a/b.c/d.e.PNG"), "PNG");
     EXPECT_EQ(extension("a_png", '_'), "png");
-    for (char const* path : {"", "a", "a.", "a.b/c", "."})
-        EXPECT_EQ(extension(path), "none") << path;
-    EXPECT_EQ(extension(nullptr), "none");
+    for (char const* path : {"a", "a.", "a.b/c", static_cast<char const*>(nullptr)})
+        EXPECT_EQ(extension(path), "none");
 
     gxImageFileFormat format = gxImageFileSVG;
     EXPECT_TRUE(gxImageFileUtils::file_format_from_extension("JpEg", format));
-    EXPECT_EQ(format, gxImageFileJPEG);
-    for (utString const& unknown :
-         {utString(), utString(""), utString("pn"), utString("pngx"), utString(".png")})
+    for (utString const& unknown : {utString(), utString("pn"), utString("pngx")})
         EXPECT_FALSE(gxImageFileUtils::file_format_from_extension(unknown, format)) << unknown.c_str();
     EXPECT_EQ(format, gxImageFileJPEG);
 }
@@ -96,52 +78,51 @@ TEST(gxImageFileUtils, extensions)
 TEST(gxImageFileUtils, reads_each_format)
 {
     TestFolder folder;
-    for (char const* format : {"png", "jpeg", "tiff", "bmp", "ico"}) {
-        Stripes::save(folder.path(std::string("a.") + format), format);
-        Outcome const outcome = read(folder.path(std::string("a.") + format));
-        ASSERT_TRUE(outcome.image) << format << outcome.reason;
-        Stripes::expect(*outcome.image);
-        EXPECT_EQ(outcome.image->references(), 0);
+    write_bytes(folder.path("a.ppm"), "P6 64 16 255\n" + stripes::rgb());
+    for (std::string const format : {"png", "jpeg", "tiff", "bmp", "ico", "ppm"}) {
+        std::string const path = folder.path("a." + format);
+        if (format != "ppm")
+            stripes::save(path, format.c_str());
+        Image const image = read(path);
+        EXPECT_EQ(image->width(), stripes::width) << format;
+        EXPECT_EQ(image->height(), stripes::height) << format;
+        EXPECT_EQ(image->references(), 0);
+        for (int stripe = 0; stripe < 4; ++stripe)
+            for (std::size_t i = 0; i < 4; ++i)
+                EXPECT_NEAR(pixel(*image, 16 * stripe + 8, 8)[i], stripes::colours[stripe][i], 3) << format;
     }
-    write_bytes(folder.path("a.ppm"), "P6 64 16 255\n" + Stripes::rgb());
-    Stripes::expect(*read(folder.path("a.ppm")).image);
-
-    write_bytes(folder.path("a.tga"), text("\0\0\2\0\0\0\0\0\0\0\0\0\1\0\1\0\x20\x28\x1\x2\x3\x4", 22));
-    EXPECT_EQ(pixel(*read(folder.path("a.tga")).image, 0, 0), (Pixel{3, 2, 1, 4}));
+    write_bytes(folder.path("a.tga"), "\0\0\2\0\0\0\0\0\0\0\0\0\1\0\1\0\x20\x28\x1\x2\x3\x4"s);
+    EXPECT_EQ(pixel(*read(folder.path("a.tga")), 0, 0), (Pixel{3, 2, 1, 4}));
 
     // Two frames of one pixel, the first of colour 1.
-    std::string const frame = text("\x2c\0\0\0\0\1\0\1\0\0\2\2", 12);
-    write_bytes(folder.path("a.gif"), text("GIF89a\1\0\1\0\x80\0\0\1\2\3\4\5\6", 19) + frame +
-                                          text("\x4c\1\0", 3) + frame + text("\x44\1\0;", 4));
-    EXPECT_EQ(pixel(*read(folder.path("a.gif")).image, 0, 0), (Pixel{4, 5, 6, 255}));
+    std::string const frame = "\x2c\0\0\0\0\1\0\1\0\0\2\2"s;
+    write_bytes(folder.path("a.gif"),
+                "GIF89a\1\0\1\0\x80\0\0\1\2\3\4\5\6"s + frame + "\x4c\1\0"s + frame + "\x44\1\0;"s);
+    EXPECT_EQ(pixel(*read(folder.path("a.gif")), 0, 0), (Pixel{4, 5, 6, 255}));
 
     write_bytes(folder.path("a.svg"), "<svg xmlns='http://www.w3.org/2000/svg' width='100000' height='50000'>"
                                       "<rect width='50000' height='50000' fill='#0000ff'/></svg>");
-    Outcome const drawing = read(folder.path("a.svg"));
-    ASSERT_TRUE(drawing.image) << drawing.reason;
-    EXPECT_EQ(drawing.image->width(), gxImageFileUtils::max_svg_side);
-    EXPECT_EQ(drawing.image->height(), gxImageFileUtils::max_svg_side / 2);
-    EXPECT_EQ(pixel(*drawing.image, 500, 500), (Pixel{0, 0, 255, 255}));
-    EXPECT_EQ(pixel(*drawing.image, 1500, 500), (Pixel{0, 0, 0, 0}));
+    Image const drawing = read(folder.path("a.svg"));
+    EXPECT_EQ(drawing->width(), gxImageFileUtils::max_svg_side);
+    EXPECT_EQ(drawing->height(), gxImageFileUtils::max_svg_side / 2);
+    EXPECT_EQ(pixel(*drawing, 500, 500), (Pixel{0, 0, 255, 255}));
+    EXPECT_EQ(pixel(*drawing, 1500, 500), (Pixel{0, 0, 0, 0}));
 }
 
 TEST(gxImageFileUtils, turned_the_way_it_was_taken)
 {
     TestFolder folder;
-    Stripes::save(folder.path("a.jpg"), "jpeg");
+    stripes::save(folder.path("a.jpg"), "jpeg");
     std::string bytes = read_bytes(folder.path("a.jpg"));
     // Orientation 6: the camera was held so that the picture's left is up.
-    std::string const exif = text("Exif\0\0MM\0\x2a\0\0\0\x08\0\1\1\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0", 32);
-    bytes.insert(2, text("\xff\xe1\0", 3) + static_cast<char>(exif.size() + 2) + exif);
+    bytes.insert(2, "\xff\xe1\0\x22"s
+                    "Exif\0\0MM\0\x2a\0\0\0\x08\0\1\1\x12\0\3\0\0\0\1\0\6\0\0\0\0\0\0"s);
     write_bytes(folder.path("a.jpg"), bytes);
 
-    Outcome const outcome = read(folder.path("a.jpg"));
-    ASSERT_TRUE(outcome.image) << outcome.reason;
-    EXPECT_EQ(outcome.image->width(), Stripes::height);
-    EXPECT_EQ(outcome.image->height(), Stripes::width);
-    EXPECT_GT(pixel(*outcome.image, 8, 8)[0], 250);
-    EXPECT_LT(pixel(*outcome.image, 8, 8)[1], 5);
-    EXPECT_LT(pixel(*outcome.image, 8, 40)[0], 5);
+    Image const image = read(folder.path("a.jpg"));
+    EXPECT_EQ(image->height(), stripes::width);
+    EXPECT_GT(pixel(*image, 8, 8)[0], 250);
+    EXPECT_LT(pixel(*image, 8, 40)[0], 5);
 }
 
 /// Nothing of it is written to standard error, and an application's own handling of such messages stays.
@@ -151,28 +132,31 @@ TEST(gxImageFileUtils, failures_have_a_reason)
     auto const count = [](char const*, GLogLevelFlags, char const*, void*) { ++heard; };
     guint const handler = g_log_set_handler("GdkPixbuf", G_LOG_LEVEL_WARNING, count, nullptr);
     TestFolder folder;
+    auto const reason = [&folder](char const* name) {
+        utString why_not;
+        EXPECT_FALSE(read(folder.path(name), why_not));
+        return std::string(why_not.view());
+    };
     testing::internal::CaptureStderr();
 
-    EXPECT_EQ(read(folder.path("missing.jpg")).reason,
-              "the file cannot be opened: No such file or directory");
+    EXPECT_EQ(reason("missing.jpg"), "the file cannot be opened: No such file or directory");
     std::filesystem::create_directory(folder.path("folder.bmp"));
     ASSERT_EQ(mkfifo(folder.path("pipe.png").c_str(), 0600), 0);
     ASSERT_EQ(mkfifo(folder.path("pipe.jpg").c_str(), 0600), 0);
     for (char const* name : {"folder.bmp", "pipe.png", "pipe.jpg"})
-        EXPECT_EQ(read(folder.path(name)).reason, "it is no file") << name;
+        EXPECT_EQ(reason(name), "it is no file") << name;
     write_bytes(folder.path("empty.gif"), "");
-    EXPECT_EQ(read(folder.path("empty.gif")).reason, "the file is empty");
+    EXPECT_EQ(reason("empty.gif"), "the file is empty");
 
     write_bytes(folder.path("big.pgm"), "P5 40000 40000 255\nx");
-    write_bytes(folder.path("big.tga"), text("\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0xxxxxxxxx", 27));
+    write_bytes(folder.path("big.tga"), "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0xxxxxxxxx"s);
     for (char const* name : {"big.pgm", "big.tga"})
-        EXPECT_EQ(read(folder.path(name)).reason, "the image has more pixels than are allowed") << name;
+        EXPECT_EQ(reason(name), "the image has more pixels than are allowed") << name;
 
     for (char const* name :
          {"a.png", "a.jpg", "a.tif", "a.gif", "a.bmp", "a.tga", "a.ico", "a.pnm", "a.svg"}) {
         write_bytes(folder.path(name), "\xff no image\n\033[31m at all, whatever its name says");
-        std::string const reason = read(folder.path(name)).reason;
-        EXPECT_EQ(reason.find_first_of("\n\033"), std::string::npos) << reason;
+        EXPECT_EQ(reason(name).find_first_of("\n\033"), std::string::npos) << name;
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(heard, 0);

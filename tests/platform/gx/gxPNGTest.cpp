@@ -125,63 +125,44 @@ TEST(gxPNG, what_cannot_be_written_leaves_the_file_alone)
     EXPECT_FALSE(gxPNGWriterDuctImage::write_file(*image, full.get(), Texts(4, 50)));
 }
 
-/// One pixel, or a row of them, of each kind that the format has.
+/// A row of each kind that the format has, and its last pixel.
 TEST(gxPNG, every_kind_becomes_rgba)
 {
     std::string const palette = chunk("PLTE", "\x0a\x14\x1e\xc8\xd2\xdc");
-    struct Kind
-    {
-        int colour_type, depth;
-        std::uint32_t width;
-        std::string before, row;
-        Pixel last;
+    std::string const some_clear = palette + chunk("tRNS", "\x05\x06");
+    std::string const clear_grey = chunk("tRNS", "\0\x63"s);
+    std::string const clear_colour = chunk("tRNS", "\0\x01\0\x02\0\x03"s);
+    // No reason to change a colour.
+    std::string const gamma = chunk("gAMA", big_endian(20000));
+    std::pair<RawPNG, Pixel> const kinds[] = {
+        {{.width = 8, .depth = 1, .rows = "\0\x01"s}, {255, 255, 255, 255}},
+        {{.width = 2, .depth = 4, .rows = "\0\x07"s}, {119, 119, 119, 255}},
+        {{.depth = 16, .rows = "\0\0\xff"s}, {1, 1, 1, 255}},
+        {{.before = clear_grey, .rows = "\0\x63"s}, {99, 99, 99, 0}},
+        {{.colour_type = 2, .before = gamma, .rows = "\0\x01\x02\x03"s}, {1, 2, 3, 255}},
+        {{.colour_type = 2, .before = clear_colour, .rows = "\0\x01\x02\x03"s}, {1, 2, 3, 0}},
+        {{.width = 8, .depth = 1, .colour_type = 3, .before = palette, .rows = "\0\x01"s},
+         {200, 210, 220, 255}},
+        {{.colour_type = 3, .before = some_clear, .rows = "\0\x01"s}, {200, 210, 220, 6}},
+        {{.colour_type = 4, .rows = "\0\x09\x08"s}, {9, 9, 9, 8}},
+        {{.depth = 16, .colour_type = 6, .rows = "\0\x01\0\x02\0\x03\0\x04\0"s}, {1, 2, 3, 4}},
     };
-    for (Kind const& kind : {
-             Kind{0, 1, 8, "", "\0\x01"s, {255, 255, 255, 255}},
-             Kind{0, 4, 2, "", "\0\x07"s, {119, 119, 119, 255}},
-             Kind{0, 16, 1, "", "\0\0\xff"s, {1, 1, 1, 255}},
-             Kind{0, 8, 1, chunk("tRNS", "\0\x63"s), "\0\x63"s, {99, 99, 99, 0}},
-             Kind{2, 8, 1, chunk("tRNS", "\0\x01\0\x02\0\x03"s), "\0\x01\x02\x03"s, {1, 2, 3, 0}},
-             Kind{3, 1, 8, palette, "\0\x01"s, {200, 210, 220, 255}},
-             Kind{3, 8, 1, palette + chunk("tRNS", "\x05\x06"), "\0\x01"s, {200, 210, 220, 6}},
-             Kind{4, 8, 1, "", "\0\x09\x08"s, {9, 9, 9, 8}},
-             Kind{6, 16, 1, "", "\0\x01\0\x02\0\x03\0\x04\0"s, {1, 2, 3, 4}},
-             // Gamma and a background are no reason to change a colour.
-             Kind{2, 8, 1, chunk("gAMA", big_endian(20000)), "\0\x01\x02\x03"s, {1, 2, 3, 255}},
-         }) {
-        RawPNG raw;
-        raw.width = kind.width;
-        raw.depth = kind.depth;
-        raw.colour_type = kind.colour_type;
-        raw.before = kind.before;
-        raw.rows = kind.row;
+    for (auto const& [raw, last] : kinds) {
         Outcome const outcome = read(raw.bytes());
-        ASSERT_TRUE(outcome.image) << kind.colour_type << "/" << kind.depth << outcome.reason.c_str();
-        EXPECT_EQ(pixel(*outcome.image, static_cast<int>(kind.width) - 1, 0), kind.last)
-            << kind.colour_type << "/" << kind.depth;
+        ASSERT_TRUE(outcome.image) << raw.colour_type << "/" << raw.depth << outcome.reason.c_str();
+        EXPECT_EQ(pixel(*outcome.image, outcome.image->width() - 1, 0), last)
+            << raw.colour_type << "/" << raw.depth;
     }
 }
 
 TEST(gxPNG, interlaced)
 {
-    static constexpr std::uint32_t passes[7][4] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
-                                                   {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
-    for (std::uint32_t size : {1u, 3u, 9u}) {
-        RawPNG raw;
-        raw.width = raw.height = size;
-        raw.interlaced = true;
-        raw.rows.clear();
-        for (auto const& [left, top, across, down] : passes)
-            for (std::uint32_t y = top; y < size && left < size; y += down) {
-                raw.rows += '\0';
-                for (std::uint32_t x = left; x < size; x += across)
-                    raw.rows += static_cast<char>(y * size + x);
-            }
-        Outcome const outcome = read(raw.bytes());
-        ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
-        for (std::size_t i = 0; i < size * size; ++i)
-            EXPECT_EQ(outcome.image->pixels()[4 * i], i) << size;
-    }
+    // The passes of three by three pixels: the first, the fourth to the seventh.
+    std::string const rows = "\0\0\0\2\0\6\x08\0\1\0\7\0\3\4\5"s;
+    Outcome const outcome = read(RawPNG{.width = 3, .height = 3, .interlaced = true, .rows = rows}.bytes());
+    ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
+    for (std::size_t i = 0; i < 9; ++i)
+        EXPECT_EQ(outcome.image->pixels()[4 * i], i);
 }
 
 TEST(gxPNG, damage)
@@ -213,10 +194,7 @@ TEST(gxPNG, more_pixels_than_allowed)
 {
     std::string const too_many = "the image has more pixels than are allowed";
     std::string const too_short = "the file is too short for the pixels that it announces";
-    RawPNG raw;
-    raw.width = 20;
-    raw.height = 10;
-    raw.rows.assign(std::size_t{21} * 10, '\0');
+    RawPNG raw{.width = 20, .height = 10, .rows = std::string(std::size_t{21} * 10, '\0')};
     EXPECT_TRUE(read(raw.bytes(), 200).image);
     EXPECT_EQ(read(raw.bytes(), 199).reason.view(), too_many);
 
@@ -235,12 +213,10 @@ TEST(gxPNG, more_pixels_than_allowed)
 TEST(gxPNG, chunks_too_long)
 {
     for (char const* name : {"tEXt", "zTXt", "iTXt", "tRNS", "abCd"}) {
-        RawPNG raw;
-        raw.before = big_endian(0x7fffffff) + name;
+        RawPNG const raw{.before = big_endian(0x7fffffff) + name};
         EXPECT_EQ(refusal(raw), "the file ends before the image does") << name;
     }
-    RawPNG raw;
-    raw.rows.assign(std::size_t{1} << 20, '\0');
+    RawPNG raw{.rows = std::string(std::size_t{1} << 20, '\0')};
     EXPECT_EQ(refusal(raw), "none");
     std::minstd_rand numbers;
     for (std::size_t at = 1; at < raw.rows.size(); ++at)
@@ -252,13 +228,10 @@ TEST(gxPNG, texts_beyond_the_limits_are_passed_over)
 {
     std::string const long_text(8 << 20, 'x');
     std::string const bomb = chunk("zTXt", "Bomb\0\0"s + deflated(long_text));
-    RawPNG raw;
-    raw.before = chunk("tEXt", "Title\0first"s) + bomb;
-    raw.before += chunk("iTXt", "Bomb\0\1\0\0\0"s + deflated(long_text));
-    raw.before += chunk("tEXt", "Bomb\0"s + long_text);
-    raw.before += chunk("iCCP", "profile\0\0"s + long_text);
-    raw.before += chunk("zTXt", "Packed\0\0"s + deflated("packed"));
-    raw.before += chunk("tEXt", "Title\0second"s);
+    RawPNG raw{.before = chunk("tEXt", "Title\0first"s) + bomb +
+                         chunk("iTXt", "Bomb\0\1\0\0\0"s + deflated(long_text)) +
+                         chunk("tEXt", "Bomb\0"s + long_text) + chunk("iCCP", "profile\0\0"s + long_text) +
+                         chunk("zTXt", "Packed\0\0"s + deflated("packed")) + chunk("tEXt", "Title\0second"s)};
     for (int i = 0; i < 200; ++i)
         raw.after += bomb;
     raw.after += chunk("tEXt", "Late\0late"s);

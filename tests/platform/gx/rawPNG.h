@@ -40,9 +40,9 @@ struct RawPNG
     int depth = 8;
     int colour_type = 0; ///< 0 grey, 2 RGB, 3 palette, 4 grey and alpha, 6 RGBA
     bool interlaced = false;
-    std::string before;        ///< whole chunks between the header and the pixels
+    std::string before = "";   ///< whole chunks between the header and the pixels
     std::string rows = {0, 0}; ///< each a filter byte and its samples
-    std::string after;         ///< whole chunks between the pixels and the end
+    std::string after = "";    ///< whole chunks between the pixels and the end
 
     std::string bytes() const
     {
