@@ -9,9 +9,8 @@
 namespace {
 
 /// A table that holds a reference on each of its images, as a material file does.
-class Images
+struct Images
 {
-public:
     ~Images()
     {
         for (auto const& [title, image] : table)
@@ -19,11 +18,9 @@ public:
                 image->unreference();
     }
 
-    dgDuctImage* add(utString const& title, char const* name, short red)
+    dgDuctImage* add(utString const& title)
     {
-        auto* const image = new dgDuctImage(name, 2, 1);
-        short const pixel[4] = {red, 0, 0, 255};
-        image->set_pixel(0, 0, pixel);
+        auto* const image = new dgDuctImage("", 2, 1);
         image->reference();
         return table[title] = image;
     }
@@ -31,95 +28,70 @@ public:
     utStringdgDuctImagecoTablePtrcoPtrcoTable table{mrInitialSize, mrFillLimit};
 };
 
+class mrUtilsTest : public testing::Test
+{
+protected:
+    TestFolder const folder;
+    std::string const path = folder.path("block");
+    Images out, in;
+};
+
 } // namespace
 
-TEST(mrUtils, ImagesFollowWhatAFileHolds)
+TEST_F(mrUtilsTest, ImagesFollowWhatAFileHoldsAndTheLaterOfOneTitleCounts)
 {
-    TestFolder const folder;
-    std::string const path = folder.path("block");
     write_bytes(path, "head");
-    Images out;
-    out.add("a", "first", 10);
-    out.add("b", "", 20);
-    ASSERT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
-    EXPECT_TRUE(read_bytes(path).starts_with("head\x89PNG"));
-
-    Images in;
-    ASSERT_EQ(mrUtils::read_images(path.c_str(), 4, in.table), 1);
-    ASSERT_EQ(in.table.size(), 2u);
-    EXPECT_STREQ(in.table.read("a")->name(), "first");
-    EXPECT_STREQ(in.table.read("b")->name(), "");
-    EXPECT_TRUE(in.table.read("a")->equal(out.table.read("a")));
-    EXPECT_EQ(in.table.read("a")->references(), 1);
-}
-
-TEST(mrUtils, WhatEndsABlockAndWhatBreaksIt)
-{
-    TestFolder const folder;
-    std::string const path = folder.path("block");
-    Images out;
-    out.add("a", "", 1);
-    ASSERT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
-    std::string const image = read_bytes(path);
-    int const end = static_cast<int>(image.size());
-    using Case = std::tuple<std::string, int, int, std::size_t>;
-    for (auto const& [tail, start, result, images] : {
-             Case{"", 0, 1, 1},
-             Case{"", end, 1, 0},
-             Case{"", end + 1000, 1, 0},
-             Case{"nine byte", 0, 1, 1},
-             Case{"ten bytes.", 0, 0, 1},
-             Case{"ten bytes.", end, 0, 0},
-             Case{image.substr(0, image.size() - 1), 0, 0, 1},
-             Case{"", 1, 0, 0},
-             Case{"", -1, 0, 0},
-         }) {
-        write_bytes(path, image + tail);
-        Images in;
-        EXPECT_EQ(mrUtils::read_images(path.c_str(), start, in.table), result) << tail << start;
-        EXPECT_EQ(in.table.size(), images) << tail << start;
-    }
-}
-
-TEST(mrUtils, TheLaterOfOneTitleIsKeptAndOneWithoutATitleDropped)
-{
-    TestFolder const folder;
-    std::string const path = folder.path("block");
-    for (short red : {short{1}, short{2}}) {
-        Images out;
-        out.add("a", "", red);
-        out.add("", "untitled", 0);
+    dgDuctImage* const a = out.add("a");
+    a->new_name("first");
+    out.add("b");
+    out.add("");
+    for (char red : {'1', '2'}) {
+        a->pixels()[0] = static_cast<unsigned char>(red);
         ASSERT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
     }
+    EXPECT_TRUE(read_bytes(path).starts_with("head\x89PNG"));
 
-    Images in;
-    dgDuctImage* const replaced = in.add("a", "", 3);
+    dgDuctImage* const replaced = in.add("a");
     replaced->reference();
-    ASSERT_EQ(mrUtils::read_images(path.c_str(), 0, in.table), 1);
-    EXPECT_EQ(in.table.size(), 1u);
-    EXPECT_EQ(in.table.read("a")->pixels()[0], 2);
+    ASSERT_EQ(mrUtils::read_images(path.c_str(), 4, in.table), 1);
+    EXPECT_EQ(in.table.size(), 2u) << "not the one without a title";
+    EXPECT_STREQ(in.table.read("a")->name(), "first");
+    EXPECT_TRUE(in.table.read("a")->equal(a));
+    EXPECT_EQ(in.table.read("a")->references(), 1);
+    EXPECT_STREQ(in.table.read("b")->name(), "");
     EXPECT_EQ(replaced->references(), 1);
     replaced->unreference();
 }
 
-TEST(mrUtils, WritingStopsAtTheFirstThatFails)
+TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)
 {
-    TestFolder const folder;
-    utString const path = folder.path("block").c_str();
-    Images out;
-    EXPECT_EQ(mrUtils::write_images(out.table, path), 1);
-    EXPECT_FALSE(std::filesystem::exists(path.c_str()));
+    out.add("a");
+    ASSERT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
+    std::string const image = read_bytes(path);
+    write_bytes(path, image + "ten bytes.");
+    int const end = static_cast<int>(image.size());
+    using Case = std::tuple<int, int, std::size_t>;
+    for (auto const& [start, result, images] : {Case{0, 0, 1}, Case{end, 0, 0}, Case{end + 1, 1, 0},
+                                                Case{end + 1000, 1, 0}, Case{1, 0, 0}, Case{-1, 0, 0}}) {
+        Images found;
+        EXPECT_EQ(mrUtils::read_images(path.c_str(), start, found.table), result) << start;
+        EXPECT_EQ(found.table.size(), images) << start;
+    }
+    for (char const* unreadable : {"missing", ""})
+        EXPECT_EQ(mrUtils::read_images(folder.path(unreadable).c_str(), 0, out.table), 0) << unreadable;
+}
 
-    out.add("a", "", 1);
+TEST_F(mrUtilsTest, WritingStopsAtTheFirstThatFails)
+{
+    EXPECT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
+    EXPECT_FALSE(std::filesystem::exists(path));
+
+    out.add("a");
+    for (std::string const& bad : {folder.path("missing/block"), std::string("/dev/full")})
+        EXPECT_EQ(mrUtils::write_images(out.table, bad.c_str()), 0) << bad;
     out.table["null"] = nullptr;
-    out.add("b", "", 1);
-    EXPECT_EQ(mrUtils::write_images(out.table, path), 0);
-    Images in;
-    EXPECT_EQ(mrUtils::read_images(path, 0, in.table), 1);
+    out.add("b");
+    EXPECT_EQ(mrUtils::write_images(out.table, path.c_str()), 0);
+    EXPECT_EQ(mrUtils::read_images(path.c_str(), 0, in.table), 1);
     EXPECT_EQ(in.table.size(), 1u);
-
-    EXPECT_EQ(mrUtils::write_images(in.table, folder.path("missing/block").c_str()), 0);
-    EXPECT_EQ(mrUtils::write_images(in.table, "/dev/full"), 0);
-    EXPECT_EQ(mrUtils::read_images(folder.path("missing").c_str(), 0, in.table), 0);
-    EXPECT_EQ(mrUtils::read_images(folder.path("").c_str(), 0, in.table), 0) << "a folder";
 }
