@@ -5,7 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -25,7 +24,7 @@ TEST(mrPieChart, SlicesOfTheDefaultDomeFollowItsProfileRoundTheCircle)
     mrPieChart const chart;
     double const profile[][2] = {
         {0, 0}, {46.6094, -5.2031}, {93.875, -18.375}, {131.2031, -35.8594}, {148, -54}};
-    for (int n : {1, 4, 7, 30}) {
+    for (int n : {1, 7, 30}) {
         std::vector<giTriBlock*> const blocks = all(chart.blocks(n));
         ASSERT_EQ(blocks.size(), static_cast<std::size_t>(n));
         EXPECT_EQ(all(chart.blocks(n)), blocks); // kept
@@ -37,22 +36,21 @@ TEST(mrPieChart, SlicesOfTheDefaultDomeFollowItsProfileRoundTheCircle)
             for (std::size_t k = 0; k < 10; ++k) { // along the first left edge and the last right one
                 std::size_t const node = k < 5 ? k : nodes.size() - 10 + k;
                 double const turn = static_cast<double>(k < 5 ? i : i + 1) / n * 2.0 * std::numbers::pi;
-                double const r = profile[k % 5][0];
+                auto const [r, z] = profile[k % 5];
                 EXPECT_NEAR(nodes[node].x, r * std::cos(turn), 1e-4);
                 EXPECT_NEAR(nodes[node].y, r * std::sin(turn), 1e-4);
-                EXPECT_NEAR(nodes[node].z, profile[k % 5][1], 1e-4);
+                EXPECT_NEAR(nodes[node].z, z, 1e-4);
                 EXPECT_NEAR((*blocks[i]->tus())[node].x, 0.5 + r * std::cos(turn) / 296, 1e-6);
                 EXPECT_NEAR((*blocks[i]->tus())[node].y, 0.5 + r * std::sin(turn) / 296, 1e-6);
             }
         }
     }
-    giTriBlock const& whole = *all(chart.blocks(1)).front();
-    EXPECT_NEAR(whole.normals()[0].z, 1.0, 1e-4);
-    EXPECT_NEAR(whole.normals()[4].x, 0.9852, 1e-4);
-    EXPECT_NEAR(whole.normals()[4].z, 0.1713, 1e-4);
-    giTriArr const first(whole.triangles().begin(), whole.triangles().begin() + 7);
-    EXPECT_THAT(first, ElementsAre(giTri{0, 1, 6}, giTri{6, 1, 2}, giTri{2, 7, 6}, giTri{7, 2, 3},
-                                   giTri{3, 8, 7}, giTri{8, 3, 4}, giTri{4, 9, 8}));
+    giTriBlock const& slice = *all(chart.blocks(30)).front();
+    EXPECT_NEAR(slice.normals()[0].z, 1.0, 1e-4);
+    EXPECT_NEAR(slice.normals()[4].x, 0.9852, 1e-4);
+    EXPECT_NEAR(slice.normals()[4].z, 0.1713, 1e-4);
+    EXPECT_THAT(slice.triangles(), ElementsAre(giTri{0, 1, 6}, giTri{6, 1, 2}, giTri{2, 7, 6}, giTri{7, 2, 3},
+                                               giTri{3, 8, 7}, giTri{8, 3, 4}, giTri{4, 9, 8}));
 }
 
 TEST(mrPieChart, MakesWhatTheNumbersAllow)
@@ -60,22 +58,19 @@ TEST(mrPieChart, MakesWhatTheNumbersAllow)
     std::string const args = "source/file/mrPieChart.cpp: Args";
     mrPieChart const chart;
     EXPECT_EQ(all(chart.blocks(31)).back()->nodes().size(), 0u);
-    for (int n : {0, 0, -3}) {
-        EXPECT_EQ(chart.blocks(n).size(), 0u);
-        EXPECT_THAT(reports(), ElementsAre(args));
-    }
+    EXPECT_EQ(chart.blocks(0).size() + chart.blocks(-3).size(), 0u);
+    EXPECT_THAT(reports(), ElementsAre(args, args));
 
     dgkBezCurve3 line(1, {{0, 0, 0}, {2, 0, 0}});
-    mrPieChart const neither(&line, 0, -1), negative(&line, -8, 5), without_points(&line, 8, 0);
-    EXPECT_THAT(reports(), ElementsAre(args, args, args, args));
-    mrPieChart const without_profile(nullptr, 8, 5);
-    for (mrPieChart const* each : {&neither, &negative, &without_points, &without_profile})
+    mrPieChart const neither(&line, 0, -1), without_points(&line, 8, 0), without_profile(nullptr, 8, 5);
+    EXPECT_THAT(reports(), ElementsAre(args, args, args));
+    for (mrPieChart const* each : {&neither, &without_points, &without_profile})
         EXPECT_EQ(all(each->blocks(2)).front()->nodes().size(), 0u);
-    for (int points : {1, 2, 5}) {
+    for (auto const& [points, triangles] : {std::pair{1, 0}, std::pair{2, 1}}) {
         mrPieChart const one_segment(&line, 1, points);
         giTriBlock const& block = *all(one_segment.blocks(1)).front();
         EXPECT_EQ(block.nodes().size(), static_cast<std::size_t>(2 * points));
-        EXPECT_EQ(block.triangles().size(), static_cast<std::size_t>(std::max(0, 2 * points - 3)));
+        EXPECT_EQ(block.triangles().size(), static_cast<std::size_t>(triangles));
         EXPECT_TRUE(std::isfinite((*block.tus())[0].x));
     }
 }

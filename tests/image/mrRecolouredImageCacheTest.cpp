@@ -4,36 +4,23 @@
 #include "giColour.h"
 #include "mrTest.h"
 
-namespace {
-
-giColour const red(255, 0, 0, 0);
-
-/// Like all images given to the cache, it stays alive with what is made of it.
-dgDuctImage* grey(int level)
-{
-    auto* const image = new dgDuctImage("grey", 2, 2);
-    image->set_all(gsColour(gsRGB(level, level, level)));
-    return image;
-}
-
-} // namespace
-
 TEST(mrRecolouredImageCache, GivesTheYoungestMatchOrMakesOne)
 {
+    giColour const red(255, 0, 0, 0);
     mrRecolouredImageCache::delete_singleton();
     mrRecolouredImageCache& cache = mrRecolouredImageCache::singleton();
-    EXPECT_EQ(cache.clear(), 0);
-    dgDuctImage* const image = grey(100);
+    auto* const image = new dgDuctImage("", 2, 2);
     dgDuctImage* const oldest = cache.recoloured_image(image, red);
-    dgDuctImage* const equal_image = grey(100);
+    auto* const equal_image = new dgDuctImage(*image);
     EXPECT_EQ(cache.recoloured_image(equal_image, giColour(255, 0, 0, 0)), oldest);
     equal_image->unreference();
 
-    dgDuctImage* const other = grey(50);
+    auto* const other = new dgDuctImage("", 2, 2);
+    other->pixels()[0] = 1;
     dgDuctImage* const youngest = cache.recoloured_image(other, red);
     EXPECT_NE(youngest, oldest);
     EXPECT_NE(cache.recoloured_image(other, giColour(0, 0, 255, 0)), youngest);
-    other->set_all(gsColour(gsRGB(100, 100, 100)));
+    other->pixels()[0] = 0;
     EXPECT_EQ(cache.recoloured_image(image, red), youngest);
 
     EXPECT_EQ(cache.recoloured_image(nullptr, red), nullptr);
