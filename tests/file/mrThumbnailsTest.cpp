@@ -1,18 +1,25 @@
 #include "mrThumbnails.h"
 
+#include "mrFileMat.h"
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+#include "mrPieChart.h"
 #include "mrRecolouredImageCache.h"
-#include "thumbnailTest.h"
+#include "mrTest.h"
 
-#include "dgElements.h"
-#include "dgRenderer.h"
+#include "dgOffscreenRenderer.h"
 #include "dgStructure.h"
+#include "gsTriUtils.h"
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <numbers>
 #include <sstream>
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 
@@ -30,49 +37,67 @@ struct RecordingRenderer final : dgRenderer
     };
 
     int select_read_buffer() const override { return 7; }
-    void select_read_buffer(int buffer) override { log("read buffer", buffer); }
-    void select_buffer(dgDoubleBuffer buffer) override { log("buffer", buffer); }
-    void erase(giBox2 const& box, gsColour const& colour, dgEraseZbuffer depth) override
+    void select_read_buffer(int buffer) override { calls << "read buffer " << buffer << "; "; }
+    void select_buffer(dgDoubleBuffer buffer) override { calls << "buffer " << buffer << "; "; }
+    void erase(giBox2 const& box, gsColour const& c, dgEraseZbuffer depth) override
     {
-        gsRGB rgb;
-        colour.rgb(rgb);
-        log("erase", box.low().x, box.low().y, box.high().x, box.high().y, rgb.red(), rgb.green(), rgb.blue(),
-            depth);
+        calls << "erase " << box.low().x << ' ' << box.low().y << ' ' << box.high().x << ' ' << box.high().y
+              << ' ' << c.red() << ' ' << c.green() << ' ' << c.blue() << ' ' << depth << "; ";
     }
     void draw(dgProjection const& projection, dgDrawState const& state, giTriBlock const& block) override
     {
-        log("draw");
+        calls << "draw; ";
         drawn.push_back({projection, state, &block});
     }
-    void begin_read_image() override { log("begin"); }
+    void begin_read_image() override { calls << "begin; "; }
     dgDuctImage* read_image(dgImageType type, char const* name, int x, int y, int width, int height,
                             dgSetAlpha set, short alpha) override
     {
-        log("read", type, name, x, y, width, height, set, alpha);
+        calls << "read " << type << ' ' << name << ' ' << x << ' ' << y << ' ' << width << ' ' << height
+              << ' ' << set << ' ' << alpha << "; ";
         return new dgDuctImage(name, width, height);
     }
-    void end_read_image() override { log("end"); }
+    void end_read_image() override { calls << "end; "; }
 
-    template <class... Values>
-    void log(char const* call, Values const&... values)
-    {
-        std::ostringstream text;
-        text << call;
-        ((text << ' ' << values), ...);
-        calls.push_back(text.str());
-    }
-
-    std::vector<std::string> calls;
+    std::ostringstream calls;
     std::vector<Drawn> drawn;
 };
 
-class mrThumbnailsTest : public ThumbnailTest
+template <class List, class T>
+List list_of(std::initializer_list<T> elements)
+{
+    List list;
+    for (T const& each : elements)
+        list.append(each);
+    return list;
+}
+
+/// A layer, tinted when a colour is given.
+mrFMTexture layer(char const* image, giColour const* tint = nullptr)
+{
+    return {image, mrTexLayerColour, tint ? 1 : 0, tint ? *tint : giColour()};
+}
+
+mrFMFacet* new_facet(giColour const& colour, std::initializer_list<mrFMTexture> layers = {})
+{
+    mrMatPropcoSet const properties(mrInitialSize, mrFillLimit);
+    return new mrFMFacet(new mrFMPlainMat("plain", properties, 0, colour, 0, 0, 0, 0, 1, utString()),
+                         list_of<mrFMTexturecoDList>(layers));
+}
+
+/// Thumbnails of 128 by 96 pixels, of materials with an image "wood", with blocks for one facet alone.
+class mrThumbnailsTest : public testing::Test
 {
 protected:
     mrThumbnailsTest()
     {
         renderer->reference();
         image->reference();
+        images["wood"] = image;
+        gsTriUtils::check_out_tus(square).append({0, 0});
+        gsTriUtils::check_out_tus(square).append({1, 1});
+        table[1] = std::make_unique<giTriBlockcoDListPtrcoPtrcoDList>();
+        table[1]->append(&square);
     }
 
     ~mrThumbnailsTest() override
@@ -80,64 +105,74 @@ protected:
         EXPECT_EQ(renderer->references(), 1);
         renderer->unreference();
         image->unreference();
+        picture->unreference();
     }
 
-    /// What is drawn of a material.
-    std::vector<RecordingRenderer::Drawn> const& draw(mrFileMat const& material)
+    mrThumbnails on(dgRenderer* some_renderer)
+    {
+        return {some_renderer, mrThumbAtts(128, 96, gsRGB(180, 181, 182), background, {0, 1, 0}, {0, 0, 1},
+                                           plain_block, &table, &pie_chart)};
+    }
+
+    /// Gives the last picture back and looks at another, which must be a thumbnail.
+    void take(dgDuctImage* other)
+    {
+        picture->unreference();
+        picture = other ? other : new dgDuctImage("none", 1, 1);
+        EXPECT_STREQ(picture->name(), "thumb");
+        EXPECT_EQ(picture->width(), 128);
+        EXPECT_EQ(picture->height(), 96);
+    }
+
+    /// The colour this far to the right of the middle and below it.
+    gsRGB pixel(double x, double y) const
+    {
+        short c[4] = {};
+        picture->get_pixel(static_cast<int>(64 + x), static_cast<int>(48 + y), c);
+        EXPECT_EQ(c[3], 255);
+        return {c[0], c[1], c[2]};
+    }
+
+    /// Takes a picture of a material of the facets, which become its own.
+    /// @return what the recording renderer has drawn
+    std::vector<RecordingRenderer::Drawn> const& draw(std::initializer_list<mrFMFacet*> facets,
+                                                      dgRenderer* other = nullptr)
     {
         renderer->drawn.clear();
-        take(on(renderer).from_material(material));
+        mrFileMat const material(mrMatPropcoSet(mrInitialSize, mrFillLimit),
+                                 list_of<mrFMFacetcoDListPtrcoPtrcoDList>(facets), images);
+        take(on(other ? other : renderer).from_material(material));
         return renderer->drawn;
-    }
-
-    /// The kinds of elements that a facet becomes, as their classes are named in C++ object files.
-    static std::string kinds(mrFMFacet const& facet, mrFileMat const& material, giTriBlock const& block)
-    {
-        auto* const structure = new dgClientStructure;
-        mrThumbnails::apply_facet_to_block(facet, material.images(), block, *structure);
-        std::string found;
-        for (std::size_t i = 0; i < structure->size(); ++i) {
-            dgElement const& element = structure->element(i);
-            found += typeid(element).name();
-        }
-        structure->unreference();
-        return found;
     }
 
     RecordingRenderer* renderer = new RecordingRenderer;
     dgDuctImage* image = new dgDuctImage("wood", 2, 2);
+    utStringdgDuctImagecoTablePtrcoPtrcoTable images{mrInitialSize, mrFillLimit};
+    gsRGB const background{51, 102, 153};
+    giTriBlock plain, square;
+    giTriBlock const* plain_block = &plain;
+    mrThumbAtts::FaceCountTable table{mrInitialSize, mrFillLimit};
+    mrPieChart pie_chart;
+    dgDuctImage* picture = new dgDuctImage("thumb", 1, 1);
 };
 
 } // namespace
 
-TEST_F(mrThumbnailsTest, AppendsTheElementsOfAFacetInOrder)
-{
-    std::string const surface = "13dgDrawQuality12dgSurfColour22dgReflectionAttributes15dgShadingMethod"
-                                "17dgReflectionModel14dgBackFaceFlag";
-    std::string const texture = "13dgTextureFlag9dgTexture19dgTextureCoordGenUV";
-    Material const material({new_facet(orange), new_facet(orange, {layer("wood")})}, image);
-    mrFMFacet const& textured = **std::next(material.facets().begin());
-    EXPECT_EQ(kinds(**material.facets().begin(), material, square), surface + "15dgTriangleBlock");
-    EXPECT_EQ(kinds(textured, material, square), surface + texture + "15dgTriangleBlock");
-    EXPECT_EQ(kinds(textured, Material({}), plain), surface + texture + "15dgTriangleBlock");
-    EXPECT_THAT(reports(), ElementsAre(source + "No such images: wood", source + "No tus: wood"));
-}
-
 TEST_F(mrThumbnailsTest, GoesThroughTheRendererStepByStep)
 {
-    draw(Material({new_facet(orange)}));
+    draw({new_facet(orange)});
     take(on(renderer).from_meshes(list_of<giTriBlockcoDListPtrcoPtrcoDList>({&square, &plain})));
-    EXPECT_THAT(renderer->calls,
-                ElementsAre("read buffer 1", "buffer 1", "erase 0 0 128 96 51 102 153 1", "draw", "begin",
-                            "read 0 thumb 0 0 128 96 0 255", "end", // and the meshes
-                            "read buffer 1", "buffer 1", "erase 0 0 129 97 51 102 153 1", "draw", "draw",
-                            "begin", "read 0 thumb 0 0 128 96 0 255", "end", "read buffer 7"));
-    giTriBlock const* const blocks[] = {&plain, &square, &plain};
+    EXPECT_EQ(renderer->calls.str(),
+              "read buffer 1; buffer 1; erase 0 0 128 96 0.2 0.4 0.6 1; draw; begin; "
+              "read 0 thumb 0 0 128 96 0 255; end; " // and the meshes
+              "read buffer 1; buffer 1; erase 0 0 129 97 0.2 0.4 0.6 1; draw; draw; begin; "
+              "read 0 thumb 0 0 128 96 0 255; end; read buffer 7; ");
     for (std::size_t i = 0; i < 3; ++i) {
         RecordingRenderer::Drawn const& drawn = renderer->drawn.at(i);
-        EXPECT_EQ(drawn.block, blocks[i]);
+        EXPECT_EQ(drawn.block, i == 1 ? &square : &plain);
         EXPECT_EQ(drawn.projection.normal.y, i == 0 ? 0.0 : 1.0);
         EXPECT_EQ(drawn.state.surface, gsColour(i == 0 ? gsRGB(200, 100, 50) : gsRGB(180, 181, 182)));
+        EXPECT_TRUE(drawn.state.reflection_model == dgReflectionBlinnPhong && !drawn.state.cull_back_faces);
         dgReflection const& r = drawn.state.reflection;
         EXPECT_THAT((std::vector{r.ambient, r.diffuse, r.transmission, r.specular, r.specular_exponent}),
                     ElementsAre(0.1, i == 0 ? 0.5 : 0.8, 0.0, 0.5, 100.0));
@@ -146,87 +181,114 @@ TEST_F(mrThumbnailsTest, GoesThroughTheRendererStepByStep)
 
 TEST_F(mrThumbnailsTest, ChoosesBlocksByTheNumberOfFacets)
 {
-    auto const of_one = [&] { return draw(Material({new_facet(orange, {layer("wood")})}, image)).at(0); };
+    auto const of_one = [&] { return draw({new_facet(orange, {layer("wood"), layer("lost")})}).at(0); };
     RecordingRenderer::Drawn const textured = of_one();
     EXPECT_EQ(textured.block, &square);
     EXPECT_TRUE(textured.state.texturing);
+    EXPECT_EQ(textured.state.texture.filter, dgTextureFilterLinear);
+    EXPECT_EQ(textured.state.texture.wrap, dgTextureWrapRepeat);
     EXPECT_EQ(textured.state.texture_range, giBox2({0, 0}, {1, 1}));
     table[1]->append(&square);
     EXPECT_EQ(of_one().block, *pie_chart.blocks(1).begin());
     table[1] = nullptr;
     EXPECT_EQ(of_one().block, *pie_chart.blocks(1).begin());
 
-    auto const& three = draw(Material({new_facet(red), new_facet(orange), new_facet(blue)}));
-    EXPECT_EQ(three.at(0).block, *pie_chart.blocks(3).begin());
-    EXPECT_EQ(three.at(2).block, *std::next(pie_chart.blocks(3).begin(), 2));
+    auto const& two = draw({new_facet(red), new_facet(blue)});
+    EXPECT_EQ(two.at(0).block, *pie_chart.blocks(2).begin());
+    EXPECT_EQ(two.at(1).block, *++pie_chart.blocks(2).begin());
 }
 
 TEST_F(mrThumbnailsTest, LaterFacetsStartFromWhatEarlierOnesTinted)
 {
-    Material const material({new_facet(red, {layer("wood")}),
-                             new_facet(red, {layer("wood", &orange), layer("wood", &red)}), new_facet(red),
-                             new_facet(red, {layer("wood", &blue)}), new_facet(red, {layer("wood")})},
-                            image);
-    std::vector<dgDuctImage*> drawn;
-    for (auto const& each : draw(material))
-        drawn.push_back(each.state.texture.image);
+    std::vector<dgDuctImage*> textures;
+    for (auto const& drawn :
+         draw({new_facet(red, {layer("wood")}), new_facet(red, {layer("wood", &orange), layer("wood", &red)}),
+               new_facet(red), new_facet(red, {layer("wood")})}))
+        textures.push_back(drawn.state.texture.image);
     mrRecolouredImageCache& cache = mrRecolouredImageCache::singleton();
     dgDuctImage* const twice = cache.recoloured_image(cache.recoloured_image(image, orange), red);
-    dgDuctImage* const thrice = cache.recoloured_image(twice, blue);
-    EXPECT_THAT(drawn, ElementsAre(image, twice, nullptr, thrice, thrice));
-    EXPECT_EQ(material.images().read("wood"), image);
+    EXPECT_THAT(textures, ElementsAre(image, twice, nullptr, twice));
+}
+
+TEST_F(mrThumbnailsTest, AppendsTheElementsOfAFacet)
+{
+    std::unique_ptr<mrFMFacet> const facet(new_facet(orange, {layer("wood")}));
+    auto* const structure = new dgClientStructure;
+    mrThumbnails::apply_facet_to_block(*facet, images, plain, *structure);
+    EXPECT_THAT(reports(), ElementsAre(source + "No tus: wood"));
+    std::string classes; // as they are named in object files
+    for (std::size_t i = 0; i < structure->size(); ++i) {
+        dgElement const& element = structure->element(i);
+        classes += typeid(element).name();
+    }
+    EXPECT_EQ(classes, "13dgDrawQuality12dgSurfColour22dgReflectionAttributes15dgShadingMethod"
+                       "17dgReflectionModel14dgBackFaceFlag13dgTextureFlag9dgTexture19dgTextureCoordGenUV"
+                       "15dgTriangleBlock");
+    structure->unreference();
 }
 
 TEST_F(mrThumbnailsTest, DrawsAsFarAsItGoes)
 {
-    EXPECT_THAT(draw(Material({})), IsEmpty());
+    EXPECT_TRUE(draw({}).empty());
     EXPECT_THAT(reports(),
                 ElementsAre("platform/co/coTable.cpp: argument out of range | CO_TABLE::read | null key",
                             "source/file/mrPieChart.cpp: Args"));
-    EXPECT_EQ(draw(Material({new_facet(red, {layer("lost", &blue)})})).size(), 1u);
+    EXPECT_EQ(draw({new_facet(red, {layer("lost", &blue)})}).size(), 1u);
     std::string const tinted = "source/image/mrRecolouredImage.cpp: ";
     EXPECT_THAT(reports(),
                 ElementsAre(source + "Invalid image", "source/image/mrRecolouredImageCache.cpp: Args",
                             tinted + "Args", tinted + "State", tinted + "Invalid resultant imsge",
                             source + "No such images: lost"));
-    auto const& without_middle = draw(Material({new_facet(red), nullptr, new_facet(blue)}));
+    auto const& without_middle = draw({new_facet(red), nullptr, new_facet(blue)});
     ASSERT_EQ(without_middle.size(), 2u);
     EXPECT_EQ(without_middle[1].block, *std::next(pie_chart.blocks(3).begin(), 2));
-    EXPECT_THAT(draw(Material({nullptr})), IsEmpty());
+    EXPECT_TRUE(draw({nullptr}).empty());
     plain_block = nullptr;
-    EXPECT_THAT(draw(Material({new_facet(red)})), IsEmpty());
+    EXPECT_TRUE(draw({new_facet(red)}).empty());
 
     mrThumbnails nowhere = on(nullptr);
     EXPECT_THAT(reports(), ElementsAre(source + "Args"));
-    EXPECT_EQ(nowhere.from_material(Material({new_facet(red), new_facet(blue)})), nullptr);
     EXPECT_EQ(nowhere.from_mesh(square), nullptr);
     take(nowhere.from_colour(gsRGB(1, 2, 3)));
-    EXPECT_EQ(pixel(63, -47), gsRGB(1, 2, 3));
+    EXPECT_EQ(pixel(63, 47), gsRGB(1, 2, 3));
 }
 
 TEST_F(mrThumbnailsTest, ReadsMaterialImageAndMeshFiles)
 {
+    take(on(renderer).from_material_file(utString(sample("materials/kitchen.multimat"))));
+    take(on(renderer).from_dmt_file(utString(sample("meshes/gear.stl"))));
+    EXPECT_EQ(renderer->drawn.size(), 3u + 1u);
+
     TestFolder const folder;
-    auto const path = [&](char const* name) { return utString(folder.path(name)); };
-    ASSERT_TRUE(Material({new_facet(orange, {layer("wood")})}, image).write(path("a.multimat")));
-    write_bytes(folder.path("cut.multimat"), read_bytes(folder.path("a.multimat")).substr(0, 300));
     for (char const* name : {"a.PPM", "broken.png", "a.xyz", "ppm"})
         write_bytes(folder.path(name), "P6 2 1 255\nabcxyz");
-    write_bytes(folder.path("a.stl"), "solid a\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n"
-                                      "vertex 0 1 0\nendloop\nendfacet\nendsolid a\n");
-
-    take(on(renderer).from_material_file(path("a.multimat")));
-    take(on(renderer).from_dmt_file(path("a.stl")));
-    EXPECT_EQ(renderer->drawn.size(), 2u);
-    take(on(renderer).from_image_file(path("a.PPM")));
-    EXPECT_EQ(pixel(-1, 1), gsRGB('a', 'b', 'c'));
-    EXPECT_EQ(pixel(0, 1), gsRGB('x', 'y', 'z'));
-    EXPECT_EQ(pixel(1, 1), background);
-
-    for (char const* name : {"missing.multimat", "cut.multimat"})
-        EXPECT_EQ(on(renderer).from_material_file(path(name)), nullptr) << name;
+    take(on(renderer).from_image_file(utString(folder.path("a.PPM"))));
+    EXPECT_EQ(pixel(-1, -1), gsRGB('a', 'b', 'c'));
+    EXPECT_EQ(pixel(0, -1), gsRGB('x', 'y', 'z'));
+    EXPECT_EQ(pixel(1, -1), background);
     for (char const* name : {"missing.png", "broken.png", "a.xyz", "ppm"})
-        EXPECT_EQ(on(renderer).from_image_file(path(name)), nullptr) << name;
-    for (char const* name : {"missing.stl", "broken.png"})
-        EXPECT_EQ(on(renderer).from_dmt_file(path(name)), nullptr) << name;
+        EXPECT_EQ(on(renderer).from_image_file(utString(folder.path(name))), nullptr) << name;
+    EXPECT_EQ(on(renderer).from_material_file(utString(folder.path("a.xyz"))), nullptr);
+    EXPECT_EQ(on(renderer).from_dmt_file(utString(folder.path("a.xyz"))), nullptr);
+}
+
+TEST_F(mrThumbnailsTest, ShowsSlicesCounterClockwiseFromThreeOClock)
+{
+    utString reason;
+    dgRenderer* const offscreen = dgOffscreenRenderer::create(reason);
+    ASSERT_TRUE(offscreen) << reason.c_str();
+    giColour const colours[] = {red, {0, 255, 0, 0}, blue, {255, 255, 0, 0}};
+    draw({new_facet(colours[0]), new_facet(colours[1]), new_facet(colours[2]), new_facet(colours[3])},
+         offscreen);
+    double const radius = 0.8 * 0.46 * 96; // towards the rim, past the highlight
+    for (int degrees : {5, 45, 85, 95, 135, 175, 185, 225, 265, 275, 315, 355}) {
+        double const angle = degrees * std::numbers::pi / 180.0;
+        gsRGB const found = pixel(radius * std::cos(angle), -radius * std::sin(angle));
+        giColour const& colour = colours[degrees / 90];
+        EXPECT_EQ(found.red() > 100, colour.red() > 0) << degrees;
+        EXPECT_EQ(found.green() > 100, colour.green() > 0) << degrees;
+        EXPECT_EQ(found.blue() > 100, colour.blue() > 0) << degrees;
+    }
+    EXPECT_EQ(pixel(-64, -48), background);
+    EXPECT_EQ(pixel(63, 47), background);
 }
