@@ -69,10 +69,3 @@ TEST(CoTable, ReportsTheNullKeyWhereItIsLookedUpAndServesIt)
     coTable<int, int> ordinary(4, 50);
     EXPECT_FALSE(ordinary.member(0));
 }
-
-TEST(CoSizing, TakesTheNearestNumbersThatMakeSense)
-{
-    EXPECT_EQ(coSizing(-5, 50).entries, 0u);
-    EXPECT_EQ(coSizing(4, 0).load_factor, 0.01f);
-    EXPECT_EQ(coSizing(4, 1000).load_factor, 0.99f);
-}

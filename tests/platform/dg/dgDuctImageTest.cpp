@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 namespace {
 
@@ -14,10 +15,11 @@ Image made(Arguments const&... arguments)
     return Image(new dgDuctImage(arguments...));
 }
 
-/// An image of another kind: each pixel tells its place.
+/// An image of another kind, which counts itself: each pixel tells its place.
 class PlaceImage : public dgImage
 {
 public:
+    explicit PlaceImage(int& alive) : m_alive(alive) { ++m_alive; }
     int width() const override { return 3; }
     int height() const override { return 2; }
     void get_pixel(int x, int y, short* components) const override
@@ -27,6 +29,11 @@ public:
     }
     void set_pixel(int, int, short const*) override {}
     int equal(dgImage const* other) const override { return other == this; }
+
+private:
+    ~PlaceImage() override { --m_alive; }
+
+    int& m_alive;
 };
 
 } // namespace
@@ -62,8 +69,10 @@ TEST(DgDuctImage, StartsTransparentAndKeepsPixelsInsideAndWithinRange)
     EXPECT_EQ(image->pixels()[4 * 3 + 1], 255);
     EXPECT_EQ(pixel(*image, 3, 0), (Pixel{0, 0, 0, 0}));
     EXPECT_EQ(pixel(*image, 0, 2), (Pixel{0, 0, 0, 0}));
-    image->set_all(gsColour(1.0, 0.5, 0.0));
+    image->set_all(gsColour(1.0, 0.5, 0.4 / 255));
     EXPECT_EQ(pixel(*image, 2, 1), (Pixel{255, 128, 0, 255}));
+    image->set_all(gsColour(NAN, -INFINITY, INFINITY));
+    EXPECT_EQ(pixel(*image, 2, 1), (Pixel{0, 0, 255, 255}));
 }
 
 TEST(DgDuctImage, EqualsBySizeAndPixelsNeverByName)
@@ -85,9 +94,13 @@ TEST(DgDuctImage, EqualsBySizeAndPixelsNeverByName)
     EXPECT_STREQ(changed->name(), "");
 }
 
-TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKinds)
+TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKindsAndCountsReferencesAnew)
 {
-    Owned<PlaceImage> const place(new PlaceImage);
+    int alive = 0;
+    Owned<PlaceImage>(new PlaceImage(alive)); // without a reference, so its end
+    EXPECT_EQ(alive, 0);
+    Owned<PlaceImage> place(new PlaceImage(alive));
+    place->reference();
     place->reference();
     Image const copy = made(utCopyDeep, *place);
     EXPECT_EQ(copy->references(), 0);
@@ -96,4 +109,9 @@ TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKinds)
     short const other[4] = {120, 121, 122, 0};
     copy->set_pixel(2, 1, other);
     EXPECT_FALSE(copy->equal(place.get()));
+
+    place->unreference();
+    EXPECT_EQ(alive, 1);
+    place.reset();
+    EXPECT_EQ(alive, 0);
 }

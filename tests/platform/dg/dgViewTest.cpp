@@ -1,5 +1,6 @@
 #include "dgView.h"
 
+#include "gsTriUtils.h"
 #include "mrTest.h"
 #include "testImage.h"
 
@@ -18,17 +19,11 @@ class Recorder final : public dgRenderer
 {
 public:
     std::vector<std::pair<giTriBlock const*, dgDrawState>> drawn;
-    giBox2 erased;
-    gsColour background;
 
     int select_read_buffer() const override { return 0; }
     void select_read_buffer(int) override {}
     void select_buffer(dgDoubleBuffer) override {}
-    void erase(giBox2 const& view_port, gsColour const& colour, dgEraseZbuffer) override
-    {
-        erased = view_port;
-        background = colour;
-    }
+    void erase(giBox2 const&, gsColour const&, dgEraseZbuffer) override {}
     void draw(dgProjection const&, dgDrawState const& state, giTriBlock const& block) override
     {
         drawn.emplace_back(&block, state);
@@ -75,8 +70,6 @@ TEST_F(dgViewTest, ValuesHoldUntilReplacedAndTexturesForOneBlock)
     scene->append(new dgSurfColour(gsColour(1, 0, 0)));
     scene->append(new dgShadingMethod(dgShadingFlat));
     scene->append(new dgReflectionModel(dgReflectionNone));
-    scene->append(
-        new dgReflectionAttributes(0.1, 0.5, 0.2, 0.4, 100.0, gsColour(1, 1, 0), gsColour(0, 0, 1)));
     scene->append(new dgBackFaceFlag(1));
     scene->append(new dgTextureFlag(1, 0));
     scene->append(new dgTexture(image.get(), dgTextureImageAsIs, dgTextureFilterNearest, dgTextureWrapClamp,
@@ -97,9 +90,6 @@ TEST_F(dgViewTest, ValuesHoldUntilReplacedAndTexturesForOneBlock)
         EXPECT_EQ(state.surface, i == 0 ? gsColour(1, 0, 0) : gsColour(0, 1, 0));
         EXPECT_EQ(state.shading, dgShadingFlat);
         EXPECT_EQ(state.reflection_model, dgReflectionNone);
-        EXPECT_EQ(state.reflection.diffuse, 0.5);
-        EXPECT_EQ(state.reflection.specular, 0.4);
-        EXPECT_EQ(state.reflection.emission, gsColour(0, 0, 1));
         EXPECT_TRUE(state.cull_back_faces);
         EXPECT_EQ(state.texturing, i == 0);
         EXPECT_EQ(state.texture.image, i == 0 ? image.get() : nullptr);
@@ -113,24 +103,28 @@ TEST_F(dgViewTest, ValuesHoldUntilReplacedAndTexturesForOneBlock)
 
 TEST_F(dgViewTest, DrawsTheStructureGivenOrTheRoot)
 {
-    giTriBlock const block;
+    giTriBlock block;
+    giTriBlock const none;
     Owned<dgStructure> const scene(new dgClientStructure);
     scene->reference();
     scene->append(new dgTriangleBlock(block, 0));
+    scene->append(new dgTriangleBlock(none, 0));
+    scene->append(nullptr);
+    EXPECT_TRUE(scene->bounding_box(1).empty());
+    for (giPoint3 const& point : {giPoint3{1, 0, 3}, giPoint3{-1, 2, 4}})
+        gsTriUtils::check_out_nodes(block).append(point);
+    EXPECT_EQ(scene->bounding_box(1), giBox3({-1, 0, 3}, {1, 2, 4}));
+
     view->render_network(nullptr);
     EXPECT_TRUE(recorder->drawn.empty());
     view->render_network(scene.get());
-    EXPECT_EQ(recorder->drawn.size(), 1U);
+    EXPECT_EQ(recorder->drawn.size(), 2U);
 
     view->root(scene.get());
     EXPECT_EQ(scene->references(), 2);
     Owned<dgStructure> const other(new dgClientStructure);
     view->render_network(other.get());
-    EXPECT_EQ(recorder->drawn.size(), 1U);
-    view->background_colour(gsColour(0.1, 0.2, 0.3));
-    view->erase(dgEraseColourAndDepth);
-    EXPECT_EQ(recorder->erased, giBox2({0, 0}, {200, 100}));
-    EXPECT_EQ(recorder->background, gsColour(0.1, 0.2, 0.3));
+    EXPECT_EQ(recorder->drawn.size(), 2U);
 
     view.reset();
     EXPECT_EQ(scene->references(), 1);

@@ -26,14 +26,3 @@ TEST(GiBox, HoldsThePointsThatAreNumbers)
     flat.extend(giPoint2{0, 5});
     EXPECT_EQ(flat, giBox2({0, 2}, {1, 5}));
 }
-
-TEST(GiBox, JoinsBoxes)
-{
-    giBox3 box;
-    box.extend(giBox3());
-    EXPECT_TRUE(box.empty());
-    box.extend(giBox3({0, 0, 0}, {1, 1, 1}));
-    box.extend(giBox3());
-    box.extend(giBox3({-1, 0.5, 0}, {0, 2, 0.5}));
-    EXPECT_EQ(box, giBox3({-1, 0, 0}, {1, 2, 1}));
-}

@@ -34,9 +34,3 @@ TEST(GiVector3, IsParallelWithinTheTolerance)
         EXPECT_FALSE(x.parallel(far, tolerance)) << far.x << " " << far.y;
     EXPECT_TRUE(at_angle(30.0, 1.0).parallel(at_angle(70.0, 1.0), giAngle(40.1, giAngleUnit::degrees)));
 }
-
-TEST(GiVector3, StartsUnset)
-{
-    EXPECT_TRUE(giVector3().invalid());
-    EXPECT_FALSE(giVector3(0, 0, 0).invalid());
-}
