@@ -53,8 +53,9 @@ protected:
 TEST_F(mrFileMatTest, ComesBackWithItsImagesWhateverTheirNames)
 {
     std::string const long_name(100'000, '\xe9');
-    for (char const* name : {"two\nlines\r\t", "gr\xc3\xbcn", "gr\xfcn", "\xef\xbf\xbe", "<!-- -->]]>&amp;",
-                             " ", "a\1b", "\n</multimat>\n", long_name.c_str()}) {
+    for (char const* name :
+         {"\n two\r\n lines\t", "gr\xc3\xbcn gr\xfcn", "gr\xc3\xbcn", "\xef\xbf\xbe\xed\xa0\x80",
+          "<!-- -->]]>&amp;<![CDATA[&#13;]]>", " ", "a\1b", "\n</multimat>\n", long_name.c_str()}) {
         write_sample(name, true);
         EXPECT_EQ(weave->references(), 1);
         mrFileMat in;
