@@ -13,7 +13,8 @@
 ///
 /// Two members are the same when their `co_hash` is equal and, that being so, `operator==` says so. Where
 /// many different members share a `co_hash`, a function `co_bucket_hash(T const&)` found beside T keeps the
-/// set fast: a std::size_t that is equal for members that compare equal.
+/// set fast: a std::size_t that is equal for members that compare equal, by coBucketHash where strangers
+/// choose the members.
 template <class T>
 class coSet
 {
@@ -95,9 +96,9 @@ private:
     static std::size_t bucket_of(T const& member, std::uint32_t hash)
     {
         if constexpr (requires { co_bucket_hash(member); })
-            return static_cast<std::size_t>(co_bucket_hash(member)) * 31u + hash;
+            return static_cast<std::size_t>(co_bucket_hash(member)) + co_bucket_of_number(hash);
         else
-            return hash;
+            return co_bucket_of_number(hash);
     }
 
     bool find(T const& sought, std::uint32_t hash, std::size_t bucket) const
