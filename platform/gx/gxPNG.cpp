@@ -87,8 +87,7 @@ void Decoder::read_bytes(png_structp png, png_bytep bytes, std::size_t count)
 {
     constexpr char const* ends_early = "the file ends before the image does";
     constexpr png_uint_32 pixel_chunk = 0x49444154; // "IDAT"
-    constexpr std::int64_t max_row_bytes_a_pixel = 8;
-    constexpr std::int64_t max_surplus = 1 << 16;
+    using Reader = gxPNGReaderDuctImage;
 
     Decoder& self = *static_cast<Decoder*>(png_get_io_ptr(png));
     if (std::fread(bytes, 1, count, self.m_file) != count)
@@ -96,14 +95,14 @@ void Decoder::read_bytes(png_structp png, png_bytep bytes, std::size_t count)
     self.m_bytes_left -= static_cast<std::int64_t>(count);
 
     // libpng makes room for a whole chunk, and fills it with zeros, before it reads the first byte of it.
-    bool const chunk_begins = (png_get_io_state(png) & PNG_IO_MASK_LOC) == PNG_IO_CHUNK_HDR;
-    if (chunk_begins && png_get_uint_32(bytes) > self.m_bytes_left)
+    png_uint_32 const part = png_get_io_state(png) & PNG_IO_MASK_LOC;
+    if (part == PNG_IO_CHUNK_HDR && png_get_uint_32(bytes) > self.m_bytes_left)
         png_error(png, ends_early);
 
     // libpng inflates whatever follows the last row, however much that becomes, and drops it.
-    if (self.m_in_last_row && png_get_io_chunk_type(png) == pixel_chunk)
+    if (self.m_in_last_row && part == PNG_IO_CHUNK_DATA && png_get_io_chunk_type(png) == pixel_chunk)
         self.m_last_bytes += static_cast<std::int64_t>(count);
-    if (self.m_last_bytes > max_row_bytes_a_pixel * self.width() + max_surplus)
+    if (self.m_last_bytes > Reader::max_last_row_bytes_a_pixel * self.width() + Reader::max_last_row_surplus)
         png_error(png, "the image has data past its last row");
 }
 

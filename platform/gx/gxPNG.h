@@ -26,6 +26,12 @@ public:
     static constexpr int max_text_bytes = 1 << 20;
     /// What deflate makes of one byte at the most.
     static constexpr std::int64_t max_inflation = 1032;
+    /// Compressed bytes that are read for an image's last row at the most: so many for each pixel of its
+    /// width, and so many more. An image with more is refused: what follows the pixels would be inflated
+    /// for nothing. A pixel has up to eight bytes and a byte takes up to nine bits; the rest is for what
+    /// deflate puts beside them.
+    static constexpr std::int64_t max_last_row_bytes_a_pixel = 9;
+    static constexpr std::int64_t max_last_row_surplus = 2048;
 
     /// Reads exactly one PNG image of any kind (palette, grey, 16 bit, interlaced, with or without alpha)
     /// from the file's position, which is just past the image's last chunk afterwards.
@@ -33,9 +39,10 @@ public:
     /// Before any pixel is allocated, an image is refused that has more than @p pixel_limit pixels, or more
     /// than the bytes left in the file could inflate to; so is any image of a stream that cannot seek. A bad
     /// checksum in an ancillary chunk is passed over and its content used; in a critical chunk, or when the
-    /// file ends before the image, the image is refused. Ancillary chunks other than texts and transparency
-    /// (colour profiles, gamma, orientation) are passed over. Beside the image's pixels, reading takes memory
-    /// for its largest chunk, its texts and two of its rows.
+    /// file ends before the image, or its compressed pixels go on past its last row, the image is refused.
+    /// Ancillary chunks other than texts and transparency (colour profiles, gamma, orientation) are passed
+    /// over. Beside the image's pixels, reading takes memory for its largest chunk, its texts and two of its
+    /// rows.
     ///
     /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are; of two with the
     ///                     same key the later one. Unchanged when there is no image
@@ -56,8 +63,7 @@ public:
     /// Whatever is written reads back with gxPNGReaderDuctImage, pixels and texts byte for byte.
     ///
     /// @param texts  the text entries. A keyword is 1 to 79 printable ASCII characters, no blank at either
-    /// end
-    ///               and no two in a row. A text of plain ASCII becomes a tEXt entry, other UTF-8 an iTXt
+    ///               end and no two in a row. A text of plain ASCII becomes a tEXt entry, other UTF-8 an iTXt
     ///               one, anything else a tEXt with its bytes as they are; an invalid text is written as an
     ///               empty one
     /// @return 1, or 0 when the image has no pixels or more than the reader takes, when there are more texts

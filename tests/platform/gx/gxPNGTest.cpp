@@ -248,6 +248,24 @@ TEST(gxPNG, texts_beyond_the_limits_are_passed_over)
     EXPECT_EQ(read(raw.bytes()).texts.size(), static_cast<std::size_t>(Reader::max_texts));
 }
 
+/// However it is cut: only bytes of the pixels count among what may follow the last row.
+TEST(gxPNG, a_chunk_for_each_byte)
+{
+    RawPNG raw{.width = 1000, .depth = 16, .colour_type = 6, .rows = std::string(8001, '\0')};
+    std::minstd_rand numbers;
+    for (std::size_t at = 1; at < raw.rows.size(); ++at)
+        raw.rows[at] = static_cast<char>(numbers());
+    std::string const packed = deflated(raw.rows);
+    std::string const whole = raw.bytes();
+    std::size_t const at = whole.find("IDAT") - 4;
+    std::string cut = whole.substr(0, at);
+    for (char const byte : packed)
+        cut += chunk("IDAT", std::string(1, byte));
+    Outcome const outcome = read(cut + whole.substr(at + 12 + packed.size()));
+    ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
+    EXPECT_TRUE(outcome.image->equal(read(whole).image.get()));
+}
+
 TEST(gxPNG, a_stream_that_cannot_seek)
 {
     std::FILE* const pipe = popen("true", "r");
