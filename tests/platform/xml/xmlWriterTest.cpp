@@ -161,19 +161,3 @@ TEST(XmlWriter, PartsNoUtf8CharacterThatBeginsARun)
             }
         }
 }
-
-TEST(XmlWriter, PartsNoUtf8CharacterThatBeginsARun)
-{
-    // What follows "&amp;" begins everywhere about the end of the first line.
-    for (std::string_view unit : {"\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x8E\xA8", "\x80", "a\x80\x80\x80"})
-        for (std::size_t lead = 980; lead < 1015; ++lead) {
-            std::string const text = repeated("x", lead) + "&" + repeated(unit, 3);
-            std::string const file = written_leaf(text);
-            EXPECT_EQ(read_leaf(file), text);
-            EXPECT_LE(longest_line(file), xmlWriter::max_line);
-            std::size_t const line_end = file.find("-->");
-            if (line_end != std::string::npos && !unit.ends_with('\x80')) {
-                EXPECT_NE(file[line_end + 3] & 0xC0, 0x80) << unit << " " << lead;
-            }
-        }
-}
