@@ -3,52 +3,38 @@
 #include <epoxy/egl.h>
 
 #include <cstdlib>
+#include <tuple>
 
 namespace {
 
 using dgOffscreenContextTest = Pictures;
 
 /// What EGL holds as current on this thread.
-struct Current
+auto current()
 {
-    Current()
-        : display(eglGetCurrentDisplay()),
-          context(eglGetCurrentContext()),
-          draw_surface(eglGetCurrentSurface(EGL_DRAW)),
-          read_surface(eglGetCurrentSurface(EGL_READ)),
-          api(eglQueryAPI())
-    {}
-    bool operator==(Current const&) const = default;
+    return std::tuple(eglGetCurrentDisplay(), eglGetCurrentContext(), eglGetCurrentSurface(EGL_DRAW),
+                      eglGetCurrentSurface(EGL_READ), eglQueryAPI());
+}
 
-    EGLDisplay display;
-    EGLContext context;
-    EGLSurface draw_surface;
-    EGLSurface read_surface;
-    EGLenum api;
-};
-
-/// Ends this process with 0 when a renderer starts, or, where @p problem says a word, when it is the reason
-/// why none does.
-void start_and_exit(char const* problem)
+/// Ends this process with 0 when a renderer starts in an environment of one variable, or, where @p problem
+/// says a word, when it is the reason why none does.
+void start_in(char const* variable, char const* value, char const* problem)
 {
+    clearenv();
+    setenv(variable, value, 1);
     utString reason;
-    dgOffscreenRenderer* const renderer = dgOffscreenRenderer::create(reason);
+    Renderer const renderer(dgOffscreenRenderer::create(reason));
     bool const as_expected =
         problem ? !renderer && reason.locate_substring(problem) >= 0 : renderer && reason.invalid();
-    if (renderer)
-        renderer->unreference();
     std::exit(as_expected ? 0 : 1);
 }
 
 } // namespace
 
-TEST_F(dgOffscreenContextTest, LeavesCurrentWhatWasCurrent)
+TEST_F(dgOffscreenContextTest, LeavesCurrentWhatWasCurrentAlsoBesideOthers)
 {
-    giTriBlock const block = square();
-    Current const nothing;
-    ASSERT_EQ(nothing.context, EGL_NO_CONTEXT);
-    EXPECT_TRUE(draw_blocks(gsColour(1, 1, 1), {&block}));
-    EXPECT_EQ(Current(), nothing);
+    Image const first = draw({Square()});
+    EXPECT_EQ(eglGetCurrentContext(), EGL_NO_CONTEXT);
 
     EGLDisplay const display =
         eglGetPlatformDisplayEXT(EGL_PLATFORM_SURFACELESS_MESA, EGL_DEFAULT_DISPLAY, nullptr);
@@ -65,49 +51,26 @@ TEST_F(dgOffscreenContextTest, LeavesCurrentWhatWasCurrent)
     EGLSurface const surface = eglCreatePbufferSurface(display, config, nullptr);
     ASSERT_TRUE(eglMakeCurrent(display, surface, surface, context));
 
-    Current const before;
-    EXPECT_TRUE(draw_blocks(gsColour(1, 1, 1), {&block}));
-    EXPECT_EQ(Current(), before);
-    utString reason;
-    std::unique_ptr<dgOffscreenRenderer, Unreference> second(dgOffscreenRenderer::create(reason));
-    ASSERT_TRUE(second) << reason.c_str();
-    EXPECT_EQ(Current(), before);
-    second.reset();
-    EXPECT_EQ(Current(), before);
+    auto const before = current();
+    {
+        Renderer other = start();
+        EXPECT_EQ(current(), before);
+        renderer.swap(other);
+        EXPECT_TRUE(draw({Square()})->equal(first.get()));
+    }
+    EXPECT_EQ(current(), before);
+    EXPECT_TRUE(draw({Square()})->equal(first.get()));
 
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     eglDestroySurface(display, surface);
     eglDestroyContext(display, context);
 }
 
-TEST_F(dgOffscreenContextTest, SeveralRenderersLiveBesideAndAfterEachOther)
-{
-    EXPECT_FALSE(renderer->device().empty());
-    giTriBlock const block = square();
-    Image const first = draw_blocks(gsColour(1, 1, 1), {&block});
-    for (int i = 0; i < 2; ++i) {
-        utString reason;
-        std::unique_ptr<dgOffscreenRenderer, Unreference> other(dgOffscreenRenderer::create(reason));
-        ASSERT_TRUE(other) << reason.c_str();
-        other->reference();
-        renderer.swap(other);
-        EXPECT_TRUE(draw_blocks(gsColour(1, 1, 1), {&block})->equal(first.get()));
-        renderer.swap(other);
-        other.reset();
-        EXPECT_TRUE(draw_blocks(gsColour(1, 1, 1), {&block})->equal(first.get()));
-    }
-}
-
 // Each start is in a process of its own, which has loaded no driver yet, and writes nothing.
 TEST(dgOffscreenContextDeathTest, StartsOrSaysQuietlyWhatIsMissing)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    struct
-    {
-        char const* variable;
-        char const* value;
-        char const* problem;
-    } const cases[] = {
+    char const* const cases[][3] = {
         // Where the driver may not make its cache of shaders, it tells the user so.
         {"XDG_CACHE_HOME", "/dev/null", nullptr},
         {"HOME", "/nowhere", nullptr},
@@ -116,12 +79,6 @@ TEST(dgOffscreenContextDeathTest, StartsOrSaysQuietlyWhatIsMissing)
         {"MESA_GL_VERSION_OVERRIDE", "3.0", "makes no OpenGL 3.3 core context"},
     };
     for (auto const& [variable, value, problem] : cases)
-        EXPECT_EXIT(
-            {
-                clearenv();
-                setenv(variable, value, 1);
-                start_and_exit(problem);
-            },
-            testing::ExitedWithCode(0), testing::Eq(""))
+        EXPECT_EXIT(start_in(variable, value, problem), testing::ExitedWithCode(0), testing::Eq(""))
             << variable;
 }

@@ -2,76 +2,70 @@
 
 #include "gsTriUtils.h"
 
-#include <cmath>
-#include <cstdlib>
-#include <numbers>
+#include <list>
 
-std::array<int, 4> pixel(dgDuctImage const& image, int x, int y)
+namespace {
+
+gsColour colour_of(Pixel const& pixel)
+{
+    return {pixel[0] / 255.0, pixel[1] / 255.0, pixel[2] / 255.0};
+}
+
+void append(dgStructure& scene, giTriBlock const& block, Square const& square)
+{
+    scene.append(new dgSurfColour(colour_of(square.colour)));
+    scene.append(new dgReflectionModel(square.lit ? dgReflectionBlinnPhong : dgReflectionNone));
+    scene.append(new dgReflectionAttributes(0.1, 0.5, 0.0, square.specular, 100.0, gsColour(1, 1, 1),
+                                            colour_of(square.emission)));
+    scene.append(new dgShadingMethod(square.flat ? dgShadingFlat : dgShadingSmooth));
+    scene.append(new dgBackFaceFlag(square.culled));
+    scene.append(new dgTextureFlag(square.image != nullptr, 0));
+    if (square.image)
+        scene.append(new dgTexture(square.image, dgTextureImageAsIs, square.filter, square.wrap,
+                                   dgTextureModulate, 0));
+    scene.append(new dgTriangleBlock(block, 0));
+}
+
+} // namespace
+
+Pixel pixel(dgDuctImage const& image, int x, int y)
 {
     short components[4];
     image.get_pixel(x, y, components);
     return {components[0], components[1], components[2], components[3]};
 }
 
-testing::AssertionResult close(std::array<int, 4> const& a, std::array<int, 4> const& b, int tolerance)
-{
-    for (std::size_t i = 0; i < 4; ++i)
-        if (std::abs(a[i] - b[i]) > tolerance)
-            return testing::AssertionFailure()
-                   << testing::PrintToString(a) << " is not close to " << testing::PrintToString(b);
-    return testing::AssertionSuccess();
-}
-
-giTriBlock square(double x, double z, double repeats)
+giTriBlock block_of(Square const& square)
 {
     giTriBlock block;
-    for (int i = 0; i < 4; ++i) {
-        double const u = i % 2;
-        double const v = i / 2;
-        gsTriUtils::check_out_nodes(block).append({x + u, v, z});
-        gsTriUtils::check_out_normals(block).push_back({0, 0, 1});
-        gsTriUtils::check_out_tus(block).append({u * repeats, v * repeats});
-    }
+    giPoint3 const& at = square.corner;
+    for (giVector3 const& side : {giVector3(0, 0, 0), square.right, square.up, square.right + square.up})
+        gsTriUtils::check_out_nodes(block).append({at.x + side.x, at.y + side.y, at.z + side.z});
+    gsTriUtils::check_out_normals(block) = square.normals;
+    for (giPoint2 const& coordinate : square.coordinates)
+        gsTriUtils::check_out_tus(block).append(coordinate);
     gsTriUtils::check_out_triangles(block) = {{0, 1, 3}, {0, 3, 2}};
     return block;
 }
 
-giTriBlock ball(int rings)
-{
-    giTriBlock block;
-    int const around = 2 * rings;
-    for (int i = 0; i <= rings; ++i)
-        for (int j = 0; j <= around; ++j) {
-            double const down = std::numbers::pi * i / rings;
-            double const turn = std::numbers::pi * j / rings;
-            giVector3 const at(std::sin(down) * std::cos(turn), std::sin(down) * std::sin(turn),
-                               std::cos(down));
-            gsTriUtils::check_out_nodes(block).append({at.x, at.y, at.z});
-            gsTriUtils::check_out_normals(block).push_back(at);
-            if (i == rings || j == around)
-                continue;
-            int const a = i * (around + 1) + j;
-            int const below = a + around + 1;
-            gsTriUtils::check_out_triangles(block).push_back({a, below, below + 1});
-            gsTriUtils::check_out_triangles(block).push_back({a, below + 1, a + 1});
-        }
-    return block;
-}
-
-void Pictures::SetUpTestSuite()
+Renderer Pictures::start()
 {
     utString reason;
-    renderer.reset(dgOffscreenRenderer::create(reason));
-    ASSERT_TRUE(renderer) << reason.c_str();
-    renderer->reference();
+    Renderer started(dgOffscreenRenderer::create(reason));
+    EXPECT_TRUE(started) << reason.c_str();
+    if (started)
+        started->reference();
+    return started;
 }
 
-Image Pictures::draw(std::function<void(dgStructure&)> const& fill)
+Image Pictures::draw(std::initializer_list<Square> squares)
 {
+    std::list<giTriBlock> blocks;
     auto* const scene = new dgClientStructure;
-    fill(*scene);
+    for (Square const& square : squares)
+        append(*scene, square.block ? *square.block : blocks.emplace_back(block_of(square)), square);
     std::unique_ptr<dgView, Unreference> const view(new dgView(renderer.get(), nullptr));
-    view->background_colour(background);
+    view->background_colour(colour_of(background));
     view->view_port_dc(giBox2({0, 0}, {side, side}));
     view->root(scene);
     view->view_bounding_box(scene->bounding_box(1), dgBoundingViewFit);
@@ -81,19 +75,4 @@ Image Pictures::draw(std::function<void(dgStructure&)> const& fill)
     Image image(renderer->read_image(dgImageRGBA, "picture", 0, 0, side, side, dgSetAlphaEverywhere, 255));
     renderer->end_read_image();
     return image;
-}
-
-Image Pictures::draw_blocks(gsColour const& colour, std::initializer_list<giTriBlock const*> blocks)
-{
-    return draw([&](dgStructure& scene) {
-        for (giTriBlock const* block : blocks)
-            append(scene, *block, colour);
-    });
-}
-
-void Pictures::append(dgStructure& scene, giTriBlock const& block, gsColour const& colour)
-{
-    scene.append(new dgSurfColour(colour));
-    scene.append(new dgReflectionAttributes(0.1, 0.5, 0.0, 0.5, 100.0, gsColour(1, 1, 1), gsColour(0, 0, 0)));
-    scene.append(new dgTriangleBlock(block, 0));
 }

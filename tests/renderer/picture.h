@@ -4,11 +4,12 @@
 #include "dgOffscreenRenderer.h"
 #include "dgView.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <array>
-#include <functional>
+#include <initializer_list>
 #include <memory>
+#include <vector>
 
 struct Unreference
 {
@@ -16,38 +17,65 @@ struct Unreference
 };
 
 using Image = std::unique_ptr<dgDuctImage, Unreference>;
+using Renderer = std::unique_ptr<dgOffscreenRenderer, Unreference>;
 
-/// Red, green, blue and alpha of a pixel, from the top left.
-std::array<int, 4> pixel(dgDuctImage const& image, int x, int y);
+/// Red, green, blue and alpha in bytes.
+using Pixel = std::array<int, 4>;
 
-/// Whether each channel differs by at most @p tolerance.
-testing::AssertionResult close(std::array<int, 4> const& a, std::array<int, 4> const& b, int tolerance);
+inline constexpr Pixel red{255, 0, 0, 255};
+inline constexpr Pixel green{0, 255, 0, 255};
+inline constexpr Pixel white{255, 255, 255, 255};
+inline constexpr Pixel black{0, 0, 0, 255};
+inline constexpr Pixel background{0, 0, 255, 255};
 
-/// A square from (x, 0, z) to (x + 1, 1, z), its normals along z, its texture coordinates 0 to @p repeats.
-giTriBlock square(double x = 0.0, double z = 0.0, double repeats = 1.0);
+/// From the top left.
+Pixel pixel(dgDuctImage const& image, int x, int y);
 
-/// A ball of radius 1 around the origin.
-giTriBlock ball(int rings);
+/// Matches a pixel each channel of which differs by at most @p tolerance.
+inline auto near(Pixel const& pixel, double tolerance)
+{
+    return testing::Pointwise(testing::DoubleNear(tolerance), pixel);
+}
+
+inline std::vector<giPoint2> const whole_image{{0, 0}, {1, 0}, {0, 1}, {1, 1}};
+
+/// A parallelogram and how it is drawn.
+struct Square
+{
+    giTriBlock const* block = nullptr; ///< drawn instead, where there is one
+    giPoint3 corner{0, 0, 0};          ///< lower left; the sides begin there
+    giVector3 right{1, 0, 0};
+    giVector3 up{0, 1, 0};
+    giNormArr normals = giNormArr(4, {0, 0, 1});
+    std::vector<giPoint2> coordinates = whole_image;
+    Pixel colour = white;
+    bool lit = false;
+    double specular = 0.5;
+    Pixel emission = black;
+    bool flat = false;
+    bool culled = false;
+    dgDuctImage* image = nullptr; ///< its texture
+    dgTextureFilterType filter = dgTextureFilterLinear;
+    dgTextureWrapType wrap = dgTextureWrapRepeat;
+};
+
+giTriBlock block_of(Square const& square);
 
 /// One renderer for the tests of a suite, and what they draw with it.
-class Pictures : public testing::Test
+struct Pictures : testing::Test
 {
-protected:
     static constexpr int side = 100; ///< of the pictures, in pixels
-    static inline gsColour const background{0.0, 0.0, 1.0};
-    static inline std::array<int, 4> const background_pixel{0, 0, 255, 255};
 
-    static void SetUpTestSuite();
+    static void SetUpTestSuite() { renderer = start(); }
     static void TearDownTestSuite() { renderer.reset(); }
 
-    /// Draws the elements that @p fill appends, fitted as they are; null when the renderer gives none.
-    static Image draw(std::function<void(dgStructure&)> const& fill);
+    static Renderer start();
 
-    /// The same of blocks in one colour, drawn as materials are.
-    static Image draw_blocks(gsColour const& colour, std::initializer_list<giTriBlock const*> blocks);
+    /// A picture into which all are fitted; null when the renderer gives none.
+    static Image draw(std::initializer_list<Square> squares);
 
-    /// A block and the colour it is drawn in.
-    static void append(dgStructure& scene, giTriBlock const& block, gsColour const& colour);
+    /// The pixel in the middle of a picture of one.
+    static Pixel middle(Square const& square) { return pixel(*draw({square}), side / 2, side / 2); }
 
-    static inline std::unique_ptr<dgOffscreenRenderer, Unreference> renderer;
+    static inline Renderer renderer;
 };
