@@ -113,13 +113,17 @@ TEST(XmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLong)
 
 TEST(XmlWriter, PartsNoUtf8Character)
 {
-    std::string const file = written_leaf(repeated("\xE2\x82\xAC", 2000));
-    std::size_t breaks = 0;
-    for (std::size_t at = file.find("<!--"); at != std::string::npos; at = file.find("<!--", at + 1)) {
-        EXPECT_EQ(file.substr(at - 3, 14), "\xE2\x82\xAC<!--\n-->\xE2\x82\xAC");
-        ++breaks;
-    }
-    EXPECT_EQ(breaks, 5u);
+    for (std::string_view unit : {"\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x8E\xA8", "\x80", "a\x80\x80\x80"})
+        // What follows "&amp;" begins everywhere about the end of the first line.
+        for (std::size_t lead = 980; lead < 1015; ++lead) {
+            std::string const text = repeated("x", lead) + "&" + repeated(unit, 600);
+            std::string const file = written_leaf(text);
+            EXPECT_EQ(read_leaf(file), text);
+            EXPECT_LE(longest_line(file), xmlWriter::max_line);
+            std::size_t at = unit.ends_with('\x80') ? std::string::npos : file.find("-->");
+            for (; at != std::string::npos; at = file.find("-->", at + 1))
+                EXPECT_NE(file[at + 3] & 0xC0, 0x80) << unit << " " << lead;
+        }
 }
 
 TEST(XmlWriter, TakesAnyDepth)
@@ -144,20 +148,4 @@ TEST(XmlWriter, SaysWhenItCouldNotWrite)
     document.append_child(document.create_element("r"));
     out.setstate(std::ios::badbit);
     EXPECT_EQ(xmlWriter(&document).write(out), 0);
-}
-
-TEST(XmlWriter, PartsNoUtf8CharacterThatBeginsARun)
-{
-    // What follows "&amp;" begins everywhere about the end of the first line.
-    for (std::string_view unit : {"\xC3\xA9", "\xE2\x82\xAC", "\xF0\x9F\x8E\xA8", "\x80", "a\x80\x80\x80"})
-        for (std::size_t lead = 980; lead < 1015; ++lead) {
-            std::string const text = repeated("x", lead) + "&" + repeated(unit, 3);
-            std::string const file = written_leaf(text);
-            EXPECT_EQ(read_leaf(file), text);
-            EXPECT_LE(longest_line(file), xmlWriter::max_line);
-            std::size_t const line_end = file.find("-->");
-            if (line_end != std::string::npos && !unit.ends_with('\x80')) {
-                EXPECT_NE(file[line_end + 3] & 0xC0, 0x80) << unit << " " << lead;
-            }
-        }
 }
