@@ -37,20 +37,22 @@ public:
 
     /// Writes the document to the path, in the place of what is there, and after it the images, if any.
     /// @return 1, or 0 when the file cannot be created, takes no more, or an image cannot be written; what
-    /// was
-    ///         written until then stays
+    ///         was written until then stays
     /// @report "State" when the file is empty; a document without members is written all the same
     int write(utString const& path) const;
 
-    /// Reads the path, adding to what is held. Safe for untrusted input; see xmlParser, mrXMLUtils::max_line
-    /// and mrUtils::read_images for the limits.
+    /// Reads the path, adding to what is held. Safe for untrusted input; see xmlParser, mrXMLUtils::max_line,
+    /// mrXMLUtils::max_document and mrUtils::read_images for the limits.
     ///
-    /// A document that says "none" has no images whatever follows it. After any status but mrFileMatReadOK
-    /// the file may hold a part of what it read.
+    /// A document that says "none" has no images whatever follows it. Without enough memory for what the file
+    /// holds the status is mrFileMatBadContent. After any status but mrFileMatReadOK the file may hold a part
+    /// of what it read.
     /// @report "State" when the file is not empty; it is read all the same
     mrFileMatReadStatus read(utString const& path);
 
 private:
+    mrFileMatReadStatus read_parts(utString const& path);
+
     mrMatPropcoSet m_file_props;
     mrFMFacetcoDListPtrcoPtrcoDList m_facets;
     utStringdgDuctImagecoTablePtrcoPtrcoTable m_images;

@@ -10,17 +10,20 @@
 class utString;
 class xmlDocument;
 
-/// Writing and reading the "multimat" document. Nothing here reports by itself.
+/// Writing and reading the "multimat" document.
 class MR_API mrFileMultimat
 {
 public:
     /// Writes the declaration line and the document, of which no line is longer than mrXMLUtils::max_line.
     /// With mrImageEncapsulationEmbeddedPng one more line break follows, after which the images are expected.
+    /// @report "Enum mrImageEncapsulationType: %d", at source/utils/mrTypes.cpp and with the value for %d,
+    ///         when @p encapsulation is none of the enumerators; its element is then written empty
     static void write(std::ostream& out, mrImageEncapsulationType encapsulation,
                       mrMatPropcoSet const& properties, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
 
     /// Parses the text and extracts what is in it. Safe for untrusted input.
-    /// @return 1, or 0 when the text is no XML that xmlParser takes or extract() fails
+    /// @return 1, or 0 when the text is no XML that xmlParser takes, extract() fails, or there is not enough
+    ///         memory; the arguments may then hold what was read before
     static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
                     mrFMFacetcoDListPtrcoPtrcoDList& facets);
 

@@ -3,7 +3,9 @@
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "xmlParser.h"
 
+#include <cstddef>
 #include <istream>
 
 class giColour;
@@ -52,12 +54,18 @@ public:
 
     /// Characters of the longest line that read_doc reads.
     static constexpr int max_line = 1022;
+    /// Bytes of the longest document that read_doc reads, line breaks included: what can be parsed.
+    static constexpr std::size_t max_document = xmlParser::max_length;
 
     /// Cuts a document out of a stream that may hold other data before and after it: the lines from the one
     /// that holds "<ROOT>" to the one that holds "</ROOT>", each with a line break after it. The stream is
     /// left just past the last of them.
+    ///
+    /// A line is searched up to its first NUL. One in a line of the document stays in the text, where it
+    /// makes the document unreadable.
     /// @param out  receives the lines at its end, also those gathered before a failure
-    /// @return 1, or 0 when the stream ends first or a line is longer than max_line
+    /// @return 1, or 0 when the stream ends first, a line is longer than max_line, or the lines would come to
+    ///         more than max_document
     static int read_doc(std::istream& in, utString const& root, utString& out);
 
     // Collections: a writer appends an element "properties", "textures" or "facets" with the members in their

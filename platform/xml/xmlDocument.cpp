@@ -45,5 +45,6 @@ xmlText& xmlDocument::create_text_node(utString text)
 void xmlDocument::clear()
 {
     m_root = nullptr;
+    m_nodes.reset(); // first, since there may be little memory beside it
     m_nodes = std::make_unique<Nodes>();
 }

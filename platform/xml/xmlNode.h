@@ -49,7 +49,7 @@ public:
     /// The element's name; "#text" for a text.
     utString const& node_name() const;
 
-    /// The text; an invalid string for an element.
+    /// The text, its line breaks as xmlParser left them; an invalid string for an element.
     utString const& node_value() const;
 
     /// None for a text.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -39,6 +40,7 @@ class Attempt
 public:
     Attempt(Encoding encoding, xmlDocument& document);
 
+    /// Throws std::bad_alloc when there is not enough memory.
     bool parse(std::string_view text);
     /// Why it failed.
     utString const& error() const { return m_error; }
@@ -50,6 +52,9 @@ private:
     static void start_doctype(void* self, XML_Char const* name, XML_Char const* system_id,
                               XML_Char const* public_id, int has_internal_subset);
 
+    template <class Work>
+    static void guarded(void* self, Work const& work);
+    void stop();
     void refuse(char const* reason);
     void note_error(char const* reason);
     void append(std::string& result, std::string_view utf8) const;
@@ -61,6 +66,8 @@ private:
     std::vector<xmlElement*> m_open;
     std::string m_text; // gathered until a tag ends it: comments and CDATA make no nodes of their own
     utString m_error;
+    bool m_stopped = false;
+    bool m_out_of_memory = false;
 };
 
 Attempt::Attempt(Encoding encoding, xmlDocument& document)
@@ -70,7 +77,7 @@ Attempt::Attempt(Encoding encoding, xmlDocument& document)
       m_parser(XML_ParserCreate(encoding == Encoding::utf8 ? "UTF-8" : "ISO-8859-1"), XML_ParserFree)
 {
     if (!m_parser)
-        return;
+        throw std::bad_alloc();
     XML_SetUserData(m_parser.get(), this);
     XML_SetElementHandler(m_parser.get(), start_element, end_element);
     XML_SetCharacterDataHandler(m_parser.get(), character_data);
@@ -79,60 +86,81 @@ Attempt::Attempt(Encoding encoding, xmlDocument& document)
 
 bool Attempt::parse(std::string_view text)
 {
-    if (!m_parser) {
-        m_error = "out of memory";
-        return false;
-    }
     // In one piece: a token that does not end within a piece would be looked at again with each further one.
     int const length = static_cast<int>(text.size());
     if (XML_Parse(m_parser.get(), text.data(), length, XML_TRUE) == XML_STATUS_OK)
         return true;
+    if (m_out_of_memory || XML_GetErrorCode(m_parser.get()) == XML_ERROR_NO_MEMORY)
+        throw std::bad_alloc();
     if (m_error.invalid())
         note_error(XML_ErrorString(XML_GetErrorCode(m_parser.get())));
     return false;
 }
 
-void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
+/// Does a handler's work, none any more after stop(): the end of an empty element follows its start all the
+/// same. Nothing may be thrown through the parser, which is C.
+template <class Work>
+void Attempt::guarded(void* self, Work const& work)
 {
     auto& attempt = *static_cast<Attempt*>(self);
-    if (attempt.m_open.size() == xmlParser::max_depth)
-        return attempt.refuse("elements nested too deep");
+    if (attempt.m_stopped)
+        return;
+    try {
+        work(attempt);
+    } catch (std::bad_alloc const&) {
+        attempt.m_out_of_memory = true;
+        attempt.stop();
+    }
+}
 
-    attempt.flush_text();
-    std::string own_name;
-    attempt.append(own_name, name);
-    xmlElement& element = attempt.m_document.create_element(utString(std::move(own_name)));
-    if (attempt.m_open.empty())
-        attempt.m_document.append_child(element);
-    else
-        attempt.m_open.back()->append_child(element);
-    attempt.m_open.push_back(&element);
+void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
+{
+    guarded(self, [name](Attempt& attempt) {
+        if (attempt.m_open.size() == xmlParser::max_depth)
+            return attempt.refuse("elements nested too deep");
+
+        attempt.flush_text();
+        std::string own_name;
+        attempt.append(own_name, name);
+        xmlElement& element = attempt.m_document.create_element(utString(std::move(own_name)));
+        if (attempt.m_open.empty())
+            attempt.m_document.append_child(element);
+        else
+            attempt.m_open.back()->append_child(element);
+        attempt.m_open.push_back(&element);
+    });
 }
 
 void Attempt::end_element(void* self, XML_Char const*)
 {
-    auto& attempt = *static_cast<Attempt*>(self);
-    if (!attempt.m_error.invalid())
-        return; // an empty element's end follows its start even when that stopped the parser
-    attempt.flush_text();
-    attempt.m_open.pop_back();
+    guarded(self, [](Attempt& attempt) {
+        attempt.flush_text();
+        attempt.m_open.pop_back();
+    });
 }
 
 void Attempt::character_data(void* self, XML_Char const* text, int length)
 {
-    auto& attempt = *static_cast<Attempt*>(self);
-    attempt.append(attempt.m_text, std::string_view(text, static_cast<std::size_t>(length)));
+    guarded(self, [text, length](Attempt& attempt) {
+        attempt.append(attempt.m_text, std::string_view(text, static_cast<std::size_t>(length)));
+    });
 }
 
 void Attempt::start_doctype(void* self, XML_Char const*, XML_Char const*, XML_Char const*, int)
 {
-    static_cast<Attempt*>(self)->refuse("document type declarations are refused");
+    guarded(self, [](Attempt& attempt) { attempt.refuse("document type declarations are refused"); });
+}
+
+void Attempt::stop()
+{
+    m_stopped = true;
+    XML_StopParser(m_parser.get(), XML_FALSE);
 }
 
 void Attempt::refuse(char const* reason)
 {
     note_error(reason);
-    XML_StopParser(m_parser.get(), XML_FALSE);
+    stop();
 }
 
 void Attempt::note_error(char const* reason)
@@ -165,6 +193,23 @@ bool has_8_bit_bytes(std::string_view text)
                        [](char character) { return static_cast<unsigned char>(character) >= 0x80; });
 }
 
+/// Parses the text as UTF-8 and, where it is none, as one byte a character.
+/// @param error  why it failed; of no use when it did not
+/// @return whether it came to its end; the document may hold a part of the text when not
+bool parse_either_way(std::string_view text, xmlDocument& document, utString& error)
+{
+    for (Encoding const encoding : {Encoding::utf8, Encoding::one_byte}) {
+        Attempt attempt(encoding, document);
+        if (attempt.parse(text))
+            return true;
+        error = attempt.error();
+        if (!has_8_bit_bytes(text))
+            break;
+        document.clear();
+    }
+    return false;
+}
+
 } // namespace
 
 int xmlParser::parse(utString const& text, xmlDocument& document)
@@ -185,16 +230,14 @@ int xmlParser::parse(utString const& text, xmlDocument& document)
     if (bytes.starts_with("\xEF\xBB\xBF"))
         bytes.remove_prefix(3);
 
-    for (Encoding const encoding : {Encoding::utf8, Encoding::one_byte}) {
-        Attempt attempt(encoding, document);
-        if (attempt.parse(bytes)) {
+    try {
+        if (parse_either_way(bytes, document, m_error)) {
             m_error.set_invalid();
             return 1;
         }
-        m_error = attempt.error();
-        document.clear();
-        if (!has_8_bit_bytes(bytes))
-            break;
+    } catch (std::bad_alloc const&) {
+        m_error = "not enough memory";
     }
+    document.clear();
     return 0;
 }

@@ -9,9 +9,11 @@
 
 /// Reads a document into its nodes. Safe for untrusted input.
 ///
-/// Text is kept as it is, white space included; comments and processing instructions are dropped, CDATA is
-/// text, and the text around them is one node. Attributes are dropped. There are no entities beyond the five
-/// of XML and character references, and a document type declaration is refused.
+/// Text is kept as it is, white space included, but for line breaks: a carriage return that stands there
+/// itself, with a line feed after it or without, becomes one line feed; one from a character reference stays.
+/// Comments and processing instructions are dropped, CDATA is text, and the text around them is one node.
+/// Attributes are dropped. There are no entities beyond the five of XML and character references, and a
+/// document type declaration is refused.
 ///
 /// The text is taken as UTF-8 whatever a declaration says. Text that is refused as UTF-8 is parsed again as
 /// one byte a character and handed back as those same bytes; a character reference above 255 in it comes
@@ -21,11 +23,13 @@ class UT_API xmlParser
 public:
     /// Elements within elements; a deeper document is refused.
     static constexpr int max_depth = 256;
-    /// Bytes of text; a longer document is refused. The parser underneath holds no more in one piece.
-    static constexpr std::size_t max_length = std::size_t{1} << 30;
+    /// Bytes of text; a longer document is refused. Its nodes take up to about twenty times as much memory
+    /// as its text.
+    static constexpr std::size_t max_length = std::size_t{1} << 28;
 
     /// Fills the document; what it held is gone.
-    /// @return 1, or 0 with the document left empty; error() then says what is wrong
+    /// @return 1, or 0 with the document left empty; error() then says what is wrong, "not enough memory"
+    ///         when that is why
     int parse(utString const& text, xmlDocument& document);
 
     /// Why the last parse failed, "line 3, column 7: mismatched tag" for example; invalid when it did not.

@@ -12,6 +12,7 @@
 
 #include <fstream>
 #include <limits>
+#include <new>
 
 namespace {
 
@@ -92,7 +93,15 @@ mrFileMatReadStatus mrFileMat::read(utString const& path)
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(empty(), "State");
+    try {
+        return read_parts(path);
+    } catch (std::bad_alloc const&) {
+        return mrFileMatBadContent;
+    }
+}
 
+mrFileMatReadStatus mrFileMat::read_parts(utString const& path)
+{
     std::ifstream in(path.c_str(), std::ios::binary);
     if (!in)
         return mrFileMatOpenFailed;

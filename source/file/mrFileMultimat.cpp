@@ -8,6 +8,8 @@
 #include "xmlUtils.h"
 #include "xmlWriter.h"
 
+#include <new>
+
 namespace {
 
 utString const root_name = "multimat";
@@ -39,10 +41,14 @@ void mrFileMultimat::write(std::ostream& out, mrImageEncapsulationType encapsula
 int mrFileMultimat::read(utString const& text, mrImageEncapsulationType& encapsulation,
                          mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets)
 {
-    xmlDocument document;
-    if (!xmlParser().parse(text, document))
+    try {
+        xmlDocument document;
+        if (!xmlParser().parse(text, document))
+            return 0;
+        return extract(document, encapsulation, properties, facets);
+    } catch (std::bad_alloc const&) {
         return 0;
-    return extract(document, encapsulation, properties, facets);
+    }
 }
 
 int mrFileMultimat::extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,

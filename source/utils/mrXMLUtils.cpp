@@ -167,14 +167,18 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
 
     char line[max_line + 1];
     bool started = false;
+    std::size_t gathered = 0;
     while (in.getline(line, sizeof line)) {
         started = started || std::strstr(line, opening.c_str());
         if (!started)
             continue;
         // The count includes the line break, which the last line of a file may lack. A NUL stays in the text,
         // for the parser to refuse.
-        std::streamsize const length = in.gcount() - (in.eof() ? 0 : 1);
-        out += std::string_view(line, static_cast<std::size_t>(length));
+        auto const length = static_cast<std::size_t>(in.gcount() - (in.eof() ? 0 : 1));
+        gathered += length + 1;
+        if (gathered > max_document)
+            return 0;
+        out += std::string_view(line, length);
         out += '\n';
         if (std::strstr(line, closing.c_str()))
             return 1;

@@ -2,6 +2,7 @@
 
 #include "materialText.h"
 
+#include <streambuf>
 #include <tuple>
 
 TEST(mrXMLUtils, TextIsThatOfTheFirstDirectChildWithContent)
@@ -66,4 +67,22 @@ TEST(mrXMLUtils, PropertiesOfAllCollectionsOrNone)
     Parsed const bad("<r><properties>" + a + "<property/></properties></r>");
     EXPECT_EQ(mrXMLUtils::read_properties(bad.root(), set), 0);
     EXPECT_TRUE(set.empty()) << "members of before are gone too";
+}
+
+TEST(mrXMLUtils, ADocumentWithoutEndIsGatheredUpToItsLimit)
+{
+    struct Endless : std::streambuf
+    {
+        std::string line = "<m>" + std::string(1000, 'x') + "\n";
+        int_type underflow() override
+        {
+            setg(line.data(), line.data(), line.data() + line.size());
+            return traits_type::to_int_type(line.front());
+        }
+    } endless;
+    std::istream in(&endless);
+    utString out;
+    EXPECT_EQ(mrXMLUtils::read_doc(in, "m", out), 0);
+    EXPECT_LE(out.length(), mrXMLUtils::max_document);
+    EXPECT_GT(out.length(), mrXMLUtils::max_document - endless.line.size());
 }
