@@ -20,6 +20,7 @@ public:
     mrFMTexture();
 
     /// @param image_name  key in the material file's image table
+    /// @param layer_type  any value is stored
     /// @param recoloured  1 to tint the image towards @p recolour, 0 to use it as it is; any value is stored
     /// @report "Args" when @p image_name is empty; the layer is built all the same
     mrFMTexture(utString const& image_name, mrTexLayerType layer_type, int recoloured,
@@ -46,6 +47,8 @@ public:
 
     /// Appends the layer to @p parent as a "texture" element.
     /// @report "Args" when the layer is invalid; the element is appended all the same
+    /// @report "Enum mrTexLayerType: %d", at source/utils/mrTypes.cpp and with the value for %d, when the
+    ///         layer type is none of the enumerators; an empty "layer_type" is written
     void xml_write(xmlElement& parent) const;
 
     /// Fills the layer from a "texture" element, of which "recoloured" must be 0 or 1. Safe for untrusted

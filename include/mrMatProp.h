@@ -55,6 +55,9 @@ public:
     int const& client_data() const;
 
     /// 1 when both names are equal or both properties are invalid; values play no part.
+    ///
+    /// Not const, for the sake of those who rely on its signature. Where neither side is const, clang warns
+    /// of an ambiguity with the sides exchanged; write `first == std::as_const(second)` there.
     int operator==(mrMatProp const& other);
 
     /// Appends the property to @p parent as a "property" element.
@@ -90,5 +93,5 @@ private:
 /// and one when they do not. That is meant.
 MR_API std::uint32_t co_hash(mrMatProp const& property);
 
-/// The hash of the name, so that a set stays fast with many properties of one value.
+/// The coBucketHash of the name, so that a set stays fast with many properties of one value.
 MR_API std::size_t co_bucket_hash(mrMatProp const& property);

@@ -59,8 +59,7 @@ class MR_API mrTypes
 public:
     /// Appends the word of the value.
     /// @report "enum mrMatPropType: %d", with the value for %d, when it is none of the enumerators; nothing
-    /// is
-    ///         appended
+    ///         is appended
     static void print(mrMatPropType value, utString& out);
     /// Appends the word of the value.
     /// @report "Enum mrImageEncapsulationType: %d", as above

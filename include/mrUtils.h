@@ -20,8 +20,7 @@ public:
     /// "Title", its key in the table, and "DuctImageName", its own name. Characters that XML cannot carry
     /// are written as "?", as in a document, so that a key stays that of the layers which name it.
     /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay in the
-    /// file.
-    ///         An empty table touches no file
+    ///         file. An empty table touches no file
     static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path);
 
     /// Reads the images that stand end to end from a position on to the end of the file. Fewer than ten bytes
