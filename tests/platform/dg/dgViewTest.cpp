@@ -61,27 +61,30 @@ protected:
 
 } // namespace
 
-TEST_F(dgViewTest, ValuesHoldUntilReplacedAndTexturesForOneBlock)
+TEST_F(dgViewTest, DrawsWithValuesThatHoldUntilReplacedAndTexturesForOneBlock)
 {
-    giTriBlock const blocks[3];
+    giTriBlock blocks[3];
+    for (giPoint3 const& point : {giPoint3{1, 0, 3}, giPoint3{-1, 2, 4}})
+        gsTriUtils::check_out_nodes(blocks[1]).append(point);
     Image const image(new dgDuctImage("", 1, 1));
     image->reference();
     auto* const scene = new dgClientStructure;
     scene->append(new dgSurfColour(gsColour(1, 0, 0)));
     scene->append(new dgShadingMethod(dgShadingFlat));
-    scene->append(new dgReflectionModel(dgReflectionNone));
     scene->append(new dgBackFaceFlag(1));
     scene->append(new dgTextureFlag(1, 0));
     scene->append(new dgTexture(image.get(), dgTextureImageAsIs, dgTextureFilterNearest, dgTextureWrapClamp,
                                 dgTextureModulate, 0));
     scene->append(new dgTextureCoordGenUV(giBox2({0, 0}, {1, 1}), nullptr, 0));
     scene->append(new dgTriangleBlock(blocks[0], 0));
+    scene->append(nullptr);
     scene->append(new dgSurfColour(gsColour(0, 1, 0)));
     scene->append(new dgTriangleBlock(blocks[1], 0));
     scene->append(new dgTriangleBlock(blocks[2], 0));
-    view->root(scene);
-    view->root(scene); // which nobody else holds
+    EXPECT_EQ(scene->bounding_box(1), giBox3({-1, 0, 3}, {1, 2, 4}));
     view->render_network(nullptr);
+    EXPECT_TRUE(recorder->drawn.empty());
+    view->render_network(scene);
 
     ASSERT_EQ(recorder->drawn.size(), 3U);
     for (std::size_t i = 0; i < 3; ++i) {
@@ -89,49 +92,28 @@ TEST_F(dgViewTest, ValuesHoldUntilReplacedAndTexturesForOneBlock)
         EXPECT_EQ(block, &blocks[i]);
         EXPECT_EQ(state.surface, i == 0 ? gsColour(1, 0, 0) : gsColour(0, 1, 0));
         EXPECT_EQ(state.shading, dgShadingFlat);
-        EXPECT_EQ(state.reflection_model, dgReflectionNone);
         EXPECT_TRUE(state.cull_back_faces);
         EXPECT_EQ(state.texturing, i == 0);
         EXPECT_EQ(state.texture.image, i == 0 ? image.get() : nullptr);
         EXPECT_EQ(state.texture.wrap, i == 0 ? dgTextureWrapClamp : dgTextureWrapRepeat);
         EXPECT_EQ(state.texture_range.empty(), i != 0);
     }
-    EXPECT_EQ(image->references(), 2);
-    view->root(nullptr);
-    EXPECT_EQ(image->references(), 1);
-}
 
-TEST_F(dgViewTest, DrawsTheStructureGivenOrTheRoot)
-{
-    giTriBlock block;
-    giTriBlock const none;
-    Owned<dgStructure> const scene(new dgClientStructure);
-    scene->reference();
-    scene->append(new dgTriangleBlock(block, 0));
-    scene->append(new dgTriangleBlock(none, 0));
-    scene->append(nullptr);
-    EXPECT_TRUE(scene->bounding_box(1).empty());
-    for (giPoint3 const& point : {giPoint3{1, 0, 3}, giPoint3{-1, 2, 4}})
-        gsTriUtils::check_out_nodes(block).append(point);
-    EXPECT_EQ(scene->bounding_box(1), giBox3({-1, 0, 3}, {1, 2, 4}));
-
+    view->root(scene);
+    view->root(scene); // which nobody else holds
     view->render_network(nullptr);
-    EXPECT_TRUE(recorder->drawn.empty());
-    view->render_network(scene.get());
-    EXPECT_EQ(recorder->drawn.size(), 2U);
-
-    view->root(scene.get());
-    EXPECT_EQ(scene->references(), 2);
+    EXPECT_EQ(recorder->drawn.size(), 6U);
     Owned<dgStructure> const other(new dgClientStructure);
     view->render_network(other.get());
-    EXPECT_EQ(recorder->drawn.size(), 2U);
+    EXPECT_EQ(recorder->drawn.size(), 6U);
 
+    EXPECT_EQ(image->references(), 2);
     view.reset();
-    EXPECT_EQ(scene->references(), 1);
+    EXPECT_EQ(image->references(), 1);
     EXPECT_EQ(recorder->references(), 1);
     view.reset(new dgView(nullptr, nullptr));
     view->erase(dgEraseColourAndDepth);
-    view->render_network(scene.get());
+    view->render_network(other.get());
 }
 
 TEST_F(dgViewTest, FitsTheBoxWithAMarginAllRound)
