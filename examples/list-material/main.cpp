@@ -1,9 +1,9 @@
 // Reads a material file and lists what is in it.
 #include "dgDuctImage.h"
+#include "mrFileMat.h"
 #include "mrFMFacet.h"
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
-#include "mrFileMat.h"
 #include "mrMatProp.h"
 
 #include <cstdio>
