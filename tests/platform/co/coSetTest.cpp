@@ -8,7 +8,7 @@ namespace {
 
 int comparisons = 0;
 
-/// Compares by name, hashes by value, and has a further hash, of the name.
+/// Compares by name, hashes by value, and has a further hash, of the first four letters of the name.
 struct Property
 {
     utString name;
@@ -28,7 +28,7 @@ std::uint32_t co_hash(Property const& property)
 
 std::size_t co_bucket_hash(Property const& property)
 {
-    return co_hash(property.name);
+    return co_hash(utString(property.name.view().substr(0, 4)));
 }
 
 coSet<Property> made(std::initializer_list<Property> members)
@@ -51,15 +51,15 @@ std::string shown(coSet<Property> const& set)
 
 TEST(CoSet, TakesMembersAsTheSameWhenHashAndEqualitySaySo)
 {
-    coSet<Property> const set = made({{"price", 3}, {"price", 4}, {"code", 3}, {"price", 3}});
-    EXPECT_EQ(shown(set), "price3 price4 code3 ");
-    EXPECT_TRUE(set.member({"code", 3}));
-    EXPECT_FALSE(set.member({"code", 4}));
+    coSet<Property> const set = made({{"price", 3}, {"price", 4}, {"prices", 3}, {"price", 3}});
+    EXPECT_EQ(shown(set), "price3 price4 prices3 ");
+    EXPECT_TRUE(set.member({"prices", 3}));
+    EXPECT_FALSE(set.member({"prices", 4}));
     EXPECT_FALSE(set.member({"name", 3}));
 
-    EXPECT_TRUE(set == made({{"code", 3}, {"price", 3}, {"price", 4}}));
-    EXPECT_FALSE(made({{"code", 3}, {"price", 3}}) == set);
-    EXPECT_FALSE(made({{"code", 3}, {"price", 3}, {"price", 5}}) == set);
+    EXPECT_TRUE(set == made({{"prices", 3}, {"price", 3}, {"price", 4}}));
+    EXPECT_FALSE(made({{"prices", 3}, {"price", 3}}) == set);
+    EXPECT_FALSE(made({{"prices", 3}, {"price", 3}, {"price", 5}}) == set);
 }
 
 TEST(CoSet, IsCopiedWithItsOrderAndStandsAlone)

@@ -66,6 +66,6 @@ TEST(CoTable, ReportsTheNullKeyWhereItIsLookedUpAndServesIt)
     std::string const told = "platform/co/coTable.cpp: argument out of range | CO_TABLE::";
     EXPECT_EQ(reports(), (std::vector<std::string>{told + "member | null key", told + "read | null key"}));
 
-    coTable<int, int> ordinary(4, 50);
+    coTable<int, int> ordinary(-5, 0);
     EXPECT_FALSE(ordinary.member(0));
 }

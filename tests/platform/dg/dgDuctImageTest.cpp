@@ -20,6 +20,7 @@ class PlaceImage : public dgImage
 {
 public:
     explicit PlaceImage(int& alive) : m_alive(alive) { ++m_alive; }
+    PlaceImage(PlaceImage const& other) : dgImage(other), m_alive(other.m_alive) { ++m_alive; }
     int width() const override { return 3; }
     int height() const override { return 2; }
     void get_pixel(int x, int y, short* components) const override
@@ -104,6 +105,7 @@ TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKindsAndCountsReferencesAnew)
     place->reference();
     Image const copy = made(utCopyDeep, *place);
     EXPECT_EQ(copy->references(), 0);
+    EXPECT_EQ(Owned<PlaceImage>(new PlaceImage(*place))->references(), 0);
     EXPECT_EQ(pixel(*copy, 2, 1), (Pixel{120, 121, 122, 123}));
     EXPECT_TRUE(copy->equal(place.get()));
     short const other[4] = {120, 121, 122, 0};

@@ -104,8 +104,9 @@ TEST_F(dgViewTest, DrawsWithValuesThatHoldUntilReplacedAndTexturesForOneBlock)
     view->render_network(nullptr);
     EXPECT_EQ(recorder->drawn.size(), 6U);
     Owned<dgStructure> const other(new dgClientStructure);
+    other->append(new dgTriangleBlock(blocks[0], 0));
     view->render_network(other.get());
-    EXPECT_EQ(recorder->drawn.size(), 6U);
+    EXPECT_EQ(recorder->drawn.size(), 7U);
 
     EXPECT_EQ(image->references(), 2);
     view.reset();

@@ -83,9 +83,8 @@ TEST(gr_stretch_blt, scaling_takes_every_pixel_alike)
          {Case{grStretchBltNearest, {0, 80}, {0, 0, 80, 80}},
           Case{grStretchBltLinear, {0, 80}, {0, 20, 60, 80}},
           Case{grStretchBltAverage, {0, 80}, {0, 20, 60, 80}}, Case{grStretchBltNearest, {90, 30, 240}, {30}},
-          Case{grStretchBltLinear, {90, 30, 240}, {30}},
-          // Each pixel covers one and a half.
-          Case{grStretchBltAverage, {90, 30, 240}, {70, 170}}})
+          Case{grStretchBltLinear, {90, 30, 240}, {30}}, Case{grStretchBltAverage, {90, 30, 240}, {70, 170}},
+          Case{grStretchBltAverage, {0, 255}, {128}}})
         for (bool const upright : {false, true}) {
             Image const picture = strip(std::vector<short>(after.size()), upright);
             lay(strip(before, upright), picture, mode);

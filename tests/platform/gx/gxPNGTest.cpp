@@ -71,7 +71,8 @@ TEST(gxPNG, what_is_written_reads_back)
     Texts texts(4, 50);
     texts["Title"] = "line\nbreak";
     texts["DuctImageName"] = "B\xc3\xa4r";
-    texts["Overlong"] = "\xc0\x80";
+    texts["Overlong"] = "\xe0\x80\x80";
+    texts["Surrogate"] = "\xed\xa0\x80";
     texts["Long"] = utString(std::string(Reader::max_text_bytes, 'x'));
     texts["Empty"] = "";
 
@@ -79,7 +80,7 @@ TEST(gxPNG, what_is_written_reads_back)
         Image const image = gradient(37, 11, opaque);
         std::string const bytes = written(*image, texts);
         EXPECT_EQ(bytes[25], opaque ? 2 : 6);
-        for (auto const entry : {"tEXtTitle", "iTXtDuctImageName", "tEXtOverlong"})
+        for (auto const entry : {"tEXtTitle", "iTXtDuctImageName", "tEXtOverlong", "tEXtSurrogate"})
             EXPECT_NE(bytes.find(entry), std::string::npos) << entry;
 
         std::string two = "in front" + bytes + bytes + "behind";

@@ -65,7 +65,7 @@ TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
         {"<r>&lt;&gt;&amp;&quot;&apos;&#65;&#x20AC;&#13;</r>", "(r|<>&\"'A\xE2\x82\xAC\r|)"},
         {"<r a='1' b=\"&lt;\">a\r\nb\rc<c d=''/></r>", "(r|a\nb\nc|(c))"},
         {"<?xml version=\"1.0\"?>\n<!-- x --><r/>\n\n", "(r)"},
-        {"<?xml version='1.0' encoding='UTF-16'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='no-such-thing'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
     });
 }

@@ -66,8 +66,10 @@ TEST(XmlWriter, WritesOneElementALine)
     document.append_child(root);
     xmlUtils::append_child_text_element(root, "name", "a<b>&\"c'\r\x1f");
     xmlElement& group = xmlUtils::append_child_text_element(root, "group", "");
-    for (utString const& none : {utString(""), utString()})
+    for (utString const& none : {utString(""), utString()}) {
         EXPECT_EQ(xmlUtils::append_child_text_element(group, "empty", none).first_child(), nullptr);
+        EXPECT_EQ(xmlUtils::carried(none), none);
+    }
     xmlUtils::append_child_text_element(group, "blank", " \t");
 
     EXPECT_EQ(written(document), "<multimat>\n"
