@@ -4,78 +4,111 @@
 #include "giColour.h"
 #include "utAssert.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
 namespace {
 
-using Products = std::array<unsigned char, 256>;
-using Channels = std::array<unsigned char, 4>;
+// Four pixels are worked on together, a shape that compilers turn into vector instructions.
+constexpr std::size_t group = 16;
+using Group = std::array<unsigned char, group>;
 
-// A component has 256 values only, so the rule is worked out once for each of them, not for each pixel.
-Products products_with(unsigned char channel)
+// Bytes that are lowered and then multiplied while they are near the processor.
+constexpr std::size_t block_size = 1024 * group;
+
+// By the rule some products that ought to be whole numbers come out one lower, under five channels: 147, 155,
+// 171, 187 and 195, at most four under each. What is one lower then is the product in whole numbers of a
+// component that is one lower.
+constexpr std::size_t most_lowered = 4;
+
+/// How the bytes of a group are tinted.
+struct Tint
+{
+    std::array<std::uint16_t, group> channels{};
+    std::array<Group, most_lowered> lowered{}; ///< components that are taken as one lower
+    Group drop{};                              ///< 1, or 0 where none of them counts
+    bool lowers = false;                       ///< whether any of them counts
+};
+
+unsigned char product_by_rule(std::size_t component, unsigned char channel)
 {
     double const factor = channel / 255.0;
-    Products products{};
-    for (std::size_t component = 0; component < products.size(); ++component)
-        products[component] = static_cast<unsigned char>(static_cast<double>(component) * factor);
-    return products;
+    return static_cast<unsigned char>(static_cast<double>(component) * factor);
 }
 
-unsigned char whole_product(unsigned char component, std::uint16_t channel)
+void set_channel(Tint& tint, std::size_t at, unsigned char channel)
 {
-    return static_cast<unsigned char>(static_cast<std::uint16_t>(component * channel) / 255u);
-}
-
-/// Whether whole numbers give what the rule does. They do for all channels but 147, 155, 171, 187 and 195,
-/// where some products that ought to be whole numbers come out one lower by the rule.
-bool whole_products_serve(Products const& products, unsigned char channel)
-{
-    for (std::size_t component = 0; component < products.size(); ++component)
-        if (products[component] != whole_product(static_cast<unsigned char>(component), channel))
-            return false;
-    return true;
-}
-
-// Four pixels at a time, a shape that compilers turn into vector instructions: three times as fast as
-// looking up. Inlined, the one channel that is known would set every fourth component apart and spoil that.
-[[gnu::noinline]] void multiply(dgDuctImage& image, Channels const& channels)
-{
-    std::array<std::uint16_t, 16> factors{};
-    for (std::size_t k = 0; k < factors.size(); ++k)
-        factors[k] = channels[k % channels.size()];
-
-    unsigned char* const pixels = image.pixels();
-    std::size_t const size = image.byte_count();
-    std::size_t at = 0;
-    for (; at + factors.size() <= size; at += factors.size())
-        for (std::size_t k = 0; k < factors.size(); ++k)
-            pixels[at + k] = whole_product(pixels[at + k], factors[k]);
-    for (; at < size; ++at)
-        pixels[at] = whole_product(pixels[at], factors[at % factors.size()]);
-}
-
-void look_up(dgDuctImage& image, std::array<Products, 4> const& products)
-{
-    unsigned char* const end = image.pixels() + image.byte_count();
-    for (unsigned char* pixel = image.pixels(); pixel != end; pixel += 4)
-        for (std::size_t k = 0; k < 3; ++k)
-            pixel[k] = products[k][pixel[k]];
-}
-
-void tint(dgDuctImage& image, giColour const& colour)
-{
-    Channels const channels{colour.red(), colour.green(), colour.blue(), 255}; // 255 keeps alpha
-    std::array<Products, 4> products{};
-    bool whole_products = true;
-    for (std::size_t k = 0; k < channels.size(); ++k) {
-        products[k] = products_with(channels[k]);
-        whole_products = whole_products && whole_products_serve(products[k], channels[k]);
+    tint.channels[at] = channel;
+    std::size_t count = 0;
+    for (std::size_t component = 0; component < 256 && count < most_lowered; ++component) {
+        if (product_by_rule(component, channel) == component * channel / 255)
+            continue;
+        // Into all that are left, so that none is left that means something else.
+        for (std::size_t i = count++; i < most_lowered; ++i)
+            tint.lowered[i][at] = static_cast<unsigned char>(component);
+        tint.drop[at] = 1;
+        tint.lowers = true;
     }
-    if (whole_products)
-        multiply(image, channels);
-    else
-        look_up(image, products);
+}
+
+Tint tint_for(giColour const& colour)
+{
+    unsigned char const alpha = 255; // which leaves it as it is
+    std::array<unsigned char, 4> const channels{colour.red(), colour.green(), colour.blue(), alpha};
+    Tint tint;
+    for (std::size_t at = 0; at < group; ++at)
+        set_channel(tint, at, channels[at % channels.size()]);
+    return tint;
+}
+
+// Both of these keep the tint's arrays in variables of their own: the pixels, being bytes, might overlie them
+// as far as a compiler knows.
+
+void lower(unsigned char* bytes, std::size_t size, Tint const& tint)
+{
+    auto const lowered = tint.lowered;
+    Group const drop = tint.drop;
+    for (std::size_t at = 0; at < size; at += group)
+        for (std::size_t k = 0; k < group; ++k) {
+            unsigned char const component = bytes[at + k];
+            int const found = (component == lowered[0][k]) | (component == lowered[1][k]) |
+                              (component == lowered[2][k]) | (component == lowered[3][k]);
+            bytes[at + k] = static_cast<unsigned char>(component - (found & drop[k]));
+        }
+}
+
+void multiply(unsigned char* bytes, std::size_t size, Tint const& tint)
+{
+    auto const channels = tint.channels;
+    for (std::size_t at = 0; at < size; at += group)
+        for (std::size_t k = 0; k < group; ++k)
+            bytes[at + k] =
+                static_cast<unsigned char>(static_cast<std::uint16_t>(bytes[at + k] * channels[k]) / 255u);
+}
+
+/// @param size  a multiple of a group's
+void apply(Tint const& tint, unsigned char* bytes, std::size_t size)
+{
+    for (std::size_t at = 0; at < size; at += block_size) {
+        std::size_t const count = std::min(block_size, size - at);
+        if (tint.lowers)
+            lower(bytes + at, count, tint);
+        multiply(bytes + at, count, tint);
+    }
+}
+
+void apply(Tint const& tint, dgDuctImage& image)
+{
+    std::size_t const rest = image.byte_count() % group;
+    std::size_t const whole_groups = image.byte_count() - rest;
+    apply(tint, image.pixels(), whole_groups);
+    if (rest == 0)
+        return;
+    Group last{};
+    std::copy_n(image.pixels() + whole_groups, rest, last.begin());
+    apply(tint, last.data(), group);
+    std::copy_n(last.begin(), rest, image.pixels() + whole_groups);
 }
 
 giColour* new_colour_like(giColour const* colour)
@@ -180,6 +213,6 @@ void mrRecolouredImage::create_resultant()
         return;
     m_resultant = new dgDuctImage(utCopyDeep, *m_image);
     m_resultant->new_name(m_image->name());
-    tint(*m_resultant, *m_colour);
+    apply(tint_for(*m_colour), *m_resultant);
     m_resultant->reference();
 }
