@@ -46,7 +46,7 @@ enum mrTexLayerType : int
 /// What became of reading a material file or an image cache file.
 enum mrFileMatReadStatus : int
 {
-    mrFileMatOpenFailed = 0, ///< the file could not be opened for reading
+    mrFileMatOpenFailed = 0, ///< the file could not be opened for reading, or is no regular file
     mrFileMatReadOK = 1,     ///< the file was read completely
     mrFileMatNoDocument = 2, ///< the file was opened, but the end of its document is not in it
     mrFileMatBadContent = 3  ///< the document or the embedded images could not be parsed or understood

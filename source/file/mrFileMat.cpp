@@ -7,6 +7,7 @@
 #include "mrXMLUtils.h"
 
 #include "dgDuctImage.h"
+#include "gxOpenFile.h"
 #include "utAssert.h"
 #include "utString.h"
 
@@ -102,6 +103,9 @@ mrFileMatReadStatus mrFileMat::read(utString const& path)
 
 mrFileMatReadStatus mrFileMat::read_parts(utString const& path)
 {
+    utString reason;
+    if (!gx_open_file(path.c_str(), reason))
+        return mrFileMatOpenFailed;
     std::ifstream in(path.c_str(), std::ios::binary);
     if (!in)
         return mrFileMatOpenFailed;

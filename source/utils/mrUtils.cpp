@@ -1,13 +1,13 @@
 #include "mrUtils.h"
 
 #include "dgDuctImage.h"
+#include "gxOpenFile.h"
 #include "gxPNG.h"
 #include "utString.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 
 namespace {
 
@@ -17,16 +17,9 @@ utString const image_name_key = "DuctImageName";
 /// Fewer bytes than these are the end of a block.
 constexpr std::size_t probe_size = 10;
 
-struct CloseFile
-{
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
 int append_image(utString const& key, dgDuctImage const* image, utString const& path)
 {
-    File file(std::fopen(path.c_str(), "ab"));
+    gxFile file(std::fopen(path.c_str(), "ab"));
     if (!file || !image)
         return 0;
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
@@ -104,7 +97,8 @@ int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& image
 
 int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
 {
-    File const file(std::fopen(path.c_str(), "rb"));
+    utString reason;
+    gxFile const file = gx_open_file(path.c_str(), reason);
     if (!file)
         return 0;
     std::int64_t budget = pixel_budget(file.get(), start);

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 using testing::ElementsAre;
 
 namespace {
@@ -110,7 +112,9 @@ TEST_F(mrFileMatTest, StatusOfEachKindOfFile)
          })
         EXPECT_EQ(status_of(bytes), status) << bytes;
     EXPECT_EQ(mrFileMat().read(folder.path("missing").c_str()), mrFileMatOpenFailed);
-    EXPECT_NE(mrFileMat().read(folder.path("").c_str()), mrFileMatReadOK) << "a folder";
+    EXPECT_EQ(mrFileMat().read(folder.path("").c_str()), mrFileMatOpenFailed) << "a folder";
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    EXPECT_EQ(mrFileMat().read(folder.path("pipe").c_str()), mrFileMatOpenFailed);
 
     mrFileMat in;
     EXPECT_EQ(in.read(path), mrFileMatReadOK);
