@@ -18,6 +18,8 @@ TEST(messages, texts_become_utf8)
 TEST(messages, terminals_are_told_nothing_but_text)
 {
     EXPECT_EQ(printable("red\x1b[2J\n\u009b \x7f ü"), "red\\x1b[2J\\x0a\\x9b \\x7f ü");
+    EXPECT_EQ(printable("\u202egnp\u200b\U000e0041.exe"), "\\u{202e}gnp\\u{200b}\\u{e0041}.exe");
+    EXPECT_EQ(in_quotes("a \"b\\"), "\"a \\\"b\\\\\"");
 }
 
 } // namespace mrtool

@@ -27,7 +27,9 @@ TEST(mrtool, refuses_wrong_usage)
         {"thumb a.obj --background 12345", "12345 is not RRGGBB", "Usage: mrtool thumb"},
         {"thumb a.obj --paint", "--paint", "Usage: mrtool thumb"},
         {"import a.obj", "--output is required", "Usage: mrtool import [OPTIONS] SCENE..."},
+        {"import a.obj -o ''", "--output: the name is empty", "Usage: mrtool import"},
         {"info --json", "FILE is required", "Usage: mrtool info [OPTIONS] FILE..."},
+        {"info -d", "no option -d; a file of that name goes behind --", "Usage: mrtool info"},
     };
     for (auto const& each : cases) {
         Outcome const refused = run_mrtool(each.arguments);
@@ -49,6 +51,28 @@ TEST(mrtool, writes_nothing_where_outputs_collide)
     EXPECT_EQ(refused.status, 2);
     EXPECT_THAT(refused.errors, AllOf(HasSubstr("would both be"), HasSubstr("Usage: mrtool thumb")));
     EXPECT_FALSE(std::filesystem::exists(folder.path("out")));
+}
+
+// The parser of the command line has uses of its own for these.
+TEST(mrtool, takes_names_of_any_form)
+{
+    TestFolder const folder;
+    for (char const* name : {"[a,b]", "[]", "++", "{}", "info", "-d.multimat"})
+        write_material(folder.path(name), {giColour(1, 2, 3, 0)});
+    Outcome const told =
+        run_mrtool("info '[a,b]' '[]' ++ {} info -- -d.multimat", "cd " + folder.path("") + " &&");
+    EXPECT_EQ(told.status, 0) << told.errors;
+    Outcome const made = run_mrtool("thumb info -o '[x]/.'", "cd " + folder.path("") + " &&");
+    EXPECT_TRUE(std::filesystem::exists(folder.path("[x]/info.png"))) << made.errors;
+}
+
+TEST(mrtool, notices_when_standard_output_takes_nothing)
+{
+    for (char const* output : {"&-", "/dev/full"}) {
+        Outcome const unheard = run_mrtool("--help", "", output);
+        EXPECT_EQ(unheard.status, 1) << output;
+        EXPECT_THAT(unheard.errors, StartsWith("mrtool: standard output: cannot be written"));
+    }
 }
 
 TEST(mrtool, helps)

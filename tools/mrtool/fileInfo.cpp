@@ -1,7 +1,9 @@
 #include "fileInfo.h"
 
+#include "imageBlock.h"
 #include "materialDocument.h"
 #include "materialFault.h"
+#include "messages.h"
 #include "text.h"
 
 #include "mrFMFacet.h"
@@ -17,10 +19,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-mrImageEncapsulationType encapsulation_of(std::string const& path)
+using Warnings = std::vector<std::string>;
+
+mrImageEncapsulationType encapsulation_of(MaterialDocument const& document)
 {
-    MaterialDocument document;
-    read_material_document(path, document);
     int word = mrImageEncapsulationNone;
     if (xmlElement const* root = document.document.document_element())
         mrXMLUtils::find_child_text_enum(*root, "image_encapsulation_type",
@@ -28,9 +30,8 @@ mrImageEncapsulationType encapsulation_of(std::string const& path)
     return static_cast<mrImageEncapsulationType>(word);
 }
 
-std::vector<std::string> warnings_of(mrFileMat const& material)
+void check_layers(mrFileMat const& material, Warnings& warnings)
 {
-    std::vector<std::string> warnings;
     std::set<std::string_view> used;
     int facet_number = 0;
     for (mrFMFacet const* facet : material.facets()) {
@@ -41,13 +42,29 @@ std::vector<std::string> warnings_of(mrFileMat const& material)
             used.insert(layer.image_name().view());
             if (!material.images().member(layer.image_name()))
                 warnings.push_back(text("facet ", facet_number, ", layer ", layer_number,
-                                        ": there is no image \"", layer.image_name(), "\""));
+                                        ": there is no image ", in_quotes(layer.image_name().view())));
         }
     }
     for (auto const& [name, image] : material.images())
         if (!used.contains(name.view()))
-            warnings.push_back(text("no layer uses the image \"", name, "\""));
-    return warnings;
+            warnings.push_back("no layer uses the image " + in_quotes(name.view()));
+}
+
+/// What the library passes over in the image block.
+void check_images(ImageBlock const& block, Warnings& warnings)
+{
+    std::set<std::string_view> titles;
+    int number = 0;
+    for (std::string const& title : block.titles) {
+        ++number;
+        if (title.empty())
+            warnings.push_back(text("image ", number, " has no title and is left out"));
+        else if (!titles.insert(title).second)
+            warnings.push_back(text("image ", number, " takes the place of an earlier one with the title ",
+                                    in_quotes(title)));
+    }
+    if (block.rest > 0)
+        warnings.push_back(text("the last ", block.rest, " bytes of the file are no image and are left out"));
 }
 
 } // namespace
@@ -66,8 +83,14 @@ void read_file_info(std::string const& path, FileInfo& info)
         info.fault = material_fault(path, info.status);
         return;
     }
-    info.encapsulation = encapsulation_of(path);
-    info.warnings = warnings_of(info.material);
+    MaterialDocument document;
+    read_material_document(path, document);
+    info.encapsulation = encapsulation_of(document);
+    check_layers(info.material, info.warnings);
+    if (info.encapsulation != mrImageEncapsulationNone)
+        check_images(read_image_block(path, document.images_start), info.warnings);
+    else if (image_begins_at(path, document.images_start))
+        info.warnings.push_back("images follow a document that says there are none; they are left out");
 }
 
 } // namespace mrtool

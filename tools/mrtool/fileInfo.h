@@ -21,7 +21,8 @@ struct FileInfo
 
     mrImageEncapsulationType encapsulation = mrImageEncapsulationNone;
     mrFileMat material;
-    /// What is not as it should be: a layer whose image is missing, an image that no layer uses.
+    /// What is not as it should be: a layer whose image is missing, an image that no layer uses, and what of the
+    /// file the library leaves out.
     std::vector<std::string> warnings;
 };
 

@@ -13,23 +13,58 @@ namespace {
 
 constexpr std::size_t beginning_length = 4096;
 
-struct Signature
+struct Bytes
 {
     std::size_t at;
     std::string_view bytes;
+
+    bool stand_in(std::string_view beginning) const
+    {
+        return beginning.size() >= at && beginning.substr(at).starts_with(bytes);
+    }
+};
+
+struct Signature
+{
     gxImageFileFormat format;
+    Bytes first;
+    Bytes second = {0, {}};
 };
 
 using namespace std::string_view_literals;
 
 constexpr Signature signatures[] = {
-    {0, "\x89PNG\r\n\x1a\n"sv, gxImageFilePNG},
-    {0, "\xff\xd8\xff"sv, gxImageFileJPEG},
-    {0, "II*\0"sv, gxImageFileTIFF},
-    {0, "MM\0*"sv, gxImageFileTIFF},
-    {0, "GIF8"sv, gxImageFileGIF},
-    {8, "WEBP"sv, gxImageFileWebP},
+    {gxImageFilePNG, {0, "\x89PNG\r\n\x1a\n"sv}},
+    {gxImageFileJPEG, {0, "\xff\xd8\xff"sv}},
+    {gxImageFileTIFF, {0, "II*\0"sv}},
+    {gxImageFileTIFF, {0, "MM\0*"sv}},
+    {gxImageFileGIF, {0, "GIF8"sv}},
+    {gxImageFileWebP, {0, "RIFF"sv}, {8, "WEBP"sv}},
+    // The reserved bytes: two letters alone begin many a text.
+    {gxImageFileBMP, {0, "BM"sv}, {6, "\0\0\0\0"sv}},
 };
+
+Signature const* signature_of(std::string_view beginning)
+{
+    auto const fits = [=](Signature const& each) {
+        return each.first.stand_in(beginning) && each.second.stand_in(beginning);
+    };
+    auto const found = std::find_if(std::begin(signatures), std::end(signatures), fits);
+    return found == std::end(signatures) ? nullptr : found;
+}
+
+/// Whether a document begins where a line or another tag leaves off; one that is spoken of in a text does not.
+bool opens_material(std::string_view beginning)
+{
+    constexpr std::string_view opening = "<multimat>";
+    for (std::size_t at = beginning.find(opening); at != beginning.npos;
+         at = beginning.find(opening, at + 1)) {
+        std::size_t const before = beginning.substr(0, at).find_last_not_of(" \t");
+        if (before == beginning.npos || "\n\r>"sv.find(beginning[before]) != beginning.npos)
+            return true;
+    }
+    return false;
+}
 
 std::string lower(std::string text)
 {
@@ -79,11 +114,8 @@ std::string read_beginning(std::string const& path)
 
 gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name)
 {
-    auto const fits = [=](Signature const& each) {
-        return beginning.size() > each.at && beginning.substr(each.at).starts_with(each.bytes);
-    };
-    auto const found = std::find_if(std::begin(signatures), std::end(signatures), fits);
-    return found == std::end(signatures) ? by_name : found->format;
+    Signature const* const found = signature_of(beginning);
+    return found ? found->format : by_name;
 }
 
 bool vague_extension(std::string_view extension)
@@ -96,13 +128,15 @@ KnownFile file_kind(std::string const& path)
 {
     std::string const extension = extension_of(path);
     std::string const beginning = read_beginning(path);
-    if (extension == "multimat" || beginning.find("<multimat>") != beginning.npos)
+    if (extension == "multimat")
+        return {FileKind::material};
+    if (Signature const* const image = signature_of(beginning))
+        return {FileKind::image, image->format};
+    if (opens_material(beginning))
         return {FileKind::material};
     gxImageFileFormat format = gxImageFilePNG;
-    if (beginning.starts_with(signatures[0].bytes))
-        return {FileKind::image, format};
     if (gxImageFileUtils::file_format_from_extension(utString(extension), format))
-        return {FileKind::image, image_format(beginning, format)};
+        return {FileKind::image, format};
     if (mesh_extensions().contains(extension))
         return {FileKind::mesh};
     return {};

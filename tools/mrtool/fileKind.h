@@ -23,9 +23,10 @@ struct KnownFile
     gxImageFileFormat format = gxImageFilePNG; ///< of an image
 };
 
-/// A file whose beginning holds "<multimat>", or whose extension is "multimat", is a material; one that begins
-/// like a PNG image, or has the extension of an image format, is an image; one with an extension of Assimp's
-/// is a mesh.
+/// A file with the extension "multimat" is a material. Of others the content is believed first: one that begins
+/// like a PNG, JPEG, TIFF, GIF, WebP or BMP image is an image, one with "<multimat>" at the beginning of a line or
+/// behind a tag, in its first 4 KiB, a material. Then the name is: the extension of an image format makes an
+/// image, one of Assimp's a mesh.
 KnownFile file_kind(std::string const& path);
 
 /// Whether the extension, without the point and in any case, belongs to a format that can be no mesh just as

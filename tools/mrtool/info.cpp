@@ -11,9 +11,10 @@ namespace mrtool {
 
 namespace {
 
-bool print(std::string_view text)
+// Whether standard output took it all is found out at the end.
+void print(std::string_view text)
 {
-    return std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
+    std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
 std::string what_became_of(FileInfo const& info)
@@ -28,20 +29,33 @@ std::string what_became_of(FileInfo const& info)
     }
 }
 
-/// @param separator  printed before what is told in JSON
-/// @return whether the file was read
-bool tell(std::string const& path, bool json, char const* separator)
+/// What is told of a file on standard output.
+std::string told(FileInfo const& info, bool json)
+{
+    if (json)
+        return info_json(info);
+    return info.status == mrFileMatReadOK ? info_text(info) : std::string();
+}
+
+/// Reads a file and tells what is in it.
+/// @return whether it was read
+bool tell(std::string const& path, bool json)
 {
     FileInfo info;
-    read_file_info(path, info);
-    bool const read = info.status == mrFileMatReadOK;
-    if (json)
-        print(separator + info_json(info));
-    else if (read)
-        print(info_text(info));
-    if (!read)
-        say(path, what_became_of(info));
-    return read;
+    std::string contents;
+    try {
+        read_file_info(path, info);
+        contents = told(info, json);
+    } catch (std::bad_alloc const&) {
+        info.status = mrFileMatBadContent;
+        info.fault = "not enough memory";
+        contents = told(info, json);
+    }
+    print(contents);
+    if (info.status == mrFileMatReadOK)
+        return true;
+    say(path, what_became_of(info));
+    return false;
 }
 
 } // namespace
@@ -51,22 +65,15 @@ int run_info(InfoOptions const& options)
     int status = all_well;
     char const* separator = "{\"files\": [\n";
     for (std::string const& path : options.files) {
-        bool read = false;
-        try {
-            read = tell(path, options.json, separator);
-            separator = ",\n";
-        } catch (std::bad_alloc const&) {
-            say(path, "not enough memory");
-        }
-        if (!read)
+        if (options.json)
+            print(separator);
+        separator = ",\n";
+        if (!tell(path, options.json))
             status = something_failed;
     }
     if (options.json)
         print("\n]}\n");
-    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
-        return status;
-    say("standard output", "cannot be written");
-    return something_failed;
+    return status;
 }
 
 } // namespace mrtool

@@ -17,16 +17,16 @@ namespace {
 constexpr std::size_t longest_text = 400;
 
 /// The text in quotes; of a very long one the beginning.
-std::string quoted(utString const& value)
+std::string shown(utString const& value)
 {
-    std::string const whole = as_utf8(value.view());
+    std::string whole = as_utf8(value.view());
     if (whole.size() <= longest_text)
-        return text("\"", printable(whole), "\"");
+        return printable(in_quotes(whole));
     std::size_t end = longest_text;
     while ((static_cast<unsigned char>(whole[end]) & 0xc0) == 0x80)
         --end;
-    return text("\"", printable(std::string_view(whole).substr(0, end)), "\" and so on, ", value.length(),
-                " bytes");
+    whole.resize(end);
+    return text(printable(in_quotes(whole)), " and so on, ", value.length(), " bytes");
 }
 
 std::string colour_text(giColour const& colour)
@@ -43,7 +43,7 @@ std::string value_text(mrMatProp const& property)
 {
     switch (property.prop_type()) {
     case mrMatPropString:
-        return quoted(property.string_value());
+        return shown(property.string_value());
     case mrMatPropInteger:
         return text(property.integer_value());
     default:
@@ -69,7 +69,7 @@ public:
         for (mrMatProp const& property : properties) {
             utString type;
             mrTypes::print(property.prop_type(), type);
-            line(indent, "property " + quoted(property.name()), text(value_text(property), " (", type, ")"));
+            line(indent, "property " + shown(property.name()), text(value_text(property), " (", type, ")"));
         }
     }
 
@@ -81,7 +81,7 @@ private:
 
 void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
 {
-    listing.line(2, "name", quoted(plain.name()));
+    listing.line(2, "name", shown(plain.name()));
     listing.properties(2, plain.properties());
     listing.line(2, "affinity", text(plain.affinity()));
     listing.line(2, "diffuse colour", colour_text(plain.diffuse_colour()));
@@ -91,7 +91,7 @@ void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
     listing.line(2, "emission", text(plain.emission()));
     listing.line(2, "refractive index", text(plain.refractive_index()));
     bool const shaded = !plain.shader_definition().invalid();
-    listing.line(2, "shader definition", shaded ? quoted(plain.shader_definition()) : "none");
+    listing.line(2, "shader definition", shaded ? shown(plain.shader_definition()) : "none");
 }
 
 void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMat const& material)
@@ -102,7 +102,7 @@ void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMa
     std::string const tint =
         layer.recoloured() ? "tinted towards " + colour_text(layer.recolour()) : "not tinted";
     listing.line(2, text("layer ", number),
-                 text(quoted(layer.image_name()), ", ", type, ", ",
+                 text(shown(layer.image_name()), ", ", type, ", ",
                       image ? size_text(*image) : "no such image", ", ", tint));
 }
 
@@ -125,7 +125,7 @@ std::string info_text(FileInfo const& info)
             list_layer(listing, ++layer_number, layer, info.material);
     }
     for (auto const& [title, image] : info.material.images())
-        listing.line(1, "image " + quoted(title), size_text(*image) + ", named " + quoted(image->name()));
+        listing.line(1, "image " + shown(title), size_text(*image) + ", named " + shown(image->name()));
     for (std::string const& warning : info.warnings)
         listing.line(1, "warning: " + printable(warning));
     return listing.take();

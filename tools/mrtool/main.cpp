@@ -7,11 +7,16 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <fcntl.h>
+#include <filesystem>
+#include <iostream>
 #include <unistd.h>
 
 namespace {
@@ -20,6 +25,47 @@ using namespace mrtool;
 
 std::string const size_form = text("N or WxH, each 1 to ", ThumbOptions::max_side, " pixels");
 constexpr char colour_form[] = "RRGGBB in hexadecimal, with or without #, black or white";
+
+/// Stands in front of each argument that is no option while CLI11 has it: among names of files, "[a,b]", "++"
+/// and a second "--" are words of CLI11's own otherwise.
+constexpr char mark = '\x01';
+
+/// The arguments in CLI11's order, the last one first.
+std::vector<std::string> marked(int argc, char** argv)
+{
+    std::vector<std::string> arguments;
+    bool options = true;
+    for (int at = 1; at < argc; ++at) {
+        std::string const argument = argv[at];
+        if (options && argument == "--")
+            options = false;
+        else if (at == 1 || (options && argument.size() > 1 && argument[0] == '-'))
+            arguments.push_back(argument);
+        else
+            arguments.push_back(mark + argument);
+    }
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
+}
+
+std::string unmarked(std::string const& argument)
+{
+    return argument.starts_with(mark) ? argument.substr(1) : argument;
+}
+
+/// Each option and each name takes its value without the mark.
+CLI::App* with_values_unmarked(CLI::App* subcommand)
+{
+    for (CLI::Option* const option : subcommand->get_options())
+        if (option->get_items_expected_max() > 0)
+            option->transform(unmarked, "");
+    return subcommand;
+}
+
+std::string check_not_empty(std::string const& value)
+{
+    return value.empty() ? "the name is empty" : "";
+}
 
 /// Takes a whole number of the given base off the front.
 bool take_number(std::string_view& form, int base, std::size_t most_digits, int& number)
@@ -72,7 +118,8 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
         ->add_option("-o,--output", options.output,
                      "The thumbnail of one file, or the folder for several; DIR/NAME.EXT.thumb.png for "
                      "DIR/NAME.EXT when not given")
-        ->type_name("OUT");
+        ->type_name("OUT")
+        ->check(check_not_empty, "");
     thumb
         ->add_option_function<std::string>(
             "--size",
@@ -95,7 +142,7 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
             text(colour_form, "; f0f0f0 when not given"))
         ->type_name("COLOUR");
     thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
-    return thumb;
+    return with_values_unmarked(thumb);
 }
 
 CLI::App* add_import(CLI::App& app, ImportOptions& options)
@@ -106,10 +153,11 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options)
         ->required();
     import->add_option("-o,--output", options.folder, "The folder for the material files; made when missing")
         ->type_name("DIR")
+        ->check(check_not_empty, "")
         ->required();
     import->add_flag("--force", options.force, "Replace files that are there already");
     import->footer("Example: mrtool import kitchen.obj -o materials");
-    return import;
+    return with_values_unmarked(import);
 }
 
 CLI::App* add_info(CLI::App& app, InfoOptions& options)
@@ -118,17 +166,39 @@ CLI::App* add_info(CLI::App& app, InfoOptions& options)
     info->add_option("FILE", options.files, "Material files")->type_name("")->required();
     info->add_flag("--json", options.json, "Tell it in JSON");
     info->footer("Example: mrtool info oak.multimat");
-    return info;
+    return with_values_unmarked(info);
 }
 
-/// Says what is wrong, then how the subcommand is used.
+/// What makes no sense, where the reason is an argument that nothing takes.
+std::string not_expected(CLI::App const& app)
+{
+    auto const of_app = app.remaining();
+    auto const parsed = app.get_subcommands();
+    if (parsed.empty())
+        return of_app.empty() ? "" : "there is no subcommand or option " + unmarked(of_app.front());
+    auto const of_subcommand = parsed.front()->remaining();
+    if (of_subcommand.empty())
+        return {};
+    std::string const& name = parsed.front()->get_name();
+    return text("mrtool ", name, " has no option ", of_subcommand.front(),
+                "; a file of that name goes behind --: ", "mrtool ", name, " -- ", of_subcommand.front());
+}
+
+/// Says what is wrong, then how the subcommand that was named, if one was, is used.
 int refuse(CLI::App const& app, std::string words)
 {
-    if (auto const unknown = app.remaining(); app.get_subcommands().empty() && !unknown.empty())
-        words = "there is no subcommand or option " + unknown.front();
-    // Of the subcommand that was named, if one was.
+    if (std::string const argument = not_expected(app); !argument.empty())
+        words = argument;
+    std::erase(words, mark);
     std::fprintf(stderr, "mrtool: %s\n\n%s", printable(words).c_str(), app.help().c_str());
     return wrong_usage;
+}
+
+/// "r/." names a folder also where none is there yet.
+void name_as_folder(std::optional<std::string>& output)
+{
+    if (output && std::filesystem::path(*output).filename() == ".")
+        *output += '/';
 }
 
 int run(int argc, char** argv)
@@ -145,7 +215,8 @@ int run(int argc, char** argv)
     CLI::App const* const import = add_import(app, import_options);
     add_info(app, info_options);
     try {
-        app.parse(argc, argv);
+        app.parse(marked(argc, argv));
+        name_as_folder(thumb_options.output);
         if (thumb->parsed())
             return run_thumb(thumb_options);
         return import->parsed() ? run_import(import_options) : run_info(info_options);
@@ -159,13 +230,26 @@ int run(int argc, char** argv)
 }
 
 /// Files that the program opens must not come to lie where standard input, output or error are looked for.
+/// What takes the place of one that is closed cannot be written either.
 void open_standard_files()
 {
     int file = 0;
     do
-        file = open("/dev/null", O_RDWR);
+        file = open("/dev/null", O_RDONLY);
     while (file >= 0 && file <= STDERR_FILENO);
     close(file);
+}
+
+/// @return the status, or that of a failure where standard output did not take all that was to be told
+int finished(int status)
+{
+    errno = 0;
+    std::cout.flush();
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return status;
+    std::string const reason = errno != 0 ? text(": ", std::strerror(errno)) : "";
+    say("standard output", "cannot be written" + reason);
+    return something_failed;
 }
 
 } // namespace
@@ -175,10 +259,12 @@ int main(int argc, char** argv)
     open_standard_files();
     if (argc == 4 && std::string_view(argv[1]) == file_reader_argument)
         return run_file_reader(argv[2], argv[3]);
-    std::signal(SIGXFSZ, SIG_IGN); // a file that may grow no more is an error like a full disk
+    // Writing to where nobody reads any more, or to a file that may grow no more, is an error like a full disk.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     remove_pending_files_on_interrupt();
     try {
-        return run(argc, argv);
+        return finished(run(argc, argv));
     } catch (std::exception const& error) {
         std::fprintf(stderr, "mrtool: %s\n", error.what());
         return something_failed;

@@ -1,5 +1,6 @@
 #include "materialFault.h"
 
+#include "imageBlock.h"
 #include "materialDocument.h"
 #include "text.h"
 
@@ -10,14 +11,12 @@
 #include "mrXMLUtils.h"
 
 #include "giColour.h"
-#include "gxPNG.h"
 #include "xmlUtils.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <memory>
-#include <vector>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace mrtool {
 
@@ -174,29 +173,10 @@ std::string content_fault(xmlElement const& root)
     return fault.empty() ? members_fault(root, "facets", "facet", facet_fault) : fault;
 }
 
-struct CloseFile
-{
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 std::string images_fault(std::string const& path, long start)
 {
-    std::unique_ptr<std::FILE, CloseFile> const file(std::fopen(path.c_str(), "rb"));
-    if (!file || std::fseek(file.get(), start, SEEK_SET) != 0)
-        return "the images cannot be read";
-    char probe[10];
-    for (int number = 1; std::fread(probe, 1, sizeof probe, file.get()) == sizeof probe; ++number) {
-        long const at = std::ftell(file.get()) - static_cast<long>(sizeof probe);
-        std::fseek(file.get(), at, SEEK_SET);
-        utStringutStringcoTable texts(1, 50);
-        utString reason;
-        dgDuctImage* const image =
-            gxPNGReaderDuctImage::read_file(file.get(), texts, gxPNGReaderDuctImage::max_pixels, &reason);
-        if (!image)
-            return text("image ", number, ", at byte ", at, ": ", reason);
-        image->unreference();
-    }
-    return "the images have too many pixels in all";
+    std::string const fault = read_image_block(path, start).fault;
+    return fault.empty() ? "the images have too many pixels in all" : fault;
 }
 
 std::string bad_content_fault(std::string const& path)
@@ -211,8 +191,11 @@ std::string bad_content_fault(std::string const& path)
 
 std::string open_fault(std::string const& path)
 {
-    std::unique_ptr<std::FILE, CloseFile> const file(std::fopen(path.c_str(), "rb"));
-    return file ? "cannot be opened" : std::strerror(errno);
+    int const file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (file < 0)
+        return std::strerror(errno);
+    close(file);
+    return "not a file";
 }
 
 } // namespace

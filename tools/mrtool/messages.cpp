@@ -52,13 +52,42 @@ bool is_utf8(std::string_view text)
     return true;
 }
 
-/// The control characters below 32, 127, and those of ISO 8859-1 at 128 to 159.
-bool is_control(std::string_view character)
+/// The code point of a UTF-8 character.
+unsigned code_point(std::string_view character)
 {
-    auto const first = static_cast<unsigned char>(character[0]);
-    if (character.size() == 1)
-        return first < 0x20 || first == 0x7f;
-    return first == 0xc2 && static_cast<unsigned char>(character[1]) < 0xa0;
+    unsigned const first = static_cast<unsigned char>(character[0]);
+    unsigned code = character.size() == 1 ? first : first & (0xffu >> (character.size() + 1));
+    for (char const next : character.substr(1))
+        code = code << 6 | (static_cast<unsigned char>(next) & 0x3fu);
+    return code;
+}
+
+struct CodePoints
+{
+    unsigned first;
+    unsigned last;
+};
+
+// What a terminal obeys, and what shows nothing or turns the text around it, so that one name looks like another.
+constexpr CodePoints unseen[] = {
+    {0x00, 0x1f},     {0x7f, 0x9f},     {0xad, 0xad},      // controls, soft hyphen
+    {0x061c, 0x061c}, {0x115f, 0x1160}, {0x17b4, 0x17b5},  // Arabic letter mark, fillers, inherent vowels
+    {0x180b, 0x180f}, {0x200b, 0x200f}, {0x2028, 0x202e},  // zero width, directions, line separators
+    {0x2060, 0x206f}, {0x3164, 0x3164}, {0xfeff, 0xfeff},  // joiners, directions, fillers, byte order mark
+    {0xffa0, 0xffa0}, {0xfff9, 0xfffb}, {0xe0000, 0xe007f} // annotations, tags
+};
+
+bool is_unseen(unsigned code)
+{
+    return std::any_of(std::begin(unseen), std::end(unseen),
+                       [=](CodePoints const& each) { return code >= each.first && code <= each.last; });
+}
+
+std::string escaped(unsigned code)
+{
+    char escape[16];
+    std::snprintf(escape, sizeof escape, code < 0x100 ? "\\x%02x" : "\\u{%x}", code);
+    return escape;
 }
 
 std::vector<std::string> collected;
@@ -113,16 +142,21 @@ std::string printable(std::string_view text)
     for (std::string_view left = whole; !left.empty();) {
         std::string_view const character = left.substr(0, character_length(left));
         left.remove_prefix(character.size());
-        if (!is_control(character)) {
-            made += character;
-            continue;
-        }
-        char escape[8];
-        std::snprintf(escape, sizeof escape, "\\x%02x",
-                      static_cast<unsigned>(static_cast<unsigned char>(character.back())));
-        made += escape;
+        unsigned const code = code_point(character);
+        made += is_unseen(code) ? escaped(code) : std::string(character);
     }
     return made;
+}
+
+std::string in_quotes(std::string_view text)
+{
+    std::string made = "\"";
+    for (char const letter : text) {
+        if (letter == '"' || letter == '\\')
+            made += '\\';
+        made += letter;
+    }
+    return made + '"';
 }
 
 void say(std::string_view file, std::string_view words)

@@ -12,9 +12,12 @@ namespace mrtool {
 /// The text as UTF-8: as it is where it is that already, else each byte as one character of ISO 8859-1.
 std::string as_utf8(std::string_view text);
 
-/// The text as UTF-8 that a terminal shows and does nothing else with: control characters become "\x1b" and
-/// the like.
+/// The text as UTF-8 that a terminal shows as it is and does nothing else with: control characters, those that
+/// show nothing and those that turn the direction of writing become "\x1b", "\u{202e}" and the like.
 std::string printable(std::string_view text);
+
+/// The text in quotes, with a backslash before each quote and backslash in it.
+std::string in_quotes(std::string_view text);
 
 /// Says on standard error what became of a file: "mrtool: FILE: WORDS".
 void say(std::string_view file, std::string_view words);

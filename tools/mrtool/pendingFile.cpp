@@ -46,11 +46,46 @@ void on_interrupt(int signal)
     std::raise(signal);
 }
 
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+
+/// While it lives, an interruption waits.
+class InterruptsHeld
+{
+public:
+    InterruptsHeld()
+    {
+        sigset_t held;
+        sigemptyset(&held);
+        for (int const signal : interrupts)
+            sigaddset(&held, signal);
+        pthread_sigmask(SIG_BLOCK, &held, &m_before);
+    }
+    ~InterruptsHeld() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    InterruptsHeld(InterruptsHeld const&) = delete;
+    InterruptsHeld& operator=(InterruptsHeld const&) = delete;
+
+private:
+    sigset_t m_before;
+};
+
+/// Creates a file that is not there yet; from then on an interruption removes it.
+/// @return 0 or the error
+int create(std::string const& path)
+{
+    InterruptsHeld const held;
+    int const file = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
+    if (file < 0)
+        return errno;
+    close(file);
+    remember(path);
+    return 0;
+}
+
 } // namespace
 
 void remove_pending_files_on_interrupt()
 {
-    for (int signal : {SIGINT, SIGTERM, SIGHUP})
+    for (int const signal : interrupts)
         if (std::signal(signal, on_interrupt) == SIG_IGN)
             std::signal(signal, SIG_IGN);
 }
@@ -69,18 +104,15 @@ PendingFile::PendingFile(std::string path) : m_path(std::move(path))
     for (;;) {
         std::string const name = text(".mrtool-", getpid(), "-", ++count, ".tmp");
         std::string const temporary = (folder / name).string();
-        remember(temporary);
-        int const file = open(temporary.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-        if (file >= 0) {
-            close(file);
+        int const error = create(temporary);
+        if (error == 0) {
             m_temporary = temporary;
             return;
         }
-        forget();
-        if (errno == EEXIST)
+        if (error == EEXIST)
             continue;
         m_reason = text("the folder ", folder.empty() ? "." : folder.string(),
-                        " takes no file: ", std::strerror(errno));
+                        " takes no file: ", std::strerror(error));
         return;
     }
 }
