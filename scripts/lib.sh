@@ -26,6 +26,10 @@ install() {
   local as_root=()
   if [ "$(id -u)" -ne 0 ]; then
     as_root=(sudo)
+    if ! command -v sudo >/dev/null; then
+      echo "Installing takes root or sudo. As root: apt-get install --no-install-recommends ${missing[*]}" >&2
+      return 1
+    fi
   fi
   echo "Installing ${missing[*]}"
   "${as_root[@]}" apt-get update -qq
