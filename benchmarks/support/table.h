@@ -1,0 +1,47 @@
+// Measuring the library beside a baseline, and the table that comes of it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+/// Prints one row for each comparison, in Markdown, as soon as it was made.
+///
+/// Both sides of a comparison are run alternately in the same process, and the medians are compared, so that a
+/// machine that slows down does so for both.
+class Table
+{
+public:
+    struct Side
+    {
+        std::string what; ///< in a word or two
+        std::function<void()> work;
+    };
+
+    /// Takes Google Benchmark's options. By default a side is repeated 11 times, for at least 0.05 s each,
+    /// and the repetitions of both sides are shuffled. Ends the program at an option that nobody knows.
+    Table(int argc, char** argv);
+    Table(Table const&) = delete;
+    Table& operator=(Table const&) = delete;
+
+    /// @param at_most  how many times the baseline's time the library may take
+    /// @param others   measured with them and named in the row, for information
+    void compare(std::string const& work, std::function<void()> const& library, Side const& baseline,
+                 double at_most, std::vector<Side> const& others = {});
+
+    /// @param at_most  seconds that the library may take
+    void limit(std::string const& work, std::function<void()> const& library, double at_most);
+
+    /// A size that was found by other means.
+    void size(std::string const& work, double bytes, double at_most);
+
+private:
+    std::vector<double> measure(std::string const& work, std::vector<Side> const& sides);
+    bool m_begun = false;
+
+    void row(std::string const& work, std::string const& library, std::string const& baseline,
+             std::string const& ratio, std::string const& at_most, bool kept);
+};
+
+/// Ends the program with a message: a comparison of two things that do not give the same means nothing.
+void require(bool condition, char const* message);
