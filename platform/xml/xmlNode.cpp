@@ -15,15 +15,16 @@ constexpr std::size_t usual_length = 8;
 
 void xmlNodeList::append(xmlNode& node)
 {
-    if (length() == 0) {
+    if (!m_only) {
         m_only = &node;
         return;
     }
-    if (m_only) {
-        m_nodes.reserve(usual_length);
-        m_nodes.push_back(std::exchange(m_only, nullptr));
+    if (!m_nodes) {
+        m_nodes = std::make_unique<std::vector<xmlNode*>>();
+        m_nodes->reserve(usual_length);
+        m_nodes->push_back(m_only);
     }
-    m_nodes.push_back(&node);
+    m_nodes->push_back(&node);
 }
 
 utString const& xmlNode::node_name() const

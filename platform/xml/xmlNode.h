@@ -5,6 +5,7 @@
 #include "utString.h"
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 class xmlDocument;
@@ -15,18 +16,18 @@ class xmlNode;
 class UT_API xmlNodeList
 {
 public:
-    std::size_t length() const { return m_only ? 1 : m_nodes.size(); }
+    std::size_t length() const { return m_nodes ? m_nodes->size() : m_only ? 1 : 0; }
     /// @param index  0 to length() - 1
-    xmlNode const& item(std::size_t index) const { return m_only ? *m_only : *m_nodes[index]; }
+    xmlNode const& item(std::size_t index) const { return m_nodes ? *(*m_nodes)[index] : *m_only; }
 
 private:
     friend class xmlElement;
 
     void append(xmlNode& node);
 
-    // Most elements hold one text and nothing else: a lone node needs no room beside the list.
+    // Most elements hold one text or nothing: they need no room beside the list, and little in it.
     xmlNode* m_only = nullptr;
-    std::vector<xmlNode*> m_nodes;
+    std::unique_ptr<std::vector<xmlNode*>> m_nodes; // where there are several, all of them
 };
 
 enum xmlNodeType
