@@ -72,8 +72,9 @@ void lower(unsigned char* bytes, std::size_t size, Tint const& tint)
     for (std::size_t at = 0; at < size; at += group)
         for (std::size_t k = 0; k < group; ++k) {
             unsigned char const component = bytes[at + k];
-            int const found = (component == lowered[0][k]) | (component == lowered[1][k]) |
-                              (component == lowered[2][k]) | (component == lowered[3][k]);
+            int found = 0;
+            for (Group const& each : lowered)
+                found |= component == each[k];
             bytes[at + k] = static_cast<unsigned char>(component - (found & drop[k]));
         }
 }
