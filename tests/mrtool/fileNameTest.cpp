@@ -20,8 +20,9 @@ TEST(fileName, keeps_letters_of_any_script_and_hides_nothing)
         {"tab\there\n", "tab_here_"},
         {"Müller – Eiche", "Müller___Eiche"}, // a dash of three bytes is one character, and no letter
         {"木 дуб", "木_дуб"},
-        {"M\xfcller", "Müller"},           // one byte a character
-        {"up\u202egnp.exe", "up_gnp.exe"}, // no change of direction
+        {"cafe\u0301 \u0301x", "cafe\u0301__x"}, // an accent belongs to the letter before it
+        {"M\xfcller", "Müller"},                 // one byte a character
+        {"up\u202egnp.exe", "up_gnp.exe"},       // no change of direction
         {"a\u00a0b\u2028c", "a_b_c"},
     };
     for (auto const& each : cases)

@@ -20,12 +20,27 @@ struct FreeLocale
     void operator()(locale_t locale) const { freelocale(locale); }
 };
 
-/// Whether the UTF-8 character is a letter in any script; not a matter of the user's locale.
-bool is_letter(wchar_t character)
+/// The classes of characters; not a matter of the user's locale.
+locale_t characters()
 {
     static std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale> const locale(
         newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr));
-    return locale && iswalpha_l(static_cast<wint_t>(character), locale.get()) != 0;
+    return locale.get();
+}
+
+/// Whether it is a letter in any script.
+bool is_letter(wchar_t character)
+{
+    return characters() && iswalpha_l(static_cast<wint_t>(character), characters()) != 0;
+}
+
+/// Whether it is an accent or the like that changes the letter before it.
+bool is_mark(wchar_t character)
+{
+    if (!characters())
+        return false;
+    static wctype_t const marks = wctype_l("combining", characters());
+    return iswctype_l(static_cast<wint_t>(character), marks, characters()) != 0;
 }
 
 /// Takes the first character off a text in UTF-8.
@@ -40,10 +55,9 @@ wchar_t take_character(std::string_view& text)
     return static_cast<wchar_t>(code);
 }
 
+/// Whether a character that is no letter beyond ASCII stays.
 bool stays(wchar_t character, bool in_front)
 {
-    if (character >= 0x80)
-        return is_letter(character);
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
            (character >= '0' && character <= '9') || character == '-' || character == '_' ||
            (character == '.' && !in_front);
@@ -55,9 +69,12 @@ std::string safe_file_name(std::string_view name)
 {
     std::string const whole = as_utf8(name);
     std::string safe;
+    bool after_letter = false;
     for (std::string_view left = whole; !left.empty();) {
         std::string_view character = left;
-        bool const kept = stays(take_character(left), safe.empty());
+        wchar_t const code = take_character(left);
+        after_letter = is_letter(code) || (after_letter && is_mark(code));
+        bool const kept = after_letter || stays(code, safe.empty());
         character.remove_suffix(left.size());
         if (!kept)
             character = "_";

@@ -8,8 +8,8 @@
 namespace mrtool {
 
 /// The name as one that every file system takes and no path can hide in: letters, digits, "-", "_", "." not
-/// in front, and letters beyond ASCII stay, every other character becomes "_". It is cut at 100 bytes, and
-/// never empty.
+/// in front, and letters beyond ASCII stay, each with the accents and other marks that follow it; every other
+/// character becomes "_". It is cut at 100 bytes, and never empty.
 std::string safe_file_name(std::string_view name);
 
 /// Hands out names of which no two are the same.
