@@ -132,7 +132,7 @@ TEST(mrtool_import, brings_over_a_glb_scene)
     write_glb(folder.path("a.glb"),
               R"([{"name":"../up","pbrMetallicRoughness":{"baseColorFactor":[0.8,0.4,0.2,0.5],
         "metallicFactor":0.25,"roughnessFactor":0.75,"baseColorTexture":{"index":0}},"normalTexture":{"index":0},
-        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{},{"name":"spare"}])",
+        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{}])",
               3);
     Outcome const made = run_mrtool("import " + folder.path("a.glb") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 0) << made.errors;
@@ -152,7 +152,120 @@ TEST(mrtool_import, brings_over_a_glb_scene)
     EXPECT_EQ(only_facet(third, folder.path("out/material_3.multimat")).plain_mat().name(), "material 3");
     EXPECT_EQ(property(third, "material"), "");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("out")), fs::directory_iterator()), 3);
-    EXPECT_THAT(made.errors, HasSubstr("a.glb: material \"spare\": not carried over"));
+}
+
+TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
+{
+    TestFolder const folder;
+    std::string const long_name(2000, 'x');
+    // No surface has the last two.
+    write_glb(folder.path("a.glb"), R"([{"name":")" + long_name + R"(","pbrMetallicRoughness":
+        {"baseColorFactor":[1,1,1,0.5],"roughnessFactor":"rough"},"extras":{"shop":7},"emissiveFactor":[0.25,0.25,0.25],
+        "extensions":{"KHR_materials_iridescence":{},"KHR_materials_ior":{"ior":1.4},
+        "KHR_materials_emissive_strength":{"emissiveStrength":2}}},
+        {"name":"leaf\u0000","alphaMode":"MASK","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.4],
+        "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
+        {"name":"lost","pbrMetallicRoughness":{"baseColorTexture":{"index":1}}}])");
+    Outcome const made = run_mrtool("import " + folder.path("a.glb") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    std::string const no_place = "\": not carried over, a material file has no place for it: ";
+    EXPECT_THAT(
+        made.errors,
+        AllOf(HasSubstr(long_name + "\": its \"roughnessFactor\" makes no sense\n"),
+              HasSubstr("its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE"),
+              HasSubstr(long_name + no_place + "the extension KHR_materials_iridescence, the extras\n"),
+              HasSubstr("\"leaf\\x00" + no_place +
+                        "the texture's choice of a further set of coordinates, the texture's scale, "
+                        "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
+                        "MASK)\n"),
+              HasSubstr("\"lost\": written without its texture, an image that the scene does not have")));
+    mrFileMat plain, leaf;
+    mrFMPlainMat const& first =
+        only_facet(plain, folder.path("out/" + std::string(100, 'x') + ".multimat")).plain_mat();
+    EXPECT_EQ(first.transparency(), 0.0);
+    EXPECT_EQ(first.emission(), 0.5);
+    EXPECT_EQ(first.refractive_index(), 1.4);
+    EXPECT_EQ(first.name().length(), 2000);
+    mrFMFacet const& cut = only_facet(leaf, folder.path("out/leaf_.multimat"));
+    EXPECT_EQ(cut.plain_mat().transparency(), 1.0);
+    EXPECT_EQ(cut.textures().size(), 1u);
+    EXPECT_TRUE(fs::exists(folder.path("out/lost.multimat")));
+}
+
+TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
+{
+    TestFolder const folder;
+    std::string const image = png_bytes(*four_colours());
+    write_bytes(folder.path("b.bin"), "12" + image);
+    std::string const view = R"({"buffer":0,"byteOffset":2,"byteLength":)" + std::to_string(image.size());
+    std::string materials, textures;
+    for (std::string const number : {"0", "1", "2", "3"}) {
+        std::string const comma = number == "0" ? "" : ",";
+        materials += comma + R"({"pbrMetallicRoughness":{"baseColorTexture":{"index":)" + number + "}}}";
+        textures += comma + R"({"extensions":{"KHR_texture_basisu":{"source":)" + number + "}}}";
+    }
+    // A red pixel; a view of a file; one that goes beyond its end; a file that is not there.
+    write_bytes(
+        folder.path("a.gltf"),
+        R"({"asset":{"version":"2.0"},"images":[{"uri":"data:image/bmp;base64,)"
+        "Qk06AAAAAAAAADYAAAAoAAAAAQAAAAEAAAABABgAAAAAAAQAAAAAAAAAAAAAAAAAAAAAAAAAAAD/AA=="
+        R"("},{"bufferView":0},{"bufferView":1,"name":"cut"},{"uri":"my%20oak.png"}],"bufferViews":[)" +
+            view + "}," + view + R"(0}],"buffers":[{"uri":"b.bin"}],"textures":[)" + textures +
+            R"(],"materials":[)" + materials + "]}");
+    Outcome const made = run_mrtool("import " + folder.path("a.gltf") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    EXPECT_THAT(
+        made.errors,
+        AllOf(
+            HasSubstr("\"material 3\": written without its texture \"cut\": the file ends before it does\n"),
+            HasSubstr(
+                "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n"),
+            Not(HasSubstr("material 1")), Not(HasSubstr("material 2"))));
+    mrFileMat red, four;
+    EXPECT_EQ(only_facet(red, folder.path("out/material_1.multimat")).textures().size(), 1u);
+    EXPECT_EQ(pixel(*red.images().read("texture-1"), 0, 0), "255 0 0");
+    only_facet(four, folder.path("out/material_2.multimat"));
+    EXPECT_TRUE(four_colours()->equal(four.images().read("texture-2")));
+}
+
+TEST(mrtool_import, takes_from_an_mtl_file_what_it_says_and_no_more)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\nmtllib gone.mtl\nv 0 0 0 1 0 0\nv 1 0 0\nv 0 1 0\n"
+                                      "usemtl lost\nf 1 2 3\n");
+    write_bytes(
+        folder.path("a.mtl"),
+        "newmtl textured\nmap_Kd -s 2 2 1 -o 0 0 -clamp on oak.png\nnewmtl plain\nNs 4000\nd 0.5 # half\n"
+        "Tr 0.5\nnewmtl plain\nKd 1 x 2\nKd 0.5\nrefl -type sphere sky.png\nsharpness 100\nTr 0.25\n"
+        "Kd 1 0 0\nglow 3\n");
+    write_bytes(folder.path("oak.png"), png_bytes(*four_colours()));
+    Outcome const made = run_mrtool("import " + folder.path("a.obj") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    EXPECT_THAT(
+        made.errors,
+        AllOf(
+            HasSubstr("a.obj: the colours of the vertices: not carried over"),
+            HasSubstr("a.obj: the material library \"gone.mtl\": there is no such file\n"),
+            HasSubstr(
+                "a.obj: material \"lost\": not carried over, no material library that was read has it\n"),
+            HasSubstr("it: the texture's option \"-s 2 2 1\", the texture's option \"-clamp on\"\n"),
+            HasSubstr("the shininess of 4000 is taken as 1000\n"),
+            HasSubstr("\"plain\": \"Kd\" in line 8 of a.mtl makes no sense\n"),
+            HasSubstr("\"Kd\" in line 13 of a.mtl takes the place of an earlier one\n"),
+            HasSubstr(
+                "it: the reflection map \"sky.png\", the sharpness of reflections, the statement \"glow\"\n"),
+            Not(HasSubstr("\"tr\""))));
+    mrFileMat textured, plain, other;
+    EXPECT_EQ(only_facet(textured, folder.path("out/textured.multimat")).plain_mat().diffuse_colour(),
+              giColour(255, 255, 255, 0));
+    mrFMPlainMat const& grey = only_facet(plain, folder.path("out/plain.multimat")).plain_mat();
+    EXPECT_EQ(grey.diffuse_colour(), giColour(204, 204, 204, 0));
+    EXPECT_EQ(grey.refractive_index(), 1.0);
+    EXPECT_EQ(grey.transparency(), 0.5);
+    mrFMPlainMat const& red = only_facet(other, folder.path("out/plain-2.multimat")).plain_mat();
+    EXPECT_EQ(red.diffuse_colour(), giColour(255, 0, 0, 0));
+    EXPECT_EQ(red.transparency(), 0.25);
+    EXPECT_EQ(red.polish(), 0.0);
 }
 
 TEST(mrtool_import, replaces_nothing_unless_told)
@@ -172,6 +285,14 @@ TEST(mrtool_import, replaces_nothing_unless_told)
     EXPECT_EQ(replaced.status, 0) << replaced.errors;
     mrFileMat red;
     only_facet(red, folder.path("out/red.multimat"));
+
+    // Not even when told, where that would be the scene.
+    fs::rename(folder.path("a.glb"), folder.path("out/red.multimat"));
+    fs::create_symlink(folder.path("out/red.multimat"), folder.path("a.glb"));
+    Outcome const spared = run_mrtool(command + " --force");
+    EXPECT_EQ(spared.status, 2);
+    EXPECT_THAT(spared.errors, HasSubstr("a.glb lies where its material files would"));
+    EXPECT_TRUE(read_bytes(folder.path("a.glb")).starts_with("glTF"));
 }
 
 TEST(mrtool_import, names_what_fails)
@@ -191,16 +312,31 @@ TEST(mrtool_import, names_what_fails)
     Outcome const full =
         run_mrtool("import " + folder.path("good.glb") + " -o " + folder.path("full"), "ulimit -f 1;");
     EXPECT_EQ(full.status, 1);
-    EXPECT_THAT(full.errors, HasSubstr("material \"red\": " + folder.path("full/red.multimat")));
+    EXPECT_THAT(full.errors, HasSubstr("material \"red\": " + folder.path("full/red.multimat") +
+                                       " cannot be written: File too large\n"));
     EXPECT_TRUE(fs::is_empty(folder.path("full")));
 }
 
-TEST(mrtool_import, reads_no_texture_that_is_no_file)
+TEST(mrtool_import, reads_textures_in_the_scenes_folder_alone)
 {
     TestFolder const folder;
-    write_bytes(folder.path("a.obj"), "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
-    write_bytes(folder.path("a.mtl"), "newmtl a\nmap_Kd /dev/zero\n");
-    Outcome const made = run_mrtool("import " + folder.path("a.obj") + " -o " + folder.path("out"));
+    fs::create_directories(folder.path("scene/textures"));
+    write_bytes(folder.path("own.png"), png_bytes(*four_colours()));
+    write_bytes(folder.path("scene/b%2F"), png_bytes(*four_colours()));
+    fs::create_symlink(folder.path("own.png"), folder.path("scene/link.png"));
+    write_bytes(folder.path("scene/a.obj"), "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
+    write_bytes(folder.path("scene/a.mtl"),
+                "newmtl up\nmap_Kd ../own.png\nnewmtl whole\nmap_Kd " + folder.path("own.png") +
+                    "\nnewmtl a\nmap_Kd link.png\nnewmtl folder\nmap_Kd textures/\nnewmtl none\n"
+                    "map_Kd /dev/zero\nnewmtl odd\nmap_Kd b%2F\n");
+    Outcome const made = run_mrtool("import " + folder.path("scene/a.obj") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(made.errors, HasSubstr("written without its texture \"/dev/zero\": there is no such file"));
+    for (std::string const& name : {std::string("../own.png"), folder.path("own.png"),
+                                    std::string("link.png"), std::string("/dev/zero")})
+        EXPECT_THAT(made.errors, HasSubstr("written without its texture \"" + name +
+                                           "\": it lies outside the scene's folder; "));
+    EXPECT_THAT(made.errors, HasSubstr("written without its texture \"textures/\": there is no such file"));
+    // A name of which nothing is left is no reason to lose the material.
+    mrFileMat odd;
+    EXPECT_EQ(only_facet(odd, folder.path("out/odd.multimat")).textures().size(), 1u);
 }

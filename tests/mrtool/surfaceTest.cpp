@@ -56,8 +56,6 @@ TEST(surface, has_second_choices)
     material.reflectivity = 0.125;
     EXPECT_EQ(converted(material).surface.polish, 0.5);
     EXPECT_EQ(converted(material).surface.reflect, 0.125);
-    material.shininess = 4000.0;
-    EXPECT_EQ(converted(material).surface.polish, 1.0);
 
     Surface const unsaid = converted(SceneMaterial()).surface;
     EXPECT_EQ(unsaid.colour, giColour(204, 204, 204, 0));
@@ -84,15 +82,17 @@ TEST(surface, brings_values_into_range_and_says_so)
     EXPECT_EQ(surface.refractive_index, 1e7);
     EXPECT_EQ(surface.emission, 1.0);
     EXPECT_THAT(notes, ElementsAre("the colour of (2 nan -1) is brought into the range 0 to 1",
-                                   "the polish of -0.5 is taken as 0", "the reflect of nan is taken as 0",
-                                   "the transparency of 1.5 is taken as 1", "the emission of 3 is taken as 1",
+                                   "the roughness of 1.5 is taken as 1", "the metalness of nan is taken as 0",
+                                   "the opacity of -0.5 is taken as 0", "the emission of 3 is taken as 1",
                                    "the emitted colour (3 1 0) becomes an emission of 1",
                                    "the refractive index of 2e+07 is taken as 1e+07"));
 
-    SceneMaterial dull;
-    dull.shininess = -4.0;
-    EXPECT_EQ(converted(dull).surface.polish, 0.0);
-    EXPECT_THAT(converted(dull).notes, ElementsAre("the shininess of -4 is taken as 0"));
+    SceneMaterial other;
+    other.shininess = 4000.0;
+    other.transparency = NAN;
+    EXPECT_EQ(converted(other).surface.polish, 1.0);
+    EXPECT_THAT(converted(other).notes, ElementsAre("the shininess of 4000 is taken as 1000",
+                                                    "the transparency of nan is taken as 0"));
 }
 
 } // namespace mrtool

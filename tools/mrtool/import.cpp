@@ -17,6 +17,8 @@
 #include "xmlUtils.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <new>
 
@@ -32,6 +34,13 @@ using Notes = std::vector<std::string>;
 utString carried(std::string const& text)
 {
     return xmlUtils::carried(utString(text));
+}
+
+/// The like, and another where nothing is left of it.
+utString carried_or(std::string const& text, char const* other)
+{
+    utString const left = carried(text);
+    return left.empty() ? utString(other) : left;
 }
 
 bool has_transparent_pixels(dgDuctImage const& image)
@@ -71,9 +80,13 @@ bool write_material(mrFileMat const& material, std::string const& path, std::str
         return false;
     utString const temporary(pending.temporary_path());
     mrFileMat read_back;
-    bool const written = material.write(temporary) != 0;
-    if (!written || read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back)) {
-        reason = path + (written ? " does not read back as it was written" : " cannot be written");
+    errno = 0;
+    if (!material.write(temporary)) {
+        reason = text(path, " cannot be written", errno != 0 ? text(": ", std::strerror(errno)) : "");
+        return false;
+    }
+    if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back)) {
+        reason = path + " does not read back as it was written";
         return false;
     }
     if (pending.complete())
@@ -106,11 +119,13 @@ public:
         }
         for (std::string const& warning : scene.warnings)
             say(path, warning);
-        if (scene.materials.empty())
+        for (std::string const& failure : scene.failures)
+            say(path, failure);
+        if (scene.materials.empty() && scene.failures.empty())
             say(path, "no material in it");
 
         SceneTextures textures(path, scene, m_reader);
-        bool well = true;
+        bool well = scene.failures.empty();
         for (std::size_t at = 0; at < scene.materials.size(); ++at)
             well = import(path, scene.materials[at], at + 1, textures) && well;
         return well;
@@ -129,8 +144,9 @@ private:
             say(subject, path + " is there already; --force replaces it");
             return false;
         }
-        bool complete = true;
-        Notes notes;
+        bool complete = material.failures.empty();
+        Notes notes = material.failures;
+        notes.insert(notes.end(), material.notes.begin(), material.notes.end());
         std::string reason;
         auto const file = material_file(scene_path, name, material, textures, notes, complete);
         bool const written = write_material(*file, path, reason);
@@ -148,14 +164,14 @@ private:
     {
         Surface const surface = surface_of(material, notes);
         mrMatPropcoSet const none(mrInitialSize, mrFillLimit);
-        auto plain = std::make_unique<mrFMPlainMat>(carried(name), none, 0, surface.colour, surface.polish,
-                                                    surface.reflect, surface.transparency, surface.emission,
-                                                    surface.refractive_index, utString());
+        auto plain = std::make_unique<mrFMPlainMat>(carried_or(name, "material"), none, 0, surface.colour,
+                                                    surface.polish, surface.reflect, surface.transparency,
+                                                    surface.emission, surface.refractive_index, utString());
         mrFMTexturecoDList layers;
         utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
         Counted<dgDuctImage> const texture = texture_of(material, textures, notes, complete);
         if (texture) {
-            utString const title = carried(textures.name(material));
+            utString const title = carried_or(textures.name(material), "texture");
             texture->new_name(title.c_str());
             layers.append(mrFMTexture(title, mrTexLayerColour, 0, giColour()));
             images[title] = texture.get();
@@ -191,8 +207,8 @@ private:
     {
         mrMatPropcoSet properties(mrInitialSize, mrFillLimit);
         auto const add = [&](char const* name, std::string const& value) {
-            if (!value.empty())
-                properties.add(mrMatProp(mrMatPropTypeStringTag, name, carried(value), 0));
+            if (utString const left = carried(value); !left.empty())
+                properties.add(mrMatProp(mrMatPropTypeStringTag, name, left, 0));
         };
         add("scene", fs::path(scene_path).filename().string());
         add("material", material.name);
@@ -212,10 +228,25 @@ private:
     UniqueNames m_names;
 };
 
+/// @throws WrongUsage when a scene lies where a material file may come to lie, itself or what it links to
+void spare_scenes(ImportOptions const& options)
+{
+    std::error_code failed;
+    fs::path const folder = fs::canonical(options.folder, failed);
+    for (std::string const& scene : options.scenes)
+        for (fs::path const& path : {fs::weakly_canonical(fs::absolute(scene, failed).parent_path(), failed) /
+                                         fs::path(scene).filename(),
+                                     fs::weakly_canonical(fs::absolute(scene, failed), failed)})
+            if (path.extension() == ".multimat" && path.parent_path() == folder)
+                throw WrongUsage{
+                    text("the scene ", scene, " lies where its material files would: ", path.string())};
+}
+
 } // namespace
 
 int run_import(ImportOptions const& options)
 {
+    spare_scenes(options);
     Reports reports;
     Importer importer(options);
     Progress progress(options.scenes.size());

@@ -40,7 +40,6 @@ constexpr std::string_view silent_keys[] = {
     key(AI_MATKEY_GLTF_ALPHACUTOFF),
     key(AI_MATKEY_SHEEN_ROUGHNESS_FACTOR),
     key(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR),
-    "$mat.illum",
 };
 
 struct LeftOut

@@ -27,6 +27,7 @@ struct SceneMaterial
     std::string name; ///< empty when it has none
     std::optional<SceneColour> colour;
     std::optional<double> opacity;
+    std::optional<double> transparency; ///< where the opacity is not said
     std::optional<double> roughness;
     std::optional<double> shininess;
     std::optional<double> metalness;
@@ -39,13 +40,16 @@ struct SceneMaterial
 
     /// What a material file has no place for, in words: "the normal map \"bump.png\"".
     std::vector<std::string> left_out;
+    std::vector<std::string> notes;    ///< what else was made of it in a way that is worth saying
+    std::vector<std::string> failures; ///< what of it could not be read
 };
 
 struct Scene
 {
     std::vector<SceneMaterial> materials;
     std::vector<SceneImage> images;
-    std::vector<std::string> warnings; ///< what the loader said about materials and textures
+    std::vector<std::string> warnings; ///< what else is to be said of it
+    std::vector<std::string> failures; ///< which of its materials could not be read
 };
 
 template <class Wire>
@@ -71,6 +75,7 @@ void exchange(Wire& wire, SceneMaterial& material)
     wire(material.name);
     wire(material.colour);
     wire(material.opacity);
+    wire(material.transparency);
     wire(material.roughness);
     wire(material.shininess);
     wire(material.metalness);
@@ -80,6 +85,8 @@ void exchange(Wire& wire, SceneMaterial& material)
     wire(material.texture);
     wire(material.embedded);
     wire(material.left_out);
+    wire(material.notes);
+    wire(material.failures);
 }
 
 template <class Wire>
@@ -88,6 +95,7 @@ void exchange(Wire& wire, Scene& scene)
     wire(scene.materials);
     wire(scene.images);
     wire(scene.warnings);
+    wire(scene.failures);
 }
 
 } // namespace mrtool

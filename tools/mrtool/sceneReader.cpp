@@ -1,7 +1,9 @@
 #include "sceneReader.h"
 
-#include "gltfMaterials.h"
+#include "fileKind.h"
+#include "gltfReader.h"
 #include "materialKeys.h"
+#include "objReader.h"
 #include "text.h"
 
 #include <algorithm>
@@ -12,7 +14,6 @@
 #include <charconv>
 #include <cstdint>
 #include <map>
-#include <set>
 
 namespace mrtool {
 
@@ -25,6 +26,12 @@ class Warnings : public Assimp::LogStream
 {
 public:
     explicit Warnings(std::vector<std::string>& texts) : m_texts(texts) {}
+    /// Says how many more there were.
+    ~Warnings() override
+    {
+        if (m_more > 0)
+            m_texts.push_back(text("and ", m_more, " more warnings of this kind"));
+    }
 
     void write(char const* message) override
     {
@@ -32,9 +39,13 @@ public:
         if (std::size_t const prefix = warning.find("T0: "); prefix != warning.npos)
             warning.erase(0, prefix + 4);
         warning.erase(warning.find_last_not_of(" \n\r") + 1);
-        if (speaks_of_materials(warning) && m_texts.size() < most_warnings &&
-            std::find(m_texts.begin(), m_texts.end(), warning) == m_texts.end())
+        if (!speaks_of_materials(warning) ||
+            std::find(m_texts.begin(), m_texts.end(), warning) != m_texts.end())
+            return;
+        if (m_texts.size() < most_warnings)
             m_texts.push_back(std::move(warning));
+        else
+            ++m_more;
     }
 
 private:
@@ -46,6 +57,7 @@ private:
     }
 
     std::vector<std::string>& m_texts;
+    std::size_t m_more = 0;
 };
 
 /// The shortest decimal number that is this float, so that 0.3 stays 0.3.
@@ -111,52 +123,39 @@ SceneImage copied(aiTexture const& texture)
 class MaterialsReader
 {
 public:
-    MaterialsReader(aiScene const& from, Scene& to) : m_from(from), m_to(to) {}
+    /// @param no_own_materials  whether the file is known to have none of its own
+    MaterialsReader(aiScene const& from, Scene& to, bool no_own_materials)
+        : m_from(from), m_to(to), m_no_own_materials(no_own_materials)
+    {}
 
-    /// @param listed  the names of the file's own materials, where they are known
-    void read(std::optional<std::vector<std::string>> const& listed)
+    void read()
     {
-        std::vector<bool> const used = used_materials();
+        std::vector<bool> used(m_from.mNumMaterials, false);
+        std::vector<bool> coloured = used;
+        for (unsigned at = 0; at < m_from.mNumMeshes; ++at)
+            if (unsigned const material = m_from.mMeshes[at]->mMaterialIndex; material < used.size()) {
+                used[material] = true;
+                coloured[material] = coloured[material] || m_from.mMeshes[at]->HasVertexColors(0);
+            }
         for (unsigned at = 0; at < m_from.mNumMaterials; ++at) {
-            aiMaterial const& material = *m_from.mMaterials[at];
-            if (used[at] || (!listed && !made_up(material.GetName().C_Str())))
-                m_to.materials.push_back(read(material));
+            if (!used[at] && made_up(*m_from.mMaterials[at]))
+                continue;
+            m_to.materials.push_back(read(*m_from.mMaterials[at]));
+            if (coloured[at])
+                m_to.materials.back().left_out.push_back("the colours of the vertices");
         }
-        if (listed)
-            say_missing(*listed);
     }
 
 private:
-    std::vector<bool> used_materials() const
+    /// Whether the loader made it for surfaces without one. That of PLY files has no name, like their own.
+    bool made_up(aiMaterial const& material) const
     {
-        std::vector<bool> used(m_from.mNumMaterials, false);
-        for (unsigned at = 0; at < m_from.mNumMeshes; ++at)
-            if (unsigned const material = m_from.mMeshes[at]->mMaterialIndex; material < used.size())
-                used[material] = true;
-        return used;
+        std::string_view const name = material.GetName().C_Str();
+        return name == AI_DEFAULT_MATERIAL_NAME || name == "%%%DEFAULT" ||
+               (m_no_own_materials && name.empty());
     }
 
-    static bool made_up(std::string_view name)
-    {
-        return name == AI_DEFAULT_MATERIAL_NAME || name == "%%%DEFAULT";
-    }
-
-    /// Says which of the file's materials the loader passed over.
-    void say_missing(std::vector<std::string> const& listed)
-    {
-        std::multiset<std::string> read;
-        for (SceneMaterial const& material : m_to.materials)
-            read.insert(material.name);
-        for (std::string const& name : listed) {
-            if (auto const found = read.find(name); found != read.end())
-                read.erase(found);
-            else
-                m_to.warnings.push_back(
-                    text(name.empty() ? "a material without a name" : "material \"", name,
-                         name.empty() ? "" : "\"",
-                         ": not carried over, the loader reads those alone that a surface has"));
-        }
-    }
+    static bool is_cut(aiString const& text) { return text.length + 1 >= sizeof text.data; }
 
     SceneMaterial read(aiMaterial const& from)
     {
@@ -173,8 +172,21 @@ private:
         material.refractive_index = number(from, AI_MATKEY_REFRACTI);
         material.emission = emission(from);
         read_texture(from, material);
-        material.left_out = left_out_of(from);
+        if (is_cut(from.GetName()))
+            material.left_out.push_back("the end of its name");
+        if (made_up(from))
+            forget_made_up(material);
+        else
+            material.left_out = left_out_of(from);
         return material;
+    }
+
+    /// White and a grey are the loader's own; other colours can be those of an STL file.
+    static void forget_made_up(SceneMaterial& material)
+    {
+        for (double const grey : {0.6, 1.0})
+            if (material.colour == SceneColour{grey, grey, grey})
+                material.colour.reset();
     }
 
     void read_texture(aiMaterial const& from, SceneMaterial& material)
@@ -195,12 +207,18 @@ private:
 
     aiScene const& m_from;
     Scene& m_to;
+    bool m_no_own_materials;
     std::map<int, unsigned> m_images; ///< from Assimp's number of an image to that in the scene
 };
 
-} // namespace
+/// Whether the file is a PLY file whose header lists no materials.
+bool is_plain_ply(std::string const& path)
+{
+    std::string const beginning = read_beginning(path);
+    return beginning.starts_with("ply") && beginning.find("element material") == beginning.npos;
+}
 
-bool read_scene_file(std::string const& path, Scene& scene, std::string& reason)
+bool read_with_assimp(std::string const& path, Scene& scene, std::string& reason)
 {
     Assimp::DefaultLogger::create("", Assimp::Logger::NORMAL, 0);
     // The logger takes the stream over.
@@ -209,11 +227,21 @@ bool read_scene_file(std::string const& path, Scene& scene, std::string& reason)
     Assimp::Importer importer;
     aiScene const* const from = importer.ReadFile(path, 0);
     if (from)
-        MaterialsReader(*from, scene).read(gltf_material_names(path));
+        MaterialsReader(*from, scene, is_plain_ply(path)).read();
     else
         reason = importer.GetErrorString();
     Assimp::DefaultLogger::kill();
     return from != nullptr;
+}
+
+} // namespace
+
+bool read_scene_file(std::string const& path, Scene& scene, std::string& reason)
+{
+    if (extension_of(path) == "obj")
+        return read_obj_scene(path, scene, reason);
+    std::optional<bool> const read = is_gltf(path) ? read_gltf_scene(path, scene, reason) : std::nullopt;
+    return read ? *read : read_with_assimp(path, scene, reason);
 }
 
 } // namespace mrtool

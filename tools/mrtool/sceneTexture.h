@@ -7,7 +7,6 @@
 
 #include "dgDuctImage.h"
 
-#include <optional>
 #include <string>
 
 namespace mrtool {
@@ -24,7 +23,7 @@ public:
         : m_scene_path(std::move(scene_path)), m_scene(scene), m_reader(reader)
     {}
 
-    /// The name of the material's texture, a file's name without its folders; empty when it has none.
+    /// The name of the material's texture, a file's name without its folders; never empty.
     std::string name(SceneMaterial const& material) const;
 
     /// The image of the material's texture; null when it cannot be read.
@@ -42,10 +41,5 @@ private:
     std::string m_last_reason;
     Counted<dgDuctImage> m_last;
 };
-
-/// The file that a scene means by a texture's path: relative to the scene's folder, with "/" or "\", perhaps
-/// percent-encoded; else the file of that name beside the scene.
-/// @return nothing when there is no regular file at any of these places
-std::optional<std::string> find_texture_file(std::string const& scene_path, std::string const& texture);
 
 } // namespace mrtool

@@ -13,10 +13,13 @@ namespace {
 
 using Notes = std::vector<std::string>;
 
-/// The value, or the nearest in its range; 0 for one that is no number.
-double in_range(std::string const& what, double value, double high, Notes& notes)
+/// The shininess of the highest polish.
+constexpr double most_shininess = 1000.0;
+
+/// The value, or the nearest in its range, or for one that is no number another.
+double in_range(char const* what, double value, double high, double otherwise, Notes& notes)
 {
-    double const taken = std::isnan(value) ? 0.0 : std::clamp(value, 0.0, high);
+    double const taken = std::isnan(value) ? otherwise : std::clamp(value, 0.0, high);
     if (taken != value)
         notes.push_back(text("the ", what, " of ", value, " is taken as ", taken));
     return taken;
@@ -47,11 +50,24 @@ giColour colour_of(SceneMaterial const& material, Notes& notes)
 double polish_of(SceneMaterial const& material, Notes& notes)
 {
     if (material.roughness)
-        return in_range("polish", 1.0 - *material.roughness, 1.0, notes);
-    if (!material.shininess)
-        return 0.0;
-    double const shininess = in_range("shininess", *material.shininess, HUGE_VAL, notes);
-    return std::min(1.0, std::sqrt(shininess / 1000.0));
+        return 1.0 - in_range("roughness", *material.roughness, 1.0, 1.0, notes);
+    double const shininess =
+        in_range("shininess", material.shininess.value_or(0.0), most_shininess, 0.0, notes);
+    return std::sqrt(shininess / most_shininess);
+}
+
+double reflect_of(SceneMaterial const& material, Notes& notes)
+{
+    if (material.metalness)
+        return in_range("metalness", *material.metalness, 1.0, 0.0, notes);
+    return in_range("reflectivity", material.reflectivity.value_or(0.0), 1.0, 0.0, notes);
+}
+
+double transparency_of(SceneMaterial const& material, Notes& notes)
+{
+    if (material.opacity)
+        return 1.0 - in_range("opacity", *material.opacity, 1.0, 1.0, notes);
+    return in_range("transparency", material.transparency.value_or(0.0), 1.0, 0.0, notes);
 }
 
 double emission_of(SceneMaterial const& material, Notes& notes)
@@ -60,7 +76,7 @@ double emission_of(SceneMaterial const& material, Notes& notes)
         return 0.0;
     SceneColour const& colour = *material.emission;
     double const largest = *std::max_element(colour.begin(), colour.end());
-    double const taken = in_range("emission", largest, 1.0, notes);
+    double const taken = in_range("emission", largest, 1.0, 0.0, notes);
     if (colour != SceneColour{largest, largest, largest})
         notes.push_back(text("the emitted colour ", colour_text(colour), " becomes an emission of ", taken));
     return taken;
@@ -73,14 +89,12 @@ Surface surface_of(SceneMaterial const& material, Notes& notes)
     Surface surface;
     surface.colour = colour_of(material, notes);
     surface.polish = polish_of(material, notes);
-    double const reflect = material.metalness ? *material.metalness : material.reflectivity.value_or(0.0);
-    surface.reflect = in_range("reflect", reflect, 1.0, notes);
-    if (material.opacity)
-        surface.transparency = in_range("transparency", 1.0 - *material.opacity, 1.0, notes);
+    surface.reflect = reflect_of(material, notes);
+    surface.transparency = transparency_of(material, notes);
     surface.emission = emission_of(material, notes);
     if (material.refractive_index)
         surface.refractive_index = in_range("refractive index", *material.refractive_index,
-                                            mrFMPlainMat::max_refractive_index, notes);
+                                            mrFMPlainMat::max_refractive_index, 1.0, notes);
     return surface;
 }
 

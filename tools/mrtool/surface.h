@@ -21,7 +21,7 @@ struct Surface
     double refractive_index = 1.0;
 };
 
-/// Transparency is 1 - opacity; polish is 1 - roughness, else min(1, sqrt(shininess / 1000)); reflect is the
+/// Transparency is 1 - opacity, else as said; polish is 1 - roughness, else min(1, sqrt(shininess / 1000)); reflect is the
 /// metalness, else the reflectivity; emission is the largest component of the emitted colour. What the scene
 /// does not say is as in a default Surface, the colour white under a texture and grey (204) elsewhere.
 /// @param notes  receives in words each value that was brought into its range or otherwise changed

@@ -1,0 +1,50 @@
+// The parts of a glTF file.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace mrtool {
+
+using Json = nlohmann::json;
+
+/// The member of that name; a null value when there is none or this is no object.
+Json const& member(Json const& object, char const* name);
+
+/// The member of the member of that name that the index says: an entry of the file's list of images, say.
+Json const& entry(Json const& file, char const* list, Json const& index);
+
+/// The bytes of a "data:" URI in base64; nothing when it is no such URI.
+std::optional<std::string> data_uri_bytes(std::string_view uri);
+
+/// A glTF or GLB file: its JSON and the bytes that this refers to.
+class GltfFile
+{
+public:
+    explicit GltfFile(std::string path) : m_path(std::move(path)) {}
+
+    /// @param reason  receives in words why it cannot be read
+    bool read(std::string& reason);
+
+    Json const& json() const { return m_json; }
+
+    /// The bytes of a buffer view, wherever its buffer is.
+    /// @param view    its number
+    /// @param reason  receives in words why there are none
+    std::optional<std::string> view_bytes(Json const& view, std::string& reason);
+
+private:
+    std::optional<std::string_view> buffer(Json const& index, std::string& reason);
+
+    std::string m_path;
+    std::string m_bytes;
+    Json m_json;
+    std::optional<std::string_view> m_binary; ///< the chunk of a GLB file that stands for its first buffer
+    std::map<std::size_t, std::string> m_buffers; ///< those that were read from elsewhere
+};
+
+} // namespace mrtool

@@ -1,0 +1,74 @@
+#include "objStatements.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace mrtool {
+
+namespace {
+
+constexpr char blanks[] = " \t\r\v\f";
+constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+
+std::string_view trimmed(std::string_view text)
+{
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    text.remove_suffix(text.size() - (text.find_last_not_of(blanks) + 1));
+    return text;
+}
+
+char lower(char letter)
+{
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+}
+
+} // namespace
+
+bool ObjStatements::next(ObjStatement& statement)
+{
+    std::string line;
+    while (std::getline(m_in, line)) {
+        statement.line = ++m_line;
+        if (m_line == 1 && line.starts_with(byte_order_mark))
+            line.erase(0, byte_order_mark.size());
+        std::string more;
+        while (trimmed(line).ends_with('\\') && std::getline(m_in, more)) {
+            ++m_line;
+            line.erase(line.rfind('\\'));
+            line += ' ' + more;
+        }
+        std::string_view rest = trimmed(line);
+        if (rest.empty() || rest.starts_with('#'))
+            continue;
+        statement.written = take_word(rest);
+        statement.word = statement.written;
+        std::transform(statement.word.begin(), statement.word.end(), statement.word.begin(), lower);
+        statement.rest = rest;
+        return true;
+    }
+    return false;
+}
+
+std::string_view take_word(std::string_view& rest)
+{
+    std::string_view const word = rest.substr(0, rest.find_first_of(blanks));
+    rest = trimmed(rest.substr(word.size()));
+    return word;
+}
+
+std::optional<double> take_number(std::string_view& rest)
+{
+    std::string_view left = rest;
+    std::string_view digits = take_word(left);
+    if (digits.starts_with('+'))
+        digits.remove_prefix(1);
+    double number = 0.0;
+    char const* const end = digits.data() + digits.size();
+    auto const [stop, error] = std::from_chars(digits.data(), end, number);
+    if (error != std::errc() || stop != end)
+        return std::nullopt;
+    rest = left;
+    return number;
+}
+
+} // namespace mrtool

@@ -1,0 +1,46 @@
+// The statements of OBJ and MTL files.
+#pragma once
+
+#include <cstddef>
+#include <fstream>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace mrtool {
+
+/// A line of such a file.
+struct ObjStatement
+{
+    std::string written; ///< its first word
+    std::string word;    ///< the same in lower case
+    std::string rest;    ///< what follows, without blanks around it
+    std::size_t line = 0;
+};
+
+/// Reads the statements of a file one after the other, without comments and empty lines. A "\" at the end of
+/// a line joins the next one to it.
+class ObjStatements
+{
+public:
+    explicit ObjStatements(std::string const& path) : m_in(path, std::ios::binary) {}
+
+    /// Whether the file could be opened.
+    bool good() const { return m_in.is_open(); }
+
+    /// @return false at the end of the file
+    bool next(ObjStatement& statement);
+
+private:
+    std::ifstream m_in;
+    std::size_t m_line = 0;
+};
+
+/// Takes a word and the blanks after it off the front; empty when nothing is left.
+std::string_view take_word(std::string_view& rest);
+
+/// Takes a number and the blanks after it off the front; nothing, and the rest untouched, when the first word
+/// is none.
+std::optional<double> take_number(std::string_view& rest);
+
+} // namespace mrtool
