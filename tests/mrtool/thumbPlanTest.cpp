@@ -20,9 +20,9 @@ class thumbPlan : public testing::Test
 protected:
     thumbPlan()
     {
-        for (char const* name :
-             {"all/chair.OBJ", "all/oak.multimat", "all/sub/oak.multimat", "all/sub/photo.jpg",
-              "all/sub/photo.jpg.thumb.png", "all/notes.txt", "all/feed.xml", "other/oak.multimat"})
+        for (char const* name : {"all/chair.OBJ", "all/oak.multimat", "all/sub/oak.multimat",
+                                 "all/sub/photo.jpg", "all/sub/photo.jpg.thumb.png", "all/.mrtool-12-3.tmp",
+                                 "all/notes.txt", "all/feed.xml", "other/oak.multimat"})
             make(name);
         make("all/plain", "<?xml version=\"1.0\"?>\n<multimat>\n");
         make("all/really", "\x89PNG\r\n\x1a\n");
@@ -105,6 +105,12 @@ TEST_F(thumbPlan, names_what_is_nothing_to_draw)
     EXPECT_EQ(plan.failures[1].reason, "No such file or directory");
     EXPECT_EQ(plan.failures[2].reason, "neither a file nor a folder");
     EXPECT_EQ(plan.jobs.size(), 1u);
+    // In a folder too, where it cannot be known.
+    fs::create_symlink(path("gone"), path("all/lost"));
+    ThumbPlan const walked = plan_thumbs({path("all")}, {});
+    ASSERT_EQ(walked.failures.size(), 1u);
+    EXPECT_EQ(walked.failures[0].path, path("all/lost"));
+    EXPECT_EQ(walked.failures[0].reason, "No such file or directory");
 }
 
 TEST_F(thumbPlan, refuses_two_inputs_with_one_output)
@@ -124,8 +130,22 @@ TEST_F(thumbPlan, refuses_an_output_that_is_an_input)
     EXPECT_THAT(plan_thumbs({input}, input).wrong_usage, HasSubstr("would replace the input"));
     EXPECT_THAT(plan_thumbs({input}, path("other/../all/really")).wrong_usage, HasSubstr("would replace"));
     // Also where a link leads to it.
-    EXPECT_THAT(plan_thumbs({path("all/linked.multimat")}, path("other/oak.multimat")).wrong_usage,
-                HasSubstr("would replace"));
+    std::string const link = path("all/linked.multimat"), target = path("other/oak.multimat");
+    EXPECT_EQ(plan_thumbs({link}, target).wrong_usage, "the thumbnail of " + link + " would replace " +
+                                                           target + ", to which the input " + link +
+                                                           " leads");
+}
+
+TEST_F(thumbPlan, refuses_an_output_that_has_no_place)
+{
+    std::string const file = path("all/notes.txt");
+    for (auto const& inputs : {std::vector{path("all")}, {path("all/plain"), path("all/chair.OBJ")}})
+        EXPECT_EQ(plan_thumbs(inputs, file).wrong_usage,
+                  "the thumbnails need a folder, and " + file + " is none");
+    make("all/plain.png/photo.jpg");
+    EXPECT_EQ(plan_thumbs({path("all")}, path("out")).wrong_usage,
+              "the thumbnail of " + path("all/plain.png/photo.jpg") + " would lie below that of " +
+                  path("all/plain") + ", " + path("out/plain.png"));
 }
 
 TEST_F(thumbPlan, does_not_walk_the_output)

@@ -3,11 +3,17 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdint>
 #include <filesystem>
+#include <span>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -24,6 +30,44 @@ bool near(dgDuctImage const& image, int x, int y, giColour const& colour, int to
     image.get_pixel(x, y, is);
     return std::abs(is[0] - colour.red()) <= tolerance && std::abs(is[1] - colour.green()) <= tolerance &&
            std::abs(is[2] - colour.blue()) <= tolerance;
+}
+
+using Point = std::array<float, 3>;
+
+// Blades from the middle upwards, to the right and to the front, in two formats.
+
+std::string stl_blades(std::span<Point const> tips)
+{
+    std::ostringstream stl("solid blades\n", std::ios::ate);
+    for (auto const& [x, y, z] : tips)
+        stl << "facet normal 0 0 0\nouter loop\nvertex 0 0 0\nvertex .3 .3 .3\nvertex " << x << ' ' << y
+            << ' ' << z << "\nendloop\nendfacet\n";
+    return stl.str() + "endsolid blades\n";
+}
+
+template <class T>
+std::string raw(T const& value)
+{
+    return {reinterpret_cast<char const*>(&value), sizeof value};
+}
+
+std::string chunk_3ds(std::uint16_t id, std::string const& content)
+{
+    return raw(id) + raw(static_cast<std::uint32_t>(content.size() + 6)) + content;
+}
+
+std::string blades_3ds(std::span<Point const> tips)
+{
+    auto const count = static_cast<std::uint16_t>(tips.size());
+    std::string points =
+        raw(static_cast<std::uint16_t>(count + 2)) + raw(Point{}) + raw(Point{.3f, .3f, .3f});
+    std::string faces = raw(count);
+    for (std::uint16_t at = 0; at < count; ++at) {
+        points += raw(tips[at]);
+        faces += raw(std::array<std::uint16_t, 4>{0, 1, static_cast<std::uint16_t>(at + 2), 0});
+    }
+    std::string const mesh = chunk_3ds(0x4100, chunk_3ds(0x4110, points) + chunk_3ds(0x4120, faces));
+    return chunk_3ds(0x4d4d, chunk_3ds(0x3d3d, chunk_3ds(0x4000, std::string("blades", 7) + mesh)));
 }
 
 } // namespace
@@ -76,23 +120,19 @@ TEST(mrtool_thumb, shows_a_texture_upright_and_not_mirrored)
 TEST(mrtool_thumb, sees_meshes_from_the_front_right_and_above)
 {
     TestFolder const folder;
-    // Blades from the middle upwards, to the right and to the front.
-    auto const blades = [](char const* up, char const* right, char const* front) {
-        std::string stl = "solid blades\n";
-        for (char const* tip : {up, right, front})
-            stl += std::string("facet normal 0 0 0\nouter loop\nvertex 0 0 0\nvertex .3 .3 .3\nvertex ") +
-                   tip + "\nendloop\nendfacet\n";
-        return stl + "endsolid blades\n";
-    };
+    Point const z_up[] = {{0, 0, 5}, {5, 0, 0}, {0, -5, 0}};
+    Point const y_up[] = {{0, 5, 0}, {5, 0, 0}, {0, 0, 5}};
     struct
     {
         char const* file;
         char const* option;
-        std::string stl;
-    } const cases[] = {{"z.stl", "", blades("0 0 5", "5 0 0", "0 -5 0")},
-                       {"y.stl", " --up y", blades("0 5 0", "5 0 0", "0 0 5")}};
+        std::string bytes;
+    } const cases[] = {{"z.stl", "", stl_blades(z_up)},
+                       {"y.stl", " --up y", stl_blades(y_up)},
+                       {"z.3ds", "", blades_3ds(z_up)},
+                       {"y.3ds", " --up y", blades_3ds(y_up)}};
     for (auto const& each : cases) {
-        write_bytes(folder.path(each.file), each.stl);
+        write_bytes(folder.path(each.file), each.bytes);
         EXPECT_EQ(run_mrtool("thumb " + folder.path(each.file) + each.option).status, 0);
         auto const thumb = read_png(folder.path(each.file) + ".thumb.png");
         int top = 256, top_at = 0, left = 256, left_at = 0, right = -1, right_at = 0;
@@ -119,6 +159,7 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
 {
     TestFolder const folder;
     write_material(folder.path("good.multimat"), {giColour(1, 2, 3, 0)}, {"weave"});
+    write_material(folder.path("empty.multimat"), {});
     write_bytes(folder.path("bad.multimat"), "<multimat>\n</multimat>\n");
     write_bytes(folder.path("bad.ply"), "ply\nformat ascii 1.0\nend_header\n");
     write_bytes(folder.path("bad.tiff"), "II*");
@@ -129,9 +170,12 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
     for (char const* said : {"bad.multimat: not a readable material file",
                              "bad.ply: not a readable mesh: ", "bad.tiff: not a readable image: ",
                              "bad.png: not a readable image: ", "gone: No such file or directory",
-                             "good.multimat: warning: No such images: weave"})
+                             "good.multimat: warning: facet 1: there is no image \"weave\"\n",
+                             "empty.multimat: warning: there are no facets, so the picture is empty\n"})
         EXPECT_THAT(made.errors, HasSubstr(said));
-    EXPECT_EQ(files_in(folder.path("out")), 1u);
+    // What the library reports of it is said in these words alone.
+    EXPECT_EQ(std::count(made.errors.begin(), made.errors.end(), '\n'), 7) << made.errors;
+    EXPECT_EQ(files_in(folder.path("out")), 2u);
 }
 
 TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
@@ -154,14 +198,15 @@ TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
     EXPECT_EQ(read_png(output)->width(), 256);
 }
 
-TEST(mrtool_thumb, says_why_there_is_no_renderer)
+TEST(mrtool_thumb, draws_images_without_a_renderer)
 {
     TestFolder const folder;
     write_material(folder.path("a.multimat"), {giColour(1, 2, 3, 0)});
+    write_bytes(folder.path("b.png"), png_bytes(*four_colours()));
     // Hides every driver from the library that finds them.
-    Outcome const refused =
-        run_mrtool("thumb " + folder.path("a.multimat"), "__EGL_VENDOR_LIBRARY_DIRS=/none");
-    EXPECT_EQ(refused.status, 1);
-    EXPECT_THAT(refused.errors, HasSubstr("mrtool: thumb: no renderer: "));
-    EXPECT_EQ(files_in(folder.path("")), 1u);
+    Outcome const outcome = run_mrtool("thumb " + folder.path(""), "__EGL_VENDOR_LIBRARY_DIRS=/none");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("a.multimat: no renderer: "));
+    EXPECT_THAT(outcome.errors, Not(HasSubstr("b.png")));
+    EXPECT_EQ(files_in(folder.path("")), 3u);
 }

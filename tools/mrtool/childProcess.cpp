@@ -1,39 +1,23 @@
 #include "childProcess.h"
 
+#include "process.h"
 #include "text.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
 #include <string_view>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 
 namespace mrtool {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr std::size_t last_words_kept = 4096;
-
-constexpr bool keeps_memory_limit()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    return false;
-#elif defined(__has_feature)
-    return !__has_feature(address_sanitizer);
-#else
-    return true;
-#endif
-}
 
 /// Both ends of a pipe, closed at the end.
 struct Pipe
@@ -58,54 +42,24 @@ struct Pipe
     bool open = false;
 };
 
-void limit(int resource, rlim_t most)
-{
-    rlimit const both{most, most};
-    setrlimit(static_cast<__rlimit_resource>(resource), &both);
-}
-
 /// Between fork and exec: only calls that are safe there, since a renderer's threads may be around.
 [[noreturn]] void become(char* const* arguments, ChildLimits const& limits, pid_t parent, int input,
                          int output, int words)
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent)
-        _exit(EXIT_FAILURE);
+    die_with(parent, SIGKILL);
     int const nothing = open("/dev/null", O_RDWR);
     dup2(input >= 0 ? input : nothing, STDIN_FILENO);
     dup2(output, STDOUT_FILENO);
     dup2(words, STDERR_FILENO);
-    limit(RLIMIT_CORE, 0);
-    if (keeps_memory_limit())
-        limit(RLIMIT_AS, limits.memory);
+    limit_memory(RLIMIT_AS, limits.memory);
     signal(SIGPIPE, SIG_DFL);
     execv(arguments[0], arguments);
     _exit(127);
 }
 
-/// Takes what the pipe holds.
-/// @return false at its end
-bool drain(int pipe, std::string& into)
-{
-    char chunk[1 << 16];
-    ssize_t const got = read(pipe, chunk, sizeof chunk);
-    if (got < 0)
-        return errno == EINTR || errno == EAGAIN;
-    into.append(chunk, static_cast<std::size_t>(got));
-    return got > 0;
-}
-
-int milliseconds_until(Clock::time_point deadline)
-{
-    using std::chrono::ceil;
-    using std::chrono::milliseconds;
-    auto const left = ceil<milliseconds>(deadline - Clock::now()).count();
-    return static_cast<int>(std::clamp<std::int64_t>(left, 0, 1 << 30));
-}
-
 /// Collects output and last words until the child closed both.
 /// @return finished, or which limit was reached before
-ChildEnd collect(int output, int words, ChildLimits const& limits, Clock::time_point deadline,
+ChildEnd collect(int output, int words, ChildLimits const& limits, ProcessClock::time_point deadline,
                  std::string& caught, std::string& last_words)
 {
     pollfd both[] = {{output, POLLIN, 0}, {words, POLLIN, 0}};
@@ -127,19 +81,6 @@ ChildEnd collect(int output, int words, ChildLimits const& limits, Clock::time_p
     return ChildEnd::finished;
 }
 
-/// Waits for the child's end until the deadline: it may live on with its output closed.
-bool ended(pid_t child, Clock::time_point deadline, int& status)
-{
-    for (;;) {
-        pid_t const done = waitpid(child, &status, WNOHANG);
-        if (done == child || (done < 0 && errno != EINTR))
-            return true;
-        if (milliseconds_until(deadline) == 0)
-            return false;
-        std::this_thread::sleep_for(std::chrono::microseconds(200));
-    }
-}
-
 /// Some loaders end the process when an allocation fails. They say so first, in these words (the run-time
 /// library of an SVG reader, and the one underneath the image loader).
 bool speaks_of_memory(std::string_view words)
@@ -147,6 +88,8 @@ bool speaks_of_memory(std::string_view words)
     return words.find("memory allocation of ") != words.npos ||
            words.find("failed to allocate ") != words.npos;
 }
+
+} // namespace
 
 void judge(int status, std::string const& last_words, ChildResult& result)
 {
@@ -160,8 +103,6 @@ void judge(int status, std::string const& last_words, ChildResult& result)
     result.end = gave_up && speaks_of_memory(last_words) ? ChildEnd::out_of_memory : ChildEnd::crashed;
 }
 
-} // namespace
-
 ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits const& limits, int input)
 {
     ChildResult result;
@@ -171,7 +112,7 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
         pointers.push_back(const_cast<char*>(argument.c_str())); // exec's signature; it changes nothing
     pointers.push_back(nullptr);
 
-    Clock::time_point const deadline = Clock::now() + limits.time;
+    ProcessClock::time_point const deadline = ProcessClock::now() + limits.time;
     pid_t const parent = getpid();
     pid_t const child = output.open && words.open ? fork() : -1;
     if (child < 0) {
@@ -192,9 +133,7 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
     }
     if (result.end == ChildEnd::finished)
         result.end = ChildEnd::out_of_time;
-    kill(child, SIGKILL);
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR)
-        ;
+    kill_child(child);
     return result;
 }
 
@@ -221,7 +160,7 @@ std::string describe(ChildResult const& result, ChildLimits const& limits)
     case ChildEnd::not_started:
         break;
     }
-    return std::string("could not be read in a process of its own: ") + std::strerror(result.code);
+    return std::string("could not be done in a process of its own: ") + std::strerror(result.code);
 }
 
 } // namespace mrtool

@@ -46,6 +46,10 @@ inline constexpr int child_out_of_memory = 77;
 /// @param input      its standard input, or -1 for an empty one
 ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits const& limits, int input = -1);
 
+/// Tells a child's end from what waitpid() says of it.
+/// @param last_words  what it wrote to standard error, the end of it at least
+void judge(int status, std::string const& last_words, ChildResult& result);
+
 /// What became of a child that did not finish with status 0, in words: "took longer than 60 s".
 std::string describe(ChildResult const& result, ChildLimits const& limits);
 

@@ -22,7 +22,7 @@ struct WrongUsage
 
 struct ThumbOptions
 {
-    static constexpr int max_side = 8192;
+    static constexpr int max_side = 8191;
 
     std::vector<std::string> inputs;
     std::optional<std::string> output;

@@ -46,6 +46,9 @@ void on_interrupt(int signal)
     std::raise(signal);
 }
 
+constexpr std::string_view pending_prefix = ".mrtool-";
+constexpr std::string_view pending_suffix = ".tmp";
+
 constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
 
 /// While it lives, an interruption waits.
@@ -83,6 +86,11 @@ int create(std::string const& path)
 
 } // namespace
 
+bool is_pending_name(std::string_view name)
+{
+    return name.starts_with(pending_prefix) && name.ends_with(pending_suffix);
+}
+
 void remove_pending_files_on_interrupt()
 {
     for (int const signal : interrupts)
@@ -102,7 +110,7 @@ PendingFile::PendingFile(std::string path) : m_path(std::move(path))
     }
     static int count = 0;
     for (;;) {
-        std::string const name = text(".mrtool-", getpid(), "-", ++count, ".tmp");
+        std::string const name = text(pending_prefix, getpid(), "-", ++count, pending_suffix);
         std::string const temporary = (folder / name).string();
         int const error = create(temporary);
         if (error == 0) {

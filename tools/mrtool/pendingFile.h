@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 class dgDuctImage;
 
@@ -32,6 +33,9 @@ private:
     std::string m_temporary;
     std::string m_reason;
 };
+
+/// Whether a file with this name is, or was left over as, a pending one.
+bool is_pending_name(std::string_view name);
 
 /// From now on an interrupted program removes the file that is pending before it ends.
 void remove_pending_files_on_interrupt();

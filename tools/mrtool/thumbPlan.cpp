@@ -1,10 +1,14 @@
 #include "thumbPlan.h"
 
+#include "pendingFile.h"
 #include "text.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <map>
+#include <unistd.h>
 
 namespace mrtool {
 
@@ -28,6 +32,13 @@ fs::path target_of(fs::path const& path)
     return failed ? path : target;
 }
 
+/// Whether a file found in a folder is none that anybody wants drawn. To look into it is not needed for that.
+bool passed_over(fs::path const& path)
+{
+    std::string const name = path.filename().string();
+    return name.ends_with(".thumb.png") || is_pending_name(name) || vague_extension(extension_of(name));
+}
+
 class Planner
 {
 public:
@@ -47,6 +58,8 @@ public:
         for (std::string const& input : m_inputs)
             add(input);
         find_collisions();
+        if (!m_plan.wrong_usage.empty())
+            m_plan.jobs.clear();
         return std::move(m_plan);
     }
 
@@ -58,6 +71,8 @@ private:
         if (fs::is_directory(status))
             return walk(input, fs::path());
         if (fs::is_regular_file(status)) {
+            if (access(input.c_str(), R_OK) != 0)
+                return fail(input, std::strerror(errno));
             KnownFile const file = file_kind(input.string());
             return file.kind == FileKind::none ? fail(input, "not a material, mesh or image file")
                                                : add(input, file, input.filename());
@@ -82,17 +97,22 @@ private:
 
     void add_found(fs::directory_entry const& entry, fs::path const& below)
     {
-        std::error_code ignored;
-        if (entry.is_directory(ignored)) {
-            if (!entry.is_symlink(ignored) && target_of(entry.path()) != m_output_place)
+        std::error_code failed;
+        fs::file_status const status = entry.status(failed);
+        if (fs::is_directory(status)) {
+            if (!entry.is_symlink(failed) && target_of(entry.path()) != m_output_place)
                 walk(entry.path(), below);
             return;
         }
-        std::string const path = entry.path().string();
-        if (!entry.is_regular_file(ignored) || path.ends_with(".thumb.png") ||
-            vague_extension(extension_of(path)))
+        if (passed_over(entry.path()))
             return;
-        if (KnownFile const file = file_kind(path); file.kind != FileKind::none)
+        if (failed || !fs::exists(status))
+            return fail(entry.path(), failed ? failed.message() : std::strerror(ENOENT));
+        if (!fs::is_regular_file(status))
+            return;
+        if (access(entry.path().c_str(), R_OK) != 0)
+            return fail(entry.path(), std::strerror(errno));
+        if (KnownFile const file = file_kind(entry.path().string()); file.kind != FileKind::none)
             add(entry.path(), file, below);
     }
 
@@ -109,35 +129,59 @@ private:
         m_plan.failures.push_back({path.string(), std::move(reason)});
     }
 
-    /// Finds outputs that would be written twice, or over an input. One input given twice is taken once.
+    /// Finds outputs that would be written twice, over an input, or where there is no place for them. One input
+    /// given twice is taken once.
     void find_collisions()
     {
         std::vector<ThumbJob> jobs = std::move(m_plan.jobs);
         m_plan.jobs.clear();
-        std::map<fs::path, std::string> inputs;
+        check_folder();
+        std::map<fs::path, std::string> inputs, targets;
         for (ThumbJob const& job : jobs) {
             inputs.emplace(place_of(job.input), job.input);
-            inputs.emplace(target_of(job.input), job.input);
+            targets.emplace(target_of(job.input), job.input);
         }
         std::map<fs::path, std::string> outputs;
         for (ThumbJob& job : jobs) {
             fs::path const place = place_of(job.output);
             if (auto const input = inputs.find(place); input != inputs.end())
-                return refuse(
-                    text("the thumbnail of ", job.input, " would replace the input ", input->second));
+                refuse(text("the thumbnail of ", job.input, " would replace the input ", input->second));
+            if (auto const link = targets.find(place); link != targets.end())
+                refuse(text("the thumbnail of ", job.input, " would replace ", job.output,
+                            ", to which the input ", link->second, " leads"));
             auto const [at, added] = outputs.emplace(place, job.input);
+            if (!added && target_of(at->second) != target_of(job.input))
+                refuse(text("the thumbnails of ", at->second, " and ", job.input, " would both be ",
+                            job.output));
             if (added)
                 m_plan.jobs.push_back(std::move(job));
-            else if (target_of(at->second) != target_of(job.input))
-                return refuse(text("the thumbnails of ", at->second, " and ", job.input, " would both be ",
-                                   job.output));
         }
+        check_nesting(outputs);
     }
 
+    void check_folder()
+    {
+        std::error_code ignored;
+        if (m_into_folder && fs::exists(*m_output, ignored) && !fs::is_directory(*m_output, ignored))
+            refuse(text("the thumbnails need a folder, and ", *m_output, " is none"));
+    }
+
+    /// @param outputs  where they lie, and of which input they are
+    void check_nesting(std::map<fs::path, std::string> const& outputs)
+    {
+        for (auto const& [place, input] : outputs)
+            for (fs::path folder = place.parent_path(); folder != folder.parent_path();
+                 folder = folder.parent_path())
+                if (auto const file = outputs.find(folder); file != outputs.end())
+                    refuse(text("the thumbnail of ", input, " would lie below that of ", file->second, ", ",
+                                folder.string()));
+    }
+
+    /// The first reason counts.
     void refuse(std::string reason)
     {
-        m_plan.jobs.clear();
-        m_plan.wrong_usage = std::move(reason);
+        if (m_plan.wrong_usage.empty())
+            m_plan.wrong_usage = std::move(reason);
     }
 
     std::vector<std::string> const& m_inputs;

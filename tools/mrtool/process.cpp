@@ -1,0 +1,88 @@
+#include "process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace mrtool {
+
+namespace {
+
+constexpr bool keeps_memory_limit()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    return false;
+#elif defined(__has_feature)
+    return !__has_feature(address_sanitizer);
+#else
+    return true;
+#endif
+}
+
+void limit(int resource, rlim_t most)
+{
+    rlimit const both{most, most};
+    setrlimit(static_cast<__rlimit_resource>(resource), &both);
+}
+
+} // namespace
+
+bool drain(int file, std::string& into)
+{
+    char chunk[1 << 16];
+    ssize_t const got = read(file, chunk, sizeof chunk);
+    if (got < 0)
+        return errno == EINTR || errno == EAGAIN;
+    into.append(chunk, static_cast<std::size_t>(got));
+    return got > 0;
+}
+
+int milliseconds_until(ProcessClock::time_point deadline)
+{
+    using std::chrono::ceil;
+    using std::chrono::milliseconds;
+    auto const left = ceil<milliseconds>(deadline - ProcessClock::now()).count();
+    return static_cast<int>(std::clamp<std::int64_t>(left, 0, 1 << 30));
+}
+
+bool ended(pid_t child, ProcessClock::time_point deadline, int& status)
+{
+    for (;;) {
+        pid_t const done = waitpid(child, &status, WNOHANG);
+        if (done == child || (done < 0 && errno != EINTR))
+            return true;
+        if (milliseconds_until(deadline) == 0)
+            return false;
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    }
+}
+
+void kill_child(pid_t child)
+{
+    kill(child, SIGKILL);
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR)
+        ;
+}
+
+void die_with(pid_t parent, int signal)
+{
+    prctl(PR_SET_PDEATHSIG, signal);
+    if (getppid() != parent)
+        _exit(EXIT_FAILURE);
+}
+
+void limit_memory(int resource, std::uint64_t bytes)
+{
+    limit(RLIMIT_CORE, 0);
+    if (keeps_memory_limit())
+        limit(resource, bytes);
+}
+
+} // namespace mrtool
