@@ -10,6 +10,8 @@
 
 namespace {
 
+char const* const none = "–";
+
 /// Gathers each side's seconds, one number a repetition.
 class Gatherer : public benchmark::BenchmarkReporter
 {
@@ -24,15 +26,16 @@ public:
                                                                 static_cast<double>(run.iterations));
     }
 
-    /// @return seconds, or 0 where a filter left the side out
-    double median(std::string const& name)
+    /// Adds the median to @p medians, unless a filter left the side out.
+    void append_median(std::string const& name, std::vector<double>& medians)
     {
         std::vector<double>& seconds = m_seconds[name];
         if (seconds.empty())
-            return 0.0;
+            return;
         std::sort(seconds.begin(), seconds.end());
         std::size_t const middle = seconds.size() / 2;
-        return seconds.size() % 2 == 1 ? seconds[middle] : (seconds[middle - 1] + seconds[middle]) / 2.0;
+        bool const odd = seconds.size() % 2 == 1;
+        medians.push_back(odd ? seconds[middle] : (seconds[middle - 1] + seconds[middle]) / 2.0);
     }
 
 private:
@@ -80,6 +83,8 @@ void Table::compare(std::string const& work, std::function<void()> const& librar
     std::vector<Side> sides{{"library", library}, baseline};
     sides.insert(sides.end(), others.begin(), others.end());
     std::vector<double> const seconds = measure(work, sides);
+    if (seconds.size() < sides.size())
+        return;
     std::string beside = baseline.what + ": " + milliseconds(seconds[1]);
     for (std::size_t i = 2; i < sides.size(); ++i)
         beside += "; " + sides[i].what + ": " + milliseconds(seconds[i]);
@@ -89,13 +94,13 @@ void Table::compare(std::string const& work, std::function<void()> const& librar
 
 void Table::limit(std::string const& work, std::function<void()> const& library, double at_most)
 {
-    double const seconds = measure(work, {{"library", library}})[0];
-    row(work, milliseconds(seconds), "", "", milliseconds(at_most), seconds <= at_most);
+    for (double const seconds : measure(work, {{"library", library}}))
+        row(work, milliseconds(seconds), none, none, milliseconds(at_most), seconds <= at_most);
 }
 
 void Table::size(std::string const& work, double bytes, double at_most)
 {
-    row(work, mebibytes(bytes), "", "", mebibytes(at_most), bytes <= at_most);
+    row(work, mebibytes(bytes), none, none, mebibytes(at_most), bytes <= at_most);
 }
 
 std::vector<double> Table::measure(std::string const& work, std::vector<Side> const& sides)
@@ -113,7 +118,7 @@ std::vector<double> Table::measure(std::string const& work, std::vector<Side> co
     benchmark::ClearRegisteredBenchmarks();
     std::vector<double> seconds;
     for (Side const& side : sides)
-        seconds.push_back(gatherer.median(name(side)));
+        gatherer.append_median(name(side), seconds);
     return seconds;
 }
 

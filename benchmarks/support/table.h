@@ -19,7 +19,8 @@ public:
     };
 
     /// Takes Google Benchmark's options. By default a side is repeated 11 times, for at least 0.05 s each,
-    /// and the repetitions of both sides are shuffled. Ends the program at an option that nobody knows.
+    /// and the repetitions of both sides are shuffled. A filter leaves out the rows that it does not match.
+    /// Ends the program at an option that nobody knows.
     Table(int argc, char** argv);
     Table(Table const&) = delete;
     Table& operator=(Table const&) = delete;
@@ -36,11 +37,12 @@ public:
     void size(std::string const& work, double bytes, double at_most);
 
 private:
+    /// @return the medians in seconds; fewer than there are sides where a filter left some out
     std::vector<double> measure(std::string const& work, std::vector<Side> const& sides);
-    bool m_begun = false;
-
     void row(std::string const& work, std::string const& library, std::string const& baseline,
              std::string const& ratio, std::string const& at_most, bool kept);
+
+    bool m_begun = false;
 };
 
 /// Ends the program with a message: a comparison of two things that do not give the same means nothing.
