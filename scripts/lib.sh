@@ -11,6 +11,9 @@ packages="
 # What the checks before a landing need beyond these.
 check_packages="clang clang-format libclang-rt-14-dev"
 
+# What the benchmarks need beyond those of building.
+benchmark_packages="libbenchmark-dev"
+
 # install PACKAGE...: installs what is missing of them; silent and quick when nothing is.
 install() {
   local missing=() package
