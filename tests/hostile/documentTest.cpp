@@ -1,0 +1,150 @@
+// Documents made to harm their reader, each as a document and as a material file.
+#include "confined.h"
+#include "readers.h"
+
+#include "mrTest.h"
+
+#include "xmlParser.h"
+
+namespace {
+
+/// Elements, properties and other things repeated; fewer where everything takes ten times as long.
+constexpr int million = sanitized ? 50'000 : 1'000'000;
+/// Bytes of text.
+constexpr std::size_t much = sanitized ? std::size_t{1} << 20 : std::size_t{1} << 23;
+
+std::string const head = "<multimat>\n<image_encapsulation_type>none</image_encapsulation_type>\n";
+std::string const tail = "</multimat>\n";
+
+std::string repeated(std::string const& unit, std::size_t bytes)
+{
+    std::string text;
+    text.reserve(bytes + unit.size());
+    while (text.size() < bytes)
+        text += unit;
+    return text;
+}
+
+/// A line break about every hundred units: the shorter a unit, the more it costs for its length.
+std::string in_lines(std::string const& unit, std::size_t bytes)
+{
+    return repeated(repeated(unit, 100 * unit.size()) + "\n", bytes);
+}
+
+/// A short name of its own for each number.
+std::string name_of(int number)
+{
+    static char const letters[] = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    std::string name;
+    for (int rest = number; rest > 0 || name.empty(); rest /= 52)
+        name += letters[rest % 52];
+    return name;
+}
+
+std::string numbered(std::string const& before, std::string (*text)(int), std::string const& after)
+{
+    std::string all;
+    for (int number = 0; number < million; ++number) {
+        all += before;
+        all += text(number);
+        all += after;
+        if (number % 50 == 0 && after.back() != '\n')
+            all += '\n';
+    }
+    return all;
+}
+
+class HostileDocument : public testing::Test
+{
+protected:
+    /// Reads the text both ways. It is let go before the file is read.
+    void expect(std::string const& title, std::string text, char const* document, char const* material)
+    {
+        Hostile input{title, static_cast<std::int64_t>(text.size())};
+        write_bytes(path, text);
+        EXPECT_EQ(confined(input, [&text] { return parse_document(text); }), document) << title;
+        std::string().swap(text);
+        input.title += ", as a material file";
+        EXPECT_EQ(confined(input, [this] { return read_material(path); }), material) << title;
+    }
+
+    /// The same, of a text inside the root of a material file.
+    void expect_inside(std::string const& title, std::string const& inside, char const* document = "read",
+                       char const* material = "read")
+    {
+        expect(title, head + inside + tail, document, material);
+    }
+
+    TestFolder const folder;
+    std::string const path = folder.path("hostile.multimat");
+};
+
+} // namespace
+
+TEST_F(HostileDocument, OddRoots)
+{
+    std::string const plain = head + tail;
+    expect("attribute on the root", "<multimat a=''>" + plain.substr(10), "read", "no document");
+    expect("two roots in lines of their own", plain + plain, "junk after document element", "read");
+    expect("two roots in one line", plain.substr(0, plain.size() - 1) + plain, "junk after document element",
+           "bad content");
+    expect("document type with entities",
+           "<!DOCTYPE multimat [<!ENTITY a 'aaaaaaaa'><!ENTITY b '&a;&a;&a;&a;'>]>\n" + head + "&b;" + tail,
+           "document type declarations are refused", "bad content");
+    // The lines before that of the opening tag are no part of the document.
+    expect("document type in the line of the root",
+           "<!DOCTYPE multimat [<!ENTITY a SYSTEM '/etc/passwd'>]>" + head + "&a;" + tail,
+           "document type declarations are refused", "bad content");
+}
+
+TEST_F(HostileDocument, Nested)
+{
+    int const deep = 100'000;
+    expect_inside("nested 100,000 deep",
+                  repeated("<a>\n", std::size_t{4} * deep) + repeated("</a>\n", std::size_t{5} * deep),
+                  "elements nested too deep", "bad content");
+    expect_inside("opened and never closed", repeated("<a>\n", much), "elements nested too deep",
+                  "bad content");
+}
+
+TEST_F(HostileDocument, ManyProperties)
+{
+    std::string const value = "</name><type>integer</type><value>";
+    std::string const end = "</value><client_data>0</client_data></property>\n";
+    auto const number = [](int each) { return std::to_string(each); };
+    expect_inside("1,000,000 properties of distinct values",
+                  "<properties>" + numbered("<property><name>a" + value, number, end) + "</properties>");
+    expect_inside("1,000,000 properties of distinct names",
+                  "<properties>" + numbered("<property><name>", number, value + "0" + end) + "</properties>");
+}
+
+TEST_F(HostileDocument, ManyElements)
+{
+    expect_inside("empty elements", in_lines("<a/>", much));
+    expect_inside("elements of one character", in_lines("<a>b</a>", much));
+    expect_inside("characters between elements", in_lines("<a/>b", much));
+    expect_inside("elements of distinct names", numbered("<", name_of, "/>"));
+    expect_inside("empty textures",
+                  "<facets><facet><textures>" + repeated("<texture/>\n", much) +
+                      "</textures></facet></facets>",
+                  "read", "bad content");
+}
+
+TEST_F(HostileDocument, LongTokens)
+{
+    expect_inside("attributes of distinct names", "<a " + numbered(" ", name_of, "=''") + "/>");
+    expect_inside("a long attribute", "<a b='" + repeated("c\n", much) + "'/>");
+    expect_inside("a long text", repeated("text\n", much));
+    expect_inside("a long comment", "<!--" + repeated("text\n", much) + "-->");
+    expect_inside("a comment without an end", "<!--" + repeated("text\n", much), "unclosed token",
+                  "bad content");
+    expect_inside("a tag without an end", "<a " + repeated("\n", much), "not well-formed (invalid token)",
+                  "bad content");
+    expect_inside("a text in many pieces", repeated("a<!---->&lt;<![CDATA[b]]>\n", much));
+    expect_inside("8-bit text", repeated("\xE9\n", much));
+    expect_inside("UTF-8 that ends in 8-bit text", repeated("\xC3\xA9\n", much) + "\xE9");
+    expect("a line of a megabyte", head + std::string(std::size_t{1} << 20, 'a') + "\n" + tail, "read",
+           "no document");
+    expect("NULs", std::string(much, '\0'), "not well-formed: the text holds a NUL", "no document");
+    expect("empty lines", std::string(much, '\n'), "no element found", "no document");
+}

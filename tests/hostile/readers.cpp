@@ -1,0 +1,66 @@
+#include "readers.h"
+
+#include "testImage.h"
+
+#include "gxPNG.h"
+#include "mrFileMat.h"
+#include "mrUtils.h"
+#include "xmlParser.h"
+
+#include <cstdio>
+
+std::string parse_document(std::string const& text)
+{
+    xmlDocument document;
+    xmlParser parser;
+    int const result = parser.parse(utString(text), document);
+    if ((document.document_element() != nullptr) != (result == 1) || parser.error().invalid() != result)
+        return "result, document and reason do not agree";
+    if (result)
+        return "read";
+    std::string const reason(parser.error().view());
+    std::size_t const place = reason.find(": ");
+    return reason.starts_with("line ") ? reason.substr(place + 2) : reason;
+}
+
+std::string read_material(std::string const& path)
+{
+    switch (mrFileMat().read(path.c_str())) {
+    case mrFileMatOpenFailed:
+        return "open failed";
+    case mrFileMatReadOK:
+        return "read";
+    case mrFileMatNoDocument:
+        return "no document";
+    case mrFileMatBadContent:
+        return "bad content";
+    }
+    return "no status";
+}
+
+std::string read_block(std::string const& path)
+{
+    utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
+    int const result = mrUtils::read_images(path.c_str(), 0, images);
+    std::string const count = std::to_string(images.size());
+    for (auto const& [title, image] : images)
+        image->unreference();
+    return count + (result ? " images" : " images, then none");
+}
+
+std::string read_png(std::string const& path)
+{
+    std::FILE* const file = std::fopen(path.c_str(), "rb");
+    if (!file)
+        return "open failed";
+    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+    utString reason;
+    Image const image(
+        gxPNGReaderDuctImage::read_file(file, texts, gxPNGReaderDuctImage::max_pixels, &reason));
+    std::fclose(file);
+    if (!image)
+        return std::string(reason.view());
+    std::string const size = std::to_string(image->width()) + " x " + std::to_string(image->height());
+    utString const& title = texts.read("Title");
+    return title.empty() ? size : size + " \"" + title.c_str() + '"';
+}

@@ -1,0 +1,13 @@
+// The readers of files from strangers, each with what becomes of a file in words.
+#pragma once
+
+#include <string>
+
+/// "read", or why not, without the place.
+std::string parse_document(std::string const& text);
+/// "open failed", "read", "no document" or "bad content".
+std::string read_material(std::string const& path);
+/// "N images" or "N images, then none"; reads from the start of the file.
+std::string read_block(std::string const& path);
+/// "WIDTH x HEIGHT", and in quotes the title where there is one, or why there is no image.
+std::string read_png(std::string const& path);
