@@ -69,11 +69,7 @@ TEST(mrtool, notices_when_standard_output_takes_nothing)
 TEST(mrtool, helps)
 {
     EXPECT_THAT(run_mrtool("--version").output, StartsWith("mrtool "));
-    EXPECT_THAT(run_mrtool("--help").output,
-                AllOf(HasSubstr("thumb"), HasSubstr("import"), HasSubstr("info")));
-    for (char const* subcommand : {"thumb", "import", "info"}) {
-        Outcome const help = run_mrtool(std::string(subcommand) + " --help");
-        EXPECT_EQ(help.status, 0);
-        EXPECT_THAT(help.output, HasSubstr(std::string("Example: mrtool ") + subcommand));
-    }
+    Outcome const help = run_mrtool("thumb --help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_THAT(help.output, AllOf(HasSubstr("INPUT ..."), HasSubstr("Example: mrtool thumb")));
 }
