@@ -63,12 +63,13 @@ bool ended(pid_t child, ProcessClock::time_point deadline, int& status)
     }
 }
 
-void kill_child(pid_t child)
+int kill_child(pid_t child)
 {
     kill(child, SIGKILL);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR)
         ;
+    return status;
 }
 
 void die_with(pid_t parent, int signal)

@@ -23,7 +23,8 @@ int milliseconds_until(ProcessClock::time_point deadline);
 bool ended(pid_t child, ProcessClock::time_point deadline, int& status);
 
 /// Kills a child. Afterwards it is gone.
-void kill_child(pid_t child);
+/// @return what waitpid() tells
+int kill_child(pid_t child);
 
 // In a child, also between fork and exec.
 

@@ -169,10 +169,8 @@ private:
         if (!by_itself)
             kill(m_process, SIGTERM);
         int status = 0;
-        if (!ended(m_process, ProcessClock::now() + grace, status)) {
-            kill_child(m_process);
-            status = SIGKILL;
-        }
+        if (!ended(m_process, ProcessClock::now() + grace, status))
+            status = kill_child(m_process);
         if (by_itself)
             judge(status, {}, lost);
         m_process = -1;
