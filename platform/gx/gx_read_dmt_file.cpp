@@ -13,12 +13,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <exception>
 #include <locale.h>
 #include <memory>
 #include <new>
 #include <numbers>
 #include <numeric>
+#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -403,17 +403,27 @@ private:
     locale_t m_before = uselocale(m_point);
 };
 
-class Stream final : public Assimp::DefaultIOStream
+/// Some of Assimp's readers (PLY's) ask for more at the end of a file that is cut, for ever.
+struct Stream final : Assimp::DefaultIOStream
 {
-public:
-    /// @param file  the stream's from now on
     Stream(gxFile file, char const* path) : DefaultIOStream(file.release(), path) {}
+
+    std::size_t Read(void* buffer, std::size_t size, std::size_t count) override
+    {
+        std::size_t const read = DefaultIOStream::Read(buffer, size, count);
+        m_vain_reads = read > 0 ? 0 : m_vain_reads + 1;
+        if (m_vain_reads > 1000)
+            throw std::runtime_error("the file ends too early");
+        return read;
+    }
+
+private:
+    int m_vain_reads = 0;
 };
 
 /// Opens regular files alone: the file itself, and those that it names.
-class RegularFiles final : public Assimp::DefaultIOSystem
+struct RegularFiles final : Assimp::DefaultIOSystem
 {
-public:
     bool Exists(char const* path) const override
     {
         utString reason;

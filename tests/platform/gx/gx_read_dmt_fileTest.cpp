@@ -170,6 +170,7 @@ TEST(gx_read_dmt_file, failures_have_a_reason)
 {
     EXPECT_NE(Reading("a.obj", "").reason, "");
     EXPECT_NE(Reading("a.unknown", "no mesh at all").reason, "");
+    EXPECT_EQ(Reading("a.ply", "ply\nformat binary_lit").reason, "the file ends too early");
     EXPECT_NE(Reading("a.obj", "v 0 0 0\nv 1 0 0\np 1\nl 1 2\n").reason, "");
 
     std::string shown = "<node>";
