@@ -168,15 +168,14 @@ std::optional<std::string_view> GltfFile::buffer(Json const& index, std::string&
     auto const& named = uri.get_ref<std::string const&>();
     std::optional<std::string> bytes = data_uri_bytes(named);
     if (!bytes) {
-        std::optional<std::string> const path = find_scene_file(m_path, named, reason);
-        if (path && !read_bytes(*path, bytes.emplace())) {
-            reason = std::strerror(errno);
-            bytes.reset();
-        }
-        if (!bytes) {
-            reason = "its buffer \"" + named.substr(0, 100) + "\": " + reason;
+        std::string const subject = "buffer \"" + named.substr(0, 100) + "\"";
+        std::optional<SceneFile> const file = find_scene_file(m_path, named);
+        if (!file || !read_bytes(file->path, bytes.emplace())) {
+            reason = "its " + subject + ": " + (file ? std::strerror(errno) : no_such_file);
             return std::nullopt;
         }
+        if (file->outside)
+            m_warnings.push_back("the " + subject + " " + taken_from_outside);
     }
     return m_buffers.emplace(number, std::move(*bytes)).first->second;
 }

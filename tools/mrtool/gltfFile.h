@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mrtool {
 
@@ -32,6 +33,9 @@ public:
 
     Json const& json() const { return m_json; }
 
+    /// What is to be said of the files that were read beside it.
+    std::vector<std::string> const& warnings() const { return m_warnings; }
+
     /// The bytes of a buffer view, wherever its buffer is.
     /// @param view    its number
     /// @param reason  receives in words why there are none
@@ -45,6 +49,7 @@ private:
     Json m_json;
     std::optional<std::string_view> m_binary; ///< the chunk of a GLB file that stands for its first buffer
     std::map<std::size_t, std::string> m_buffers; ///< those that were read from elsewhere
+    std::vector<std::string> m_warnings;
 };
 
 } // namespace mrtool

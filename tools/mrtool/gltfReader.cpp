@@ -331,6 +331,7 @@ std::optional<bool> read_gltf_scene(std::string const& path, Scene& scene, std::
     for (Json const& material : materials)
         scene.materials.push_back(GltfMaterialReader(file, images, scene).read(material));
     leave_out_vertex_colours(file.json(), scene);
+    scene.warnings = file.warnings();
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "fileName.h"
 #include "messages.h"
 #include "pendingFile.h"
+#include "sceneFile.h"
 #include "sceneTexture.h"
 #include "surface.h"
 #include "text.h"
@@ -196,7 +197,11 @@ private:
         if (!image) {
             notes.push_back(text("written without its texture \"", name, "\": ", reason));
             complete = false;
-        } else if (has_transparent_pixels(*image)) {
+            return nullptr;
+        }
+        if (textures.lies_outside(material))
+            notes.push_back(text("its texture \"", name, "\" ", taken_from_outside));
+        if (has_transparent_pixels(*image)) {
             notes.push_back("the transparency of the texture \"" + name +
                             "\" stays in its image, where a texture layer makes no use of it");
         }

@@ -68,9 +68,8 @@ private:
     /// A library's name may have blanks in it, and several may stand in a line.
     void take_libraries(std::string const& rest)
     {
-        std::string reason;
         std::string_view left = rest;
-        if (find_scene_file(m_path, rest, reason) || rest.find_first_of(" \t") == rest.npos)
+        if (find_scene_file(m_path, rest) || rest.find_first_of(" \t") == rest.npos)
             return take_library(rest);
         while (!left.empty())
             take_library(std::string(take_word(left)));
@@ -80,21 +79,21 @@ private:
     {
         if (!m_libraries.insert(name).second)
             return;
-        std::string reason;
-        std::optional<std::string> path = find_scene_file(m_path, name, reason);
-        if (!path) {
+        std::string const library = text("the material library \"", name, "\"");
+        std::optional<SceneFile> file = find_scene_file(m_path, name);
+        if (!file) {
             std::string const other = std::filesystem::path(m_path).stem().string() + ".mtl";
-            std::string ignored;
-            path = m_libraries.contains(other) ? std::nullopt : find_scene_file(m_path, other, ignored);
-            if (path) {
+            file = m_libraries.contains(other) ? std::nullopt : find_scene_file(m_path, other);
+            if (file) {
                 m_libraries.insert(other);
-                m_scene.warnings.push_back(text("the material library \"", name, "\": ", reason, "; ", other,
-                                                " is read in its place"));
+                m_scene.warnings.push_back(
+                    text(library, ": ", no_such_file, "; ", other, " is read in its place"));
             }
         }
-        if (!path || !read_mtl_file(*path, m_scene))
-            m_scene.failures.push_back(
-                text("the material library \"", name, "\": ", path ? "it cannot be opened" : reason));
+        if (file && file->outside)
+            m_scene.warnings.push_back(text(library, " ", taken_from_outside));
+        if (!file || !read_mtl_file(file->path, m_scene))
+            m_scene.failures.push_back(text(library, ": ", file ? "it cannot be opened" : no_such_file));
     }
 
     void say_undefined()

@@ -52,24 +52,20 @@ std::string name_without_folders(std::string const& named)
     return last_component(with_slashes(percent_decoded(named)));
 }
 
-std::optional<std::string> find_scene_file(std::string const& scene_path, std::string const& named,
-                                           std::string& reason)
+std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named)
 {
     fs::path const folder = fs::path(scene_path).parent_path();
     std::error_code ignored;
     fs::path const whole_folder = fs::canonical(folder.empty() ? "." : folder, ignored);
     std::string const slashed = with_slashes(named);
     std::string const local = slashed.starts_with("file://") ? slashed.substr(7) : slashed;
-    reason = "there is no such file";
     for (std::string const& path : {named, local, percent_decoded(local), last_component(local),
                                     last_component(percent_decoded(local))}) {
         // Of a path with a NUL in it, another file would be opened than the one that was looked at.
         if (path.empty() || path.find('\0') != path.npos)
             continue;
-        if (!lies_below(whole_folder / path, whole_folder))
-            reason = "it lies outside the scene's folder; a copy beside the scene would be taken";
-        else if (fs::is_regular_file(folder / path, ignored))
-            return (folder / path).string();
+        if (fs::is_regular_file(folder / path, ignored))
+            return SceneFile{(folder / path).string(), !lies_below(whole_folder / path, whole_folder)};
     }
     return std::nullopt;
 }

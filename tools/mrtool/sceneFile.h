@@ -9,13 +9,19 @@ namespace mrtool {
 /// The name of the file that a scene's path means, without folders; empty where the path ends in one.
 std::string name_without_folders(std::string const& named);
 
+struct SceneFile
+{
+    std::string path;
+    /// Whether it lies outside the scene's folder, be it by an absolute path, by ".." or by a link. That must
+    /// be said: a scene from a stranger can have any picture of its reader's put into a file that is handed on.
+    bool outside = false;
+};
+
 /// The regular file that a scene means by a path: relative to the scene's folder, with "/" or "\", perhaps
 /// percent-encoded; else the file of that name beside the scene.
-///
-/// Files outside the scene's folder are not taken, be it by an absolute path, by ".." or by a link: a scene
-/// from a stranger could have any picture of its reader's put into the material file that he hands on.
-/// @param reason  receives in words why there is no such file
-std::optional<std::string> find_scene_file(std::string const& scene_path, std::string const& named,
-                                           std::string& reason);
+std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named);
+
+inline constexpr char no_such_file[] = "there is no such file";
+inline constexpr char taken_from_outside[] = "is taken from outside the scene's folder";
 
 } // namespace mrtool

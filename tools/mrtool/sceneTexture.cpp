@@ -33,6 +33,13 @@ std::string SceneTextures::name(SceneMaterial const& material) const
     return name.empty() || name[0] == '*' ? text("texture-", *material.embedded + 1) : name;
 }
 
+bool SceneTextures::lies_outside(SceneMaterial const& material) const
+{
+    std::optional<SceneFile> const file =
+        material.embedded ? std::nullopt : find_scene_file(m_scene_path, material.texture);
+    return file && file->outside;
+}
+
 Counted<dgDuctImage> SceneTextures::image(SceneMaterial const& material, std::string& reason)
 {
     std::string key = material.embedded ? text("*", *material.embedded) : material.texture;
@@ -48,8 +55,11 @@ Counted<dgDuctImage> SceneTextures::image(SceneMaterial const& material, std::st
 Counted<dgDuctImage> SceneTextures::read(SceneMaterial const& material, std::string& reason) const
 {
     if (!material.embedded) {
-        std::optional<std::string> const path = find_scene_file(m_scene_path, material.texture, reason);
-        return path ? read_file(*path, reason) : nullptr;
+        std::optional<SceneFile> const file = find_scene_file(m_scene_path, material.texture);
+        if (file)
+            return read_file(file->path, reason);
+        reason = no_such_file;
+        return nullptr;
     }
     if (*material.embedded < m_scene.images.size())
         return m_reader.image(m_scene.images[*material.embedded], reason);

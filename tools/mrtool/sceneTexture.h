@@ -26,6 +26,9 @@ public:
     /// The name of the material's texture, a file's name without its folders; never empty.
     std::string name(SceneMaterial const& material) const;
 
+    /// Whether the texture is a file outside the scene's folder.
+    bool lies_outside(SceneMaterial const& material) const;
+
     /// The image of the material's texture; null when it cannot be read.
     /// @param reason  receives in words why it is null
     Counted<dgDuctImage> image(SceneMaterial const& material, std::string& reason);
