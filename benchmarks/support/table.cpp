@@ -67,7 +67,7 @@ std::string mebibytes(double bytes)
 Table::Table(int argc, char** argv)
 {
     static char interleaved[] = "--benchmark_enable_random_interleaving=true";
-    static char repetitions[] = "--benchmark_repetitions=11";
+    static char repetitions[] = "--benchmark_repetitions=15";
     static char shortest[] = "--benchmark_min_time=0.05";
     std::vector<char*> arguments{argv[0], interleaved, repetitions, shortest};
     arguments.insert(arguments.end(), argv + 1, argv + argc); // last, so that they win

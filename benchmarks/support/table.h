@@ -18,7 +18,7 @@ public:
         std::function<void()> work;
     };
 
-    /// Takes Google Benchmark's options. By default a side is repeated 11 times, for at least 0.05 s each,
+    /// Takes Google Benchmark's options. By default a side is repeated 15 times, for at least 0.05 s each,
     /// and the repetitions of both sides are shuffled. A filter leaves out the rows that it does not match.
     /// Ends the program at an option that nobody knows.
     Table(int argc, char** argv);
