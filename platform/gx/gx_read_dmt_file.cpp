@@ -1,10 +1,9 @@
 #include "gx_read_dmt_file.h"
 
+#include "gxMeshFiles.h"
 #include "gxOpenFile.h"
 
 #include <assimp/config.h>
-#include <assimp/DefaultIOStream.h>
-#include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
 #include <assimp/mesh.h>
 #include <assimp/postprocess.h>
@@ -13,12 +12,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <exception>
 #include <locale.h>
 #include <memory>
 #include <new>
 #include <numbers>
 #include <numeric>
-#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <utility>
@@ -403,40 +402,6 @@ private:
     locale_t m_before = uselocale(m_point);
 };
 
-/// Some of Assimp's readers (PLY's) ask for more at the end of a file that is cut, for ever.
-struct Stream final : Assimp::DefaultIOStream
-{
-    Stream(gxFile file, char const* path) : DefaultIOStream(file.release(), path) {}
-
-    std::size_t Read(void* buffer, std::size_t size, std::size_t count) override
-    {
-        std::size_t const read = DefaultIOStream::Read(buffer, size, count);
-        m_vain_reads = read > 0 ? 0 : m_vain_reads + 1;
-        if (m_vain_reads > 1000)
-            throw std::runtime_error("the file ends too early");
-        return read;
-    }
-
-private:
-    int m_vain_reads = 0;
-};
-
-/// Opens regular files alone: the file itself, and those that it names.
-struct RegularFiles final : Assimp::DefaultIOSystem
-{
-    bool Exists(char const* path) const override
-    {
-        utString reason;
-        return gx_open_file(path, reason) != nullptr;
-    }
-    Assimp::IOStream* Open(char const* path, char const*) override
-    {
-        utString reason;
-        gxFile file = gx_open_file(path, reason);
-        return file ? new Stream(std::move(file), path) : nullptr;
-    }
-};
-
 /// An error message, which may quote the file, as one line of text.
 utString one_line(std::string text)
 {
@@ -452,7 +417,7 @@ Blocks read_blocks(utString const& path, utString& reason)
         return {};
     PointLocale const point;
     Assimp::Importer importer;
-    importer.SetIOHandler(new RegularFiles); // the importer's
+    importer.SetIOHandler(new gxMeshFiles); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
     aiScene const* scene = importer.ReadFile(path.c_str(), 0);
     if (scene) {

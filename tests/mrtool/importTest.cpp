@@ -299,14 +299,16 @@ TEST(mrtool_import, names_what_fails)
 {
     TestFolder const folder;
     write_bytes(folder.path("bad.obj"), "nothing");
+    write_bytes(folder.path("cut.ply"), "ply\nformat binary_lit");
     write_glb(folder.path("good.glb"), R"([{"name":"red"}])");
-    Outcome const made =
-        run_mrtool("import " + folder.path("bad.obj") + " " + folder.path("") + " " +
-                   folder.path("gone.obj") + " " + folder.path("good.glb") + " -o " + folder.path("out"));
+    Outcome const made = run_mrtool("import " + folder.path("bad.obj") + " " + folder.path("cut.ply") + " " +
+                                    folder.path("") + " " + folder.path("gone.obj") + " " +
+                                    folder.path("good.glb") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(made.errors,
-                AllOf(HasSubstr("bad.obj: not a readable scene: "), HasSubstr(": a folder, not a scene file"),
-                      HasSubstr("gone.obj: No such file or directory")));
+    EXPECT_THAT(made.errors, AllOf(HasSubstr("bad.obj: not a readable scene: "),
+                                   HasSubstr("cut.ply: not a readable scene: the file ends too early"),
+                                   HasSubstr(": a folder, not a scene file"),
+                                   HasSubstr("gone.obj: No such file or directory")));
     EXPECT_TRUE(fs::exists(folder.path("out/red.multimat")));
 
     Outcome const full =

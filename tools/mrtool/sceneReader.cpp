@@ -6,6 +6,8 @@
 #include "objReader.h"
 #include "text.h"
 
+#include "gxMeshFiles.h"
+
 #include <algorithm>
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
@@ -225,6 +227,7 @@ bool read_with_assimp(std::string const& path, Scene& scene, std::string& reason
     Assimp::DefaultLogger::get()->attachStream(new Warnings(scene.warnings),
                                                Assimp::Logger::Warn | Assimp::Logger::Err);
     Assimp::Importer importer;
+    importer.SetIOHandler(new gxMeshFiles); // the importer's
     aiScene const* const from = importer.ReadFile(path, 0);
     if (from)
         MaterialsReader(*from, scene, is_plain_ply(path)).read();
