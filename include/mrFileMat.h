@@ -44,6 +44,9 @@ public:
     /// Reads the path, adding to what is held. Safe for untrusted input; see xmlParser, mrXMLUtils::max_line,
     /// mrXMLUtils::max_document and mrUtils::read_images for the limits.
     ///
+    /// What is no regular file counts as one that cannot be opened: a pipe would keep the reader waiting. The
+    /// path is opened more than once; nobody may put another file in its place meanwhile.
+    ///
     /// A document that says "none" has no images whatever follows it. Without enough memory for what the file
     /// holds the status is mrFileMatBadContent. After any status but mrFileMatReadOK the file may hold a part
     /// of what it read.

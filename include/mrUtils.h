@@ -30,7 +30,7 @@ public:
     /// same title gives way and is released. An image without a title is dropped.
     /// @param start  bytes from the beginning of the file
     /// @return 1, or 0 when the file cannot be opened or read, or something in it is no image or asks for too
-    ///         many pixels; the table keeps the images stored before
+    ///         many pixels or more memory than there is; the table keeps the images stored before
     static int read_images(utString const& path, int start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images);
 };

@@ -417,7 +417,7 @@ Blocks read_blocks(utString const& path, utString& reason)
         return {};
     PointLocale const point;
     Assimp::Importer importer;
-    importer.SetIOHandler(new gxMeshFiles); // the importer's
+    importer.SetIOHandler(gx_new_mesh_files()); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
     aiScene const* scene = importer.ReadFile(path.c_str(), 0);
     if (scene) {

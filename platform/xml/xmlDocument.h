@@ -5,6 +5,7 @@
 #include "utString.h"
 #include "xmlNode.h"
 
+#include <cstddef>
 #include <memory>
 
 /// A tree of nodes, all of them owned by the document whether they have a place in the tree or not.
@@ -26,6 +27,9 @@ public:
 
     /// The root, or null while there is none.
     xmlElement const* document_element() const { return m_root; }
+
+    /// How many different names its elements have.
+    std::size_t name_count() const;
 
     /// Destroys every node; the document is as new.
     void clear();

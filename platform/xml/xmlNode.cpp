@@ -20,9 +20,10 @@ void xmlNodeList::append(xmlNode& node)
         return;
     }
     if (!m_nodes) {
-        m_nodes = std::make_unique<std::vector<xmlNode*>>();
-        m_nodes->reserve(usual_length);
-        m_nodes->push_back(m_only);
+        auto several = std::make_unique<std::vector<xmlNode*>>();
+        several->reserve(usual_length);
+        several->push_back(m_only);
+        m_nodes = std::move(several);
     }
     m_nodes->push_back(&node);
 }

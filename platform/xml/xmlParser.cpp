@@ -128,6 +128,8 @@ void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
         else
             attempt.m_open.back()->append_child(element);
         attempt.m_open.push_back(&element);
+        if (attempt.m_document.name_count() > xmlParser::max_names)
+            attempt.refuse("too many different element names");
     });
 }
 

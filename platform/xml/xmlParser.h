@@ -23,10 +23,11 @@ class UT_API xmlParser
 public:
     /// Elements within elements; a deeper document is refused.
     static constexpr int max_depth = 256;
-    /// Bytes of text; a longer document is refused. Parsing takes at most about 35 times as much memory as
-    /// the text, which a text of nothing but empty elements of distinct short names does; other short
-    /// elements take up to 25 times as much.
+    /// Bytes of text; a longer document is refused. Parsing takes at most about 30 times as much memory as
+    /// the text, which one of nothing but empty elements with a character between them does.
     static constexpr std::size_t max_length = std::size_t{1} << 28;
+    /// Different names of elements; a document of more is refused.
+    static constexpr std::size_t max_names = 4096;
 
     /// Fills the document; what it held is gone.
     /// @return 1, or 0 with the document left empty; error() then says what is wrong, "not enough memory"

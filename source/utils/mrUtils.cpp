@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <new>
+#include <utility>
 
 namespace {
 
@@ -53,12 +56,19 @@ int at_image(std::FILE* file)
            std::fseek(file, -static_cast<long>(probe_size), SEEK_CUR) == 0;
 }
 
-void store(dgDuctImage* image, utString const& title, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+struct Unreference
+{
+    void operator()(dgDuctImage* image) const { image->unreference(); }
+};
+
+using HeldImage = std::unique_ptr<dgDuctImage, Unreference>;
+
+void store(HeldImage image, utString const& title, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
 {
     dgDuctImage*& place = images[title];
     if (place)
         place->unreference();
-    place = image;
+    place = image.release();
 }
 
 /// Reads one image into the table, or drops it when it has no title.
@@ -66,11 +76,12 @@ void store(dgDuctImage* image, utString const& title, utStringdgDuctImagecoTable
 int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
 {
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
-    dgDuctImage* const image = gxPNGReaderDuctImage::read_file(
+    dgDuctImage* const read = gxPNGReaderDuctImage::read_file(
         file, texts, std::min<std::int64_t>(budget, gxPNGReaderDuctImage::max_pixels));
-    if (!image)
+    if (!read)
         return 0;
-    image->reference();
+    read->reference();
+    HeldImage image(read);
     budget -= std::int64_t{image->width()} * image->height();
 
     utString const& name = texts.read(image_name_key);
@@ -78,10 +89,8 @@ int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTable
         image->new_name(name.c_str());
 
     utString const& title = texts.read(title_key);
-    if (title.empty())
-        image->unreference();
-    else
-        store(image, title, images);
+    if (!title.empty())
+        store(std::move(image), title, images);
     return 1;
 }
 
@@ -104,8 +113,12 @@ int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoT
     std::int64_t budget = pixel_budget(file.get(), start);
     if (budget < 0)
         return 0;
-    while (at_image(file.get()))
-        if (!read_image(file.get(), budget, images))
-            return 0;
+    try {
+        while (at_image(file.get()))
+            if (!read_image(file.get(), budget, images))
+                return 0;
+    } catch (std::bad_alloc const&) {
+        return 0;
+    }
     return std::ferror(file.get()) ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 #include "gltfReader.h"
 #include "materialKeys.h"
 #include "objReader.h"
+#include "sceneBounds.h"
 #include "text.h"
 
 #include "gxMeshFiles.h"
@@ -174,12 +175,12 @@ private:
         material.refractive_index = number(from, AI_MATKEY_REFRACTI);
         material.emission = emission(from);
         read_texture(from, material);
-        if (is_cut(from.GetName()))
-            material.left_out.push_back("the end of its name");
         if (made_up(from))
             forget_made_up(material);
         else
             material.left_out = left_out_of(from);
+        if (is_cut(from.GetName()))
+            material.left_out.push_back("the end of its name");
         return material;
     }
 
@@ -227,7 +228,7 @@ bool read_with_assimp(std::string const& path, Scene& scene, std::string& reason
     Assimp::DefaultLogger::get()->attachStream(new Warnings(scene.warnings),
                                                Assimp::Logger::Warn | Assimp::Logger::Err);
     Assimp::Importer importer;
-    importer.SetIOHandler(new gxMeshFiles); // the importer's
+    importer.SetIOHandler(gx_new_mesh_files()); // the importer's
     aiScene const* const from = importer.ReadFile(path, 0);
     if (from)
         MaterialsReader(*from, scene, is_plain_ply(path)).read();
@@ -237,14 +238,22 @@ bool read_with_assimp(std::string const& path, Scene& scene, std::string& reason
     return from != nullptr;
 }
 
-} // namespace
-
-bool read_scene_file(std::string const& path, Scene& scene, std::string& reason)
+bool read_by_format(std::string const& path, Scene& scene, std::string& reason)
 {
     if (extension_of(path) == "obj")
         return read_obj_scene(path, scene, reason);
     std::optional<bool> const read = is_gltf(path) ? read_gltf_scene(path, scene, reason) : std::nullopt;
     return read ? *read : read_with_assimp(path, scene, reason);
+}
+
+} // namespace
+
+bool read_scene_file(std::string const& path, Scene& scene, std::string& reason)
+{
+    bool const there = read_by_format(path, scene, reason);
+    keep_within_bounds(scene);
+    reason = cut(std::move(reason));
+    return there;
 }
 
 } // namespace mrtool
