@@ -79,11 +79,6 @@ std::optional<std::string> base64_bytes(std::string_view digits)
     return bytes;
 }
 
-std::size_t size_or(Json const& number, std::size_t otherwise)
-{
-    return number.is_number_unsigned() ? number.get<std::size_t>() : otherwise;
-}
-
 } // namespace
 
 Json const& member(Json const& object, char const* name)
@@ -136,28 +131,37 @@ bool GltfFile::read(std::string& reason)
     return m_json.is_object();
 }
 
-std::optional<std::string> GltfFile::view_bytes(Json const& view, std::string& reason)
+std::optional<ByteRange> GltfFile::view(Json const& number) const
 {
-    Json const& from = entry(m_json, "bufferViews", view);
-    std::optional<std::string_view> const bytes = buffer(member(from, "buffer"), reason);
+    Json const& from = entry(m_json, "bufferViews", number);
+    Json const& buffer = member(from, "buffer");
+    Json const& at = member(from, "byteOffset");
+    Json const& size = member(from, "byteLength");
+    if (!buffer.is_number_unsigned() || !size.is_number_unsigned() ||
+        !(at.is_null() || at.is_number_unsigned()))
+        return std::nullopt;
+    return ByteRange{buffer.get<std::size_t>(), at.is_null() ? 0 : at.get<std::size_t>(),
+                     size.get<std::size_t>()};
+}
+
+std::optional<std::string> GltfFile::bytes(ByteRange const& range, std::string& reason)
+{
+    std::optional<std::string_view> const bytes = buffer(range.buffer, reason);
     if (!bytes)
         return std::nullopt;
-    std::size_t const at = size_or(member(from, "byteOffset"), 0);
-    std::size_t const size = size_or(member(from, "byteLength"), 0);
-    if (at <= bytes->size() && size <= bytes->size() - at)
-        return std::string(bytes->substr(at, size));
+    if (range.at <= bytes->size() && range.size <= bytes->size() - range.at)
+        return std::string(bytes->substr(range.at, range.size));
     reason = "the file ends before it does";
     return std::nullopt;
 }
 
-std::optional<std::string_view> GltfFile::buffer(Json const& index, std::string& reason)
+std::optional<std::string_view> GltfFile::buffer(std::size_t number, std::string& reason)
 {
-    Json const& from = entry(m_json, "buffers", index);
+    Json const& from = entry(m_json, "buffers", number);
     if (!from.is_object()) {
         reason = "the file has no bytes for it";
         return std::nullopt;
     }
-    auto const number = index.get<std::size_t>();
     if (auto const known = m_buffers.find(number); known != m_buffers.end())
         return known->second;
     Json const& uri = member(from, "uri");

@@ -3,6 +3,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <compare>
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -22,6 +24,16 @@ Json const& entry(Json const& file, char const* list, Json const& index);
 /// The bytes of a "data:" URI in base64; nothing when it is no such URI.
 std::optional<std::string> data_uri_bytes(std::string_view uri);
 
+/// A part of one of a file's buffers.
+struct ByteRange
+{
+    std::size_t buffer = 0;
+    std::size_t at = 0;
+    std::size_t size = 0;
+
+    auto operator<=>(ByteRange const&) const = default;
+};
+
 /// A glTF or GLB file: its JSON and the bytes that this refers to.
 class GltfFile
 {
@@ -36,13 +48,15 @@ public:
     /// What is to be said of the files that were read beside it.
     std::vector<std::string> const& warnings() const { return m_warnings; }
 
-    /// The bytes of a buffer view, wherever its buffer is.
-    /// @param view    its number
+    /// Where the buffer view of that number is; nothing when there is none that makes sense.
+    std::optional<ByteRange> view(Json const& number) const;
+
+    /// The bytes of a range, wherever its buffer is.
     /// @param reason  receives in words why there are none
-    std::optional<std::string> view_bytes(Json const& view, std::string& reason);
+    std::optional<std::string> bytes(ByteRange const& range, std::string& reason);
 
 private:
-    std::optional<std::string_view> buffer(Json const& index, std::string& reason);
+    std::optional<std::string_view> buffer(std::size_t number, std::string& reason);
 
     std::string m_path;
     std::string m_bytes;

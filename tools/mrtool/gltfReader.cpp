@@ -2,6 +2,7 @@
 
 #include "fileKind.h"
 #include "gltfFile.h"
+#include "sceneBounds.h"
 #include "sceneFile.h"
 #include "text.h"
 
@@ -38,43 +39,48 @@ std::string in_quotes(std::string const& name)
     return name.empty() ? "" : text(" \"", name, "\"");
 }
 
-template <std::size_t Size>
-bool is_one_of(std::string const& word, char const* const (&words)[Size])
-{
-    return std::find(words, words + Size, word) != words + Size;
-}
+using Names = std::vector<std::string_view>;
 
-/// Carried over, or said elsewhere, or of no matter to the look of a surface that is seen from both sides.
-constexpr char const* known_members[] = {
-    "name",          "pbrMetallicRoughness", "emissiveFactor",  "alphaMode",  "alphaCutoff", "doubleSided",
-    "normalTexture", "occlusionTexture",     "emissiveTexture", "extensions", "extras"};
-constexpr char const* known_extensions[] = {specular_glossiness, emissive_strength, refractive_index};
+bool is_one_of(std::string_view name, Names const& names)
+{
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
 
 // Of a sampler: the wrapping that repeats, and the filters that take the nearest pixel.
 constexpr int repeating = 10497;
 constexpr int nearest_filters[] = {9728, 9984, 9986};
 
+/// From where an image is to its number in the scene. Many images of a file may be of the same bytes.
+using KnownImages = std::map<ByteRange, unsigned>;
+
+/// As if it were a buffer, the images' own text.
+constexpr std::size_t data_uris = std::size_t(-1);
+
 class GltfMaterialReader
 {
 public:
-    GltfMaterialReader(GltfFile& file, std::map<std::size_t, unsigned>& images, Scene& scene)
+    GltfMaterialReader(GltfFile& file, KnownImages& images, Scene& scene)
         : m_file(file), m_images(images), m_scene(scene)
     {}
 
     SceneMaterial read(Json const& from)
     {
         if (!from.is_object())
-            m_to.failures.push_back("it is no JSON object");
-        if (Json const& name = member(from, "name"); name.is_string())
-            m_to.name = name.get<std::string>();
+            m_failures.add("it is no JSON object");
+        m_to.name = string(from, "name");
         read_surface(from);
         read_alpha(from);
         read_emission(from);
-        Json const& extensions = member(from, "extensions");
-        if (Json const& ior = member(extensions, refractive_index); !ior.is_null())
-            m_to.refractive_index = number(ior, "ior", 1.5);
+        read_refraction(from);
         leave_out_maps(from);
-        leave_out_others(from, extensions);
+        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface that is
+        // seen from both sides.
+        leave_out_others(from, "",
+                         {"name", "pbrMetallicRoughness", "emissiveFactor", "alphaMode", "alphaCutoff",
+                          "doubleSided", "normalTexture", "occlusionTexture", "emissiveTexture"},
+                         {specular_glossiness, emissive_strength, refractive_index});
+        m_to.left_out = m_left_out.take();
+        m_to.failures = m_failures.take();
         return std::move(m_to);
     }
 
@@ -106,13 +112,49 @@ private:
         return otherwise;
     }
 
-    void fail(char const* name) { m_to.failures.push_back(text("its \"", name, "\" makes no sense")); }
+    /// The member's object; a null value when there is none.
+    Json const& object(Json const& from, char const* name)
+    {
+        static Json const none;
+        Json const& value = member(from, name);
+        if (value.is_object())
+            return value;
+        if (!value.is_null())
+            fail(name);
+        return none;
+    }
+
+    Json const& extension(Json const& from, char const* name)
+    {
+        return object(object(from, "extensions"), name);
+    }
+
+    /// The member's text; empty when there is none.
+    /// @param place  where the member is, when that is not the material itself: " of its image"
+    std::string string(Json const& from, char const* name, char const* place = "")
+    {
+        Json const& value = member(from, name);
+        // One byte too many tells that it is too long.
+        if (value.is_string())
+            return value.get_ref<std::string const&>().substr(0, max_scene_text + 1);
+        if (!value.is_null())
+            fail(name, place);
+        return "";
+    }
+
+    void fail(char const* name, char const* place = "")
+    {
+        m_failures.add(text("its \"", name, "\"", place, " makes no sense"));
+    }
 
     void read_surface(Json const& from)
     {
-        Json const& other = member(member(from, "extensions"), specular_glossiness);
-        Json const& usual = member(from, "pbrMetallicRoughness");
+        Json const& other = extension(from, specular_glossiness);
+        Json const& usual = object(from, "pbrMetallicRoughness");
         bool const glossy = other.is_object();
+        if (glossy && !usual.empty())
+            m_to.notes.push_back(
+                text("its pbrMetallicRoughness is passed over, since it has ", specular_glossiness));
         Json const& surface = glossy ? other : usual;
         auto const colour =
             numbers<4>(surface, glossy ? "diffuseFactor" : "baseColorFactor", {1.0, 1.0, 1.0, 1.0});
@@ -127,7 +169,12 @@ private:
             m_to.metalness = number(surface, "metallicFactor", 1.0);
         }
         leave_out_maps(surface);
-        if (Json const& texture = member(surface, glossy ? "diffuseTexture" : "baseColorTexture");
+        leave_out_others(surface, text(" of its ", glossy ? specular_glossiness : "pbrMetallicRoughness"),
+                         glossy ? Names{"diffuseFactor", "specularFactor", "glossinessFactor",
+                                        "diffuseTexture", "specularGlossinessTexture"}
+                                : Names{"baseColorFactor", "metallicFactor", "roughnessFactor",
+                                        "baseColorTexture", "metallicRoughnessTexture"});
+        if (Json const& texture = object(surface, glossy ? "diffuseTexture" : "baseColorTexture");
             !texture.is_null())
             read_texture(texture);
     }
@@ -153,23 +200,29 @@ private:
     void read_emission(Json const& from)
     {
         SceneColour emission = numbers<3>(from, "emissiveFactor", {});
-        double const strength =
-            number(member(member(from, "extensions"), emissive_strength), "emissiveStrength", 1.0);
+        Json const& strength = extension(from, emissive_strength);
+        double const factor = number(strength, "emissiveStrength", 1.0);
         for (double& component : emission)
-            component *= strength;
+            component *= factor;
         m_to.emission = emission;
+        leave_out_others(strength, text(" of its ", emissive_strength), {"emissiveStrength"});
     }
 
-    void leave_out(std::string words)
+    void read_refraction(Json const& from)
     {
-        if (std::find(m_to.left_out.begin(), m_to.left_out.end(), words) == m_to.left_out.end())
-            m_to.left_out.push_back(std::move(words));
+        Json const& ior = extension(from, refractive_index);
+        if (ior.is_null())
+            return;
+        m_to.refractive_index = number(ior, "ior", 1.5);
+        leave_out_others(ior, text(" of its ", refractive_index), {"ior"});
     }
+
+    void leave_out(std::string words) { m_left_out.add(std::move(words)); }
 
     void leave_out_maps(Json const& object)
     {
         for (MapMember const& map : maps) {
-            Json const& texture = member(object, map.name);
+            Json const& texture = this->object(object, map.name);
             if (texture.is_null())
                 continue;
             Json const& image = image_of(entry(m_file.json(), "textures", member(texture, "index")));
@@ -177,18 +230,21 @@ private:
         }
     }
 
-    void leave_out_others(Json const& from, Json const& extensions)
+    /// Leaves out what an object has besides the members and extensions that are seen to.
+    /// @param place  behind the name of what is left out: " of its texture"
+    void leave_out_others(Json const& object, std::string_view place, Names const& members,
+                          Names const& extensions = {})
     {
-        if (from.is_object())
-            for (auto const& [name, value] : from.items())
-                if (!is_one_of(name, known_members))
-                    leave_out(text("the member \"", name, "\""));
-        if (extensions.is_object())
-            for (auto const& [name, value] : extensions.items())
-                if (!is_one_of(name, known_extensions))
-                    leave_out(text("the extension ", name));
-        if (!member(from, "extras").empty())
-            leave_out("the extras");
+        if (!object.is_object())
+            return;
+        for (auto const& [name, value] : object.items())
+            if (!value.is_null() && name != "extensions" && name != "extras" && !is_one_of(name, members))
+                leave_out(text("the member \"", name, "\"", place));
+        for (auto const& [name, value] : this->object(object, "extensions").items())
+            if (!value.is_null() && !is_one_of(name, extensions))
+                leave_out(text("the extension ", name, place));
+        if (!member(object, "extras").empty())
+            leave_out(text("the extras", place));
     }
 
     /// The number of the texture's image: its own, else that of the first extension that has one, which stands
@@ -204,14 +260,17 @@ private:
         return member(texture, "source");
     }
 
-    std::string image_name(Json const& index) const
+    std::string image_name(Json const& index)
     {
         Json const& image = entry(m_file.json(), "images", index);
-        if (Json const& name = member(image, "name"); name.is_string())
-            return name.get<std::string>();
-        Json const& uri = member(image, "uri");
-        bool const file = uri.is_string() && !uri.get_ref<std::string const&>().starts_with("data:");
-        return file ? name_without_folders(uri.get<std::string>()) : std::string();
+        if (std::string name = string(image, "name", " of its image"); !name.empty())
+            return name;
+        return is_path(member(image, "uri")) ? name_without_folders(string(image, "uri")) : std::string();
+    }
+
+    static bool is_path(Json const& uri)
+    {
+        return uri.is_string() && !uri.get_ref<std::string const&>().starts_with("data:");
     }
 
     void read_texture(Json const& use)
@@ -219,45 +278,56 @@ private:
         Json const& texture = entry(m_file.json(), "textures", member(use, "index"));
         Json const& index = image_of(texture);
         Json const& image = entry(m_file.json(), "images", index);
-        Json const& uri = member(image, "uri");
         std::string reason;
         if (!image.is_object())
-            m_to.failures.push_back("written without its texture, an image that the scene does not have");
-        else if (uri.is_string() && !uri.get_ref<std::string const&>().starts_with("data:"))
-            m_to.texture = uri.get<std::string>();
-        else if (!embed(index, image, reason))
-            m_to.failures.push_back(
-                text("written without its texture", in_quotes(image_name(index)), ": ", reason));
+            m_failures.add("written without its texture, an image that the scene does not have");
+        else if (!take_image(index, image, reason))
+            m_failures.add(text("written without its texture", in_quotes(image_name(index)), ": ", reason));
+        leave_out_others(image, " of its image", {"name", "uri", "mimeType", "bufferView"});
         leave_out_layout(use, texture);
+    }
+
+    bool take_image(Json const& index, Json const& image, std::string& reason)
+    {
+        std::string const uri = string(image, "uri", " of its image");
+        if (!is_path(member(image, "uri")))
+            return embed(index, image, reason);
+        m_to.texture = uri;
+        reason = "its URI is empty";
+        return !uri.empty();
     }
 
     /// Makes the image that stands in the scene's files the material's texture.
     bool embed(Json const& index, Json const& image, std::string& reason)
     {
-        auto const [known, added] =
-            m_images.try_emplace(index.get<std::size_t>(), static_cast<unsigned>(m_scene.images.size()));
-        if (added) {
-            Json const& uri = member(image, "uri");
-            reason = "its \"data:\" URI makes no sense";
-            std::optional<std::string> bytes = uri.is_string()
-                                                   ? data_uri_bytes(uri.get_ref<std::string const&>())
-                                                   : m_file.view_bytes(member(image, "bufferView"), reason);
-            if (!bytes) {
-                m_images.erase(known);
-                return false;
-            }
-            Json const& type = member(image, "mimeType");
-            std::string const kind = type.is_string() ? type.get<std::string>() : std::string();
-            m_scene.images.push_back(
-                {image_name(index), kind.substr(kind.find('/') + 1), 0, 0, std::move(*bytes)});
+        Json const& uri = member(image, "uri");
+        std::optional<ByteRange> const place = uri.is_string()
+                                                   ? ByteRange{data_uris, index.get<std::size_t>(), 0}
+                                                   : m_file.view(member(image, "bufferView"));
+        reason = "the file has no bytes for it";
+        if (!place)
+            return false;
+        if (auto const known = m_images.find(*place); known != m_images.end()) {
+            m_to.embedded = known->second;
+            return true;
         }
-        m_to.embedded = known->second;
+        reason = "its \"data:\" URI makes no sense";
+        std::optional<std::string> bytes = uri.is_string() ? data_uri_bytes(uri.get_ref<std::string const&>())
+                                                           : m_file.bytes(*place, reason);
+        if (!bytes)
+            return false;
+        m_to.embedded = m_images.emplace(*place, static_cast<unsigned>(m_scene.images.size())).first->second;
+        std::string const kind = string(image, "mimeType", " of its image");
+        m_scene.images.push_back(
+            {image_name(index), kind.substr(kind.find('/') + 1), 0, 0, std::move(*bytes)});
         return true;
     }
 
     void leave_out_layout(Json const& use, Json const& texture)
     {
         Json const& sampler = entry(m_file.json(), "samplers", member(texture, "sampler"));
+        if (!sampler.is_object() && !member(texture, "sampler").is_null())
+            fail("sampler");
         for (char const* wrapping : {"wrapS", "wrapT"})
             if (number(sampler, wrapping, repeating) != repeating)
                 leave_out("the texture's clamping or mirroring");
@@ -267,19 +337,37 @@ private:
                 std::end(nearest_filters))
                 leave_out("the texture's filter");
         }
-        Json const& transform = member(member(use, "extensions"), texture_transform);
+        Json const& transform = extension(use, texture_transform);
         if (number(transform, "texCoord", number(use, "texCoord", 0)) != 0)
             leave_out("the texture's choice of a further set of coordinates");
         using Pair = std::array<double, 2>;
         if (numbers<2>(transform, "offset", {0, 0}) != Pair{0, 0} || number(transform, "rotation", 0) != 0 ||
             numbers<2>(transform, "scale", {1, 1}) != Pair{1, 1})
             leave_out("the texture's scale, shift or turn");
+        leave_out_others(use, " of its use of the texture", {"index", "texCoord"}, {texture_transform});
+        leave_out_others(transform, text(" of its ", texture_transform),
+                         {"offset", "rotation", "scale", "texCoord"});
+        leave_out_others(texture, " of its texture", {"name", "sampler", "source"}, image_formats(texture));
+        leave_out_others(sampler, " of its texture's sampler",
+                         {"name", "wrapS", "wrapT", "magFilter", "minFilter"});
+    }
+
+    /// The extensions that stand for the texture's image in a further format.
+    Names image_formats(Json const& texture)
+    {
+        Names formats;
+        for (auto const& [name, value] : object(texture, "extensions").items())
+            if (!member(value, "source").is_null())
+                formats.push_back(name);
+        return formats;
     }
 
     GltfFile& m_file;
-    std::map<std::size_t, unsigned>& m_images; ///< from the file's number of an image to that in the scene
+    KnownImages& m_images;
     Scene& m_scene;
     SceneMaterial m_to;
+    Words m_left_out;
+    Words m_failures;
     double m_opacity = 1.0; ///< as far as the way of blending lets it count
 };
 
@@ -298,6 +386,17 @@ void leave_out_vertex_colours(Json const& file, Scene& scene)
     for (std::size_t at = 0; at < coloured.size(); ++at)
         if (coloured[at])
             scene.materials[at].left_out.push_back("the colours of the vertices");
+}
+
+/// Says which extensions of the file as a whole are left out that speak of materials.
+void leave_out_extensions(Json const& file, Scene& scene)
+{
+    Json const& extensions = member(file, "extensions");
+    if (!extensions.is_object())
+        return;
+    for (auto const& [name, value] : extensions.items())
+        if (name.find("material") != name.npos || name.find("texture") != name.npos)
+            scene.warnings.push_back(text("the extension ", name, " of the file: not carried over"));
 }
 
 } // namespace
@@ -322,7 +421,7 @@ std::optional<bool> read_gltf_scene(std::string const& path, Scene& scene, std::
     }
     if (version.get_ref<std::string const&>().starts_with("1."))
         return std::nullopt;
-    std::map<std::size_t, unsigned> images;
+    KnownImages images;
     Json const& materials = member(file.json(), "materials");
     if (!materials.is_array() && !materials.is_null()) {
         reason = "its materials are no list";
@@ -332,6 +431,7 @@ std::optional<bool> read_gltf_scene(std::string const& path, Scene& scene, std::
         scene.materials.push_back(GltfMaterialReader(file, images, scene).read(material));
     leave_out_vertex_colours(file.json(), scene);
     scene.warnings = file.warnings();
+    leave_out_extensions(file.json(), scene);
     return true;
 }
 

@@ -1,5 +1,6 @@
 #include "materialKeys.h"
 
+#include "sceneBounds.h"
 #include "text.h"
 
 #include <algorithm>
@@ -111,22 +112,6 @@ constexpr Layout layouts[] = {
     {_AI_MATKEY_MAPPINGMODE_V_BASE, aiTextureMapMode_Wrap, "the texture's clamping or mirroring"},
     {_AI_MATKEY_MAPPING_BASE, aiTextureMapping_UV, "the texture's projection"},
     {_AI_MATKEY_TEXOP_BASE, aiTextureOp_Multiply, "the texture's way of blending"},
-};
-
-/// Words, each once, in the order of their first coming.
-class Words
-{
-public:
-    void add(std::string words)
-    {
-        if (std::find(m_words.begin(), m_words.end(), words) == m_words.end())
-            m_words.push_back(std::move(words));
-    }
-
-    std::vector<std::string> take() { return std::move(m_words); }
-
-private:
-    std::vector<std::string> m_words;
 };
 
 bool colours_surface(unsigned type)

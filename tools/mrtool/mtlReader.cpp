@@ -1,6 +1,7 @@
 #include "mtlReader.h"
 
 #include "objStatements.h"
+#include "sceneBounds.h"
 #include "sceneFile.h"
 #include "text.h"
 
@@ -194,10 +195,18 @@ private:
         m_open = true;
     }
 
-    /// Of the two ways to say how much light passes, "d" is the one that all programs agree on.
     void finish()
     {
-        if (!m_open || !material().opacity || !material().transparency)
+        if (!m_open)
+            return;
+        settle_transparency();
+        material().left_out = m_left_out.take();
+    }
+
+    /// Of the two ways to say how much light passes, "d" is the one that all programs agree on.
+    void settle_transparency()
+    {
+        if (!material().opacity || !material().transparency)
             return;
         // Programs round what they write.
         if (std::abs(*material().opacity + *material().transparency - 1.0) > 1e-3)
@@ -250,9 +259,7 @@ private:
 
     bool leave_out(std::string words)
     {
-        std::vector<std::string>& left_out = material().left_out;
-        if (std::find(left_out.begin(), left_out.end(), words) == left_out.end())
-            left_out.push_back(std::move(words));
+        m_left_out.add(std::move(words));
         return true;
     }
 
@@ -278,6 +285,7 @@ private:
     ObjStatements m_statements;
     std::string m_name;
     Scene& m_scene;
+    Words m_left_out;    ///< of the material that is open
     bool m_open = false; ///< whether the scene's last material is this file's
     bool m_said_early = false;
 };
