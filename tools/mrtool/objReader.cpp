@@ -65,31 +65,43 @@ private:
         return count >= 3;
     }
 
-    /// A library's name may have blanks in it, and several may stand in a line.
     void take_libraries(std::string const& rest)
     {
-        std::string_view left = rest;
-        if (find_scene_file(m_path, rest) || rest.find_first_of(" \t") == rest.npos)
+        std::vector<std::string> words;
+        for (std::string_view left = rest; !left.empty();)
+            words.emplace_back(take_word(left));
+        if (words.size() < 2 || is_one_library(rest, words))
             return take_library(rest);
-        while (!left.empty())
-            take_library(std::string(take_word(left)));
+        for (std::string const& word : words)
+            take_library(word);
+    }
+
+    /// A library's name may have blanks in it, and several may stand in a line. Of several, the last one's name
+    /// would be found for the whole line too.
+    bool is_one_library(std::string const& rest, std::vector<std::string> const& words) const
+    {
+        auto const found = [&](std::string const& name) { return find_scene_file(m_path, name).has_value(); };
+        return find_scene_file_at(m_path, rest) ||
+               (std::none_of(words.begin(), words.end(), found) && found(rest));
     }
 
     void take_library(std::string const& name)
     {
-        if (!m_libraries.insert(name).second)
+        if (!m_library_names.insert(name).second)
             return;
         std::string const library = text("the material library \"", name, "\"");
         std::optional<SceneFile> file = find_scene_file(m_path, name);
         if (!file) {
             std::string const other = std::filesystem::path(m_path).stem().string() + ".mtl";
-            file = m_libraries.contains(other) ? std::nullopt : find_scene_file(m_path, other);
-            if (file) {
-                m_libraries.insert(other);
+            file = find_scene_file(m_path, other);
+            if (file && m_libraries.contains(file->whole))
+                file.reset();
+            if (file)
                 m_scene.warnings.push_back(
                     text(library, ": ", no_such_file, "; ", other, " is read in its place"));
-            }
         }
+        if (file && !m_libraries.insert(file->whole).second)
+            return;
         if (file && file->outside)
             m_scene.warnings.push_back(text(library, " ", taken_from_outside));
         if (!file || !read_mtl_file(file->path, m_scene))
@@ -109,7 +121,7 @@ private:
 
     void say_once(std::string words)
     {
-        if (std::find(m_scene.warnings.begin(), m_scene.warnings.end(), words) == m_scene.warnings.end())
+        if (m_said.insert(words).second)
             m_scene.warnings.push_back(std::move(words));
     }
 
@@ -117,7 +129,9 @@ private:
     Scene& m_scene;
     std::vector<std::string> m_uses; ///< the materials that surfaces have
     std::set<std::string> m_known_uses;
-    std::set<std::string> m_libraries; ///< the names that came so far
+    std::set<std::string> m_library_names; ///< those that came so far
+    std::set<std::string> m_libraries;     ///< the files that were read; one may have many names
+    std::set<std::string> m_said;
 };
 
 } // namespace

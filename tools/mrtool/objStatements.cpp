@@ -17,6 +17,17 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
+/// Takes the "\" off a line's end. It looks at the end alone: lines may be joined by the million.
+/// @return whether there was one
+bool take_joint(std::string& line)
+{
+    std::size_t const last = line.find_last_not_of(blanks);
+    if (last == line.npos || line[last] != '\\')
+        return false;
+    line.erase(last);
+    return true;
+}
+
 char lower(char letter)
 {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
@@ -24,19 +35,32 @@ char lower(char letter)
 
 } // namespace
 
+bool ObjStatements::next_line(std::string& line)
+{
+    if (m_at > m_held.size()) {
+        if (!std::getline(m_in, m_held))
+            return false;
+        if (m_held.ends_with('\r'))
+            m_held.pop_back();
+        m_at = 0;
+    }
+    std::size_t const end = std::min(m_held.find('\r', m_at), m_held.size());
+    line.assign(m_held, m_at, end - m_at);
+    m_at = end + 1;
+    ++m_line;
+    return true;
+}
+
 bool ObjStatements::next(ObjStatement& statement)
 {
     std::string line;
-    while (std::getline(m_in, line)) {
-        statement.line = ++m_line;
+    while (next_line(line)) {
+        statement.line = m_line;
         if (m_line == 1 && line.starts_with(byte_order_mark))
             line.erase(0, byte_order_mark.size());
         std::string more;
-        while (trimmed(line).ends_with('\\') && std::getline(m_in, more)) {
-            ++m_line;
-            line.erase(line.rfind('\\'));
+        while (take_joint(line) && next_line(more))
             line += ' ' + more;
-        }
         std::string_view rest = trimmed(line);
         if (rest.empty() || rest.starts_with('#'))
             continue;

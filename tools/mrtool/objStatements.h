@@ -18,8 +18,8 @@ struct ObjStatement
     std::size_t line = 0;
 };
 
-/// Reads the statements of a file one after the other, without comments and empty lines. A "\" at the end of
-/// a line joins the next one to it.
+/// Reads the statements of a file one after the other, without comments and empty lines. A line ends at LF, CR
+/// or both; a "\" at its end joins the next one to it.
 class ObjStatements
 {
 public:
@@ -32,8 +32,12 @@ public:
     bool next(ObjStatement& statement);
 
 private:
+    bool next_line(std::string& line);
+
     std::ifstream m_in;
     std::size_t m_line = 0;
+    std::string m_held;   ///< what was read up to a LF
+    std::size_t m_at = 1; ///< where in it the next line begins; behind its end when there is none left
 };
 
 /// Takes a word and the blanks after it off the front; empty when nothing is left.
