@@ -42,40 +42,59 @@ bool SceneTextures::lies_outside(SceneMaterial const& material) const
 
 Counted<dgDuctImage> SceneTextures::image(SceneMaterial const& material, std::string& reason)
 {
-    std::string key = material.embedded ? text("*", *material.embedded) : material.texture;
-    if (key != m_last_key) {
-        m_last_key = std::move(key);
-        m_last_reason.clear();
-        m_last = read(material, m_last_reason);
+    std::optional<Source> const from = source(material, reason);
+    if (!from)
+        return nullptr;
+    if (auto const failed = m_failed.find(from->key); failed != m_failed.end()) {
+        reason = failed->second;
+        return nullptr;
     }
-    reason = m_last_reason;
+    if (m_pixels >= m_allowed) {
+        reason = "the scene's textures have more pixels than are allowed";
+        return nullptr;
+    }
+    if (from->key != m_last_key) {
+        m_last.reset(); // two large ones at a time would take twice the memory
+        m_last_key = from->key;
+        m_last = read(material, *from, reason);
+    }
+    if (!m_last) {
+        m_failed[from->key] = reason;
+        return nullptr;
+    }
+    m_pixels += static_cast<std::uint64_t>(m_last->width()) * static_cast<std::uint64_t>(m_last->height());
+    m_allowed += from->bytes * max_pixels_per_byte;
     return hold(m_last.get());
 }
 
-Counted<dgDuctImage> SceneTextures::read(SceneMaterial const& material, std::string& reason) const
+std::optional<SceneTextures::Source> SceneTextures::source(SceneMaterial const& material,
+                                                           std::string& reason) const
 {
-    if (!material.embedded) {
-        std::optional<SceneFile> const file = find_scene_file(m_scene_path, material.texture);
-        if (file)
-            return read_file(file->path, reason);
-        reason = no_such_file;
-        return nullptr;
+    if (material.embedded) {
+        if (*material.embedded < m_scene.images.size())
+            return Source{text("*", *material.embedded), "", m_scene.images[*material.embedded].bytes.size()};
+        reason = "the scene has no such image";
+        return std::nullopt;
     }
-    if (*material.embedded < m_scene.images.size())
-        return m_reader.image(m_scene.images[*material.embedded], reason);
-    reason = "the scene has no such image";
-    return nullptr;
+    if (std::optional<SceneFile> const file = find_scene_file(m_scene_path, material.texture)) {
+        std::error_code ignored;
+        return Source{file->whole, file->path, fs::file_size(file->path, ignored)};
+    }
+    reason = no_such_file;
+    return std::nullopt;
 }
 
-Counted<dgDuctImage> SceneTextures::read_file(std::string const& path, std::string& reason) const
+Counted<dgDuctImage> SceneTextures::read(SceneMaterial const& material, Source const& source,
+                                         std::string& reason) const
 {
-    std::error_code ignored;
-    if (fs::file_size(path, ignored) > max_file_size) {
+    if (material.embedded)
+        return m_reader.image(m_scene.images[*material.embedded], reason);
+    if (source.bytes > max_file_size) {
         reason = "larger than 1 GiB";
         return nullptr;
     }
-    if (std::optional<gxImageFileFormat> const format = format_of(path))
-        return m_reader.image(path, *format, reason);
+    if (std::optional<gxImageFileFormat> const format = format_of(source.path))
+        return m_reader.image(source.path, *format, reason);
     reason = "not an image file of a known format";
     return nullptr;
 }

@@ -7,16 +7,26 @@
 
 #include "dgDuctImage.h"
 
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 
 namespace mrtool {
 
-/// Textures of one scene. The last one read is kept, since materials next to each other often share it.
+/// Textures of one scene. The last one read is kept, since materials next to each other often share it, and
+/// what failed is not tried again.
 class SceneTextures
 {
 public:
     /// Bytes of the largest texture file that is read.
     static constexpr std::uintmax_t max_file_size = std::uintmax_t{1} << 30;
+
+    /// What the materials of a scene take together, each time that one takes a texture: so many pixels, and so
+    /// many more for each byte of its file. A few bytes can stand for very many pixels, and each material that
+    /// takes them has them written out and read back.
+    static constexpr std::uint64_t max_scene_pixels = std::uint64_t{1} << 30;
+    static constexpr std::uint64_t max_pixels_per_byte = 256;
 
     /// @param scene_path  where the scene was read from
     SceneTextures(std::string scene_path, Scene const& scene, UntrustedReader const& reader)
@@ -34,15 +44,24 @@ public:
     Counted<dgDuctImage> image(SceneMaterial const& material, std::string& reason);
 
 private:
-    Counted<dgDuctImage> read(SceneMaterial const& material, std::string& reason) const;
-    Counted<dgDuctImage> read_file(std::string const& path, std::string& reason) const;
+    struct Source
+    {
+        std::string key;  ///< the same for each spelling of a path
+        std::string path; ///< empty when it is an embedded image
+        std::uint64_t bytes = 0;
+    };
+
+    std::optional<Source> source(SceneMaterial const& material, std::string& reason) const;
+    Counted<dgDuctImage> read(SceneMaterial const& material, Source const& source, std::string& reason) const;
 
     std::string m_scene_path;
     Scene const& m_scene;
     UntrustedReader const& m_reader;
     std::string m_last_key;
-    std::string m_last_reason;
     Counted<dgDuctImage> m_last;
+    std::map<std::string, std::string> m_failed; ///< from a texture's key to the reason
+    std::uint64_t m_pixels = 0;                  ///< that were taken so far
+    std::uint64_t m_allowed = max_scene_pixels;
 };
 
 } // namespace mrtool
