@@ -87,10 +87,15 @@ std::string safe_file_name(std::string_view name)
 
 std::string UniqueNames::take(std::string const& name)
 {
-    std::string unique = name;
-    for (int number = 2; !m_taken.insert(unique).second; ++number)
-        unique = text(name, "-", number);
-    return unique;
+    auto const [known, first] = m_taken.emplace(name, 1);
+    if (first)
+        return name;
+    for (;;) {
+        // Goes on where it stopped: a scene may have tens of thousands of materials of one name.
+        std::string unique = text(name, "-", ++known->second);
+        if (m_taken.emplace(unique, 1).second)
+            return unique;
+    }
 }
 
 } // namespace mrtool

@@ -1,7 +1,8 @@
 // File names out of names that come from elsewhere.
 #pragma once
 
-#include <set>
+#include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -20,7 +21,8 @@ public:
     std::string take(std::string const& name);
 
 private:
-    std::set<std::string> m_taken;
+    /// From each name that was handed out to the number that was last tried behind it.
+    std::map<std::string, std::size_t> m_taken;
 };
 
 } // namespace mrtool
