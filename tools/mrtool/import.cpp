@@ -141,7 +141,7 @@ private:
         std::string const path =
             (fs::path(m_options.folder) / (m_names.take(safe_file_name(name)) + ".multimat")).string();
         std::error_code ignored;
-        if (!m_options.force && fs::symlink_status(path, ignored).type() != fs::file_type::not_found) {
+        if (!m_options.force && fs::exists(fs::symlink_status(path, ignored))) {
             say(subject, path + " is there already; --force replaces it");
             return false;
         }
