@@ -165,7 +165,12 @@ TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
         "KHR_materials_emissive_strength":{"emissiveStrength":2}}},
         {"name":"leaf\u0000","alphaMode":"MASK","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.4],
         "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
-        {"name":"lost","pbrMetallicRoughness":{"baseColorTexture":{"index":1}}}])");
+        {"name":"lost","pbrMetallicRoughness":{"baseColorTexture":{"index":1}}},
+        {"name":"both","pbrMetallicRoughness":{"roughnessFactor":0},
+        "extensions":{"KHR_materials_pbrSpecularGlossiness":{"specularFactor":[0,0,0]}}},
+        {"name":7,"pbrMetallicRoughness":[1],"extensions":5,"normalTexture":true},
+        {"name":"strange","extensions":{"KHR_materials_ior":7},"pbrMetallicRoughness":{"a":1,"extras":{"b":2},
+        "baseColorTexture":{"index":0,"extensions":{"C":{}}}}}])");
     Outcome const made = run_mrtool("import " + folder.path("a.glb") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
     std::string const no_place = "\": not carried over, a material file has no place for it: ";
@@ -178,6 +183,16 @@ TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
                         "the texture's choice of a further set of coordinates, the texture's scale, "
                         "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
                         "MASK)\n"),
+              HasSubstr("\"both\": its pbrMetallicRoughness is passed over, since it has "
+                        "KHR_materials_pbrSpecularGlossiness\n"),
+              HasSubstr("\"material 5\": its \"name\" makes no sense\n"),
+              HasSubstr("\"material 5\": its \"extensions\" makes no sense\n"),
+              HasSubstr("\"material 5\": its \"pbrMetallicRoughness\" makes no sense\n"),
+              HasSubstr("\"material 5\": its \"normalTexture\" makes no sense\n"),
+              HasSubstr("\"strange\": its \"KHR_materials_ior\" makes no sense\n"),
+              HasSubstr("\"strange" + no_place +
+                        "the member \"a\" of its pbrMetallicRoughness, the extras of its "
+                        "pbrMetallicRoughness, the extension C of its use of the texture\n"),
               HasSubstr("\"lost\": written without its texture, an image that the scene does not have")));
     mrFileMat plain, leaf;
     mrFMPlainMat const& first =
@@ -199,17 +214,17 @@ TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
     write_bytes(folder.path("b.bin"), "12" + image);
     std::string const view = R"({"buffer":0,"byteOffset":2,"byteLength":)" + std::to_string(image.size());
     std::string materials, textures;
-    for (std::string const number : {"0", "1", "2", "3"}) {
+    for (std::string const number : {"0", "1", "2", "3", "4"}) {
         std::string const comma = number == "0" ? "" : ",";
         materials += comma + R"({"pbrMetallicRoughness":{"baseColorTexture":{"index":)" + number + "}}}";
         textures += comma + R"({"extensions":{"KHR_texture_basisu":{"source":)" + number + "}}}";
     }
-    // A red pixel; a view of a file; one that goes beyond its end; a file that is not there.
+    // A red pixel; a view of a file; one that goes beyond its end; a file that is not there; none.
     write_bytes(
         folder.path("a.gltf"),
         R"({"asset":{"version":"2.0"},"images":[{"uri":"data:image/bmp;base64,)"
         "Qk06AAAAAAAAADYAAAAoAAAAAQAAAAEAAAABABgAAAAAAAQAAAAAAAAAAAAAAAAAAAAAAAAAAAD/AA=="
-        R"("},{"bufferView":0},{"bufferView":1,"name":"cut"},{"uri":"my%20oak.png"}],"bufferViews":[)" +
+        R"("},{"bufferView":0},{"bufferView":1,"name":"cut"},{"uri":"my%20oak.png"},{"uri":""}],"bufferViews":[)" +
             view + "}," + view + R"(0}],"buffers":[{"uri":"b.bin"}],"textures":[)" + textures +
             R"(],"materials":[)" + materials + "]}");
     Outcome const made = run_mrtool("import " + folder.path("a.gltf") + " -o " + folder.path("out"));
@@ -220,6 +235,7 @@ TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
             HasSubstr("\"material 3\": written without its texture \"cut\": the file ends before it does\n"),
             HasSubstr(
                 "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n"),
+            HasSubstr("\"material 5\": written without its texture: its URI is empty\n"),
             Not(HasSubstr("material 1")), Not(HasSubstr("material 2"))));
     mrFileMat red, four;
     EXPECT_EQ(only_facet(red, folder.path("out/material_1.multimat")).textures().size(), 1u);
@@ -266,6 +282,37 @@ TEST(mrtool_import, takes_from_an_mtl_file_what_it_says_and_no_more)
     EXPECT_EQ(red.diffuse_colour(), giColour(255, 0, 0, 0));
     EXPECT_EQ(red.transparency(), 0.25);
     EXPECT_EQ(red.polish(), 0.0);
+}
+
+TEST(mrtool_import, reads_each_library_once_and_keeps_texts_short)
+{
+    TestFolder const folder;
+    // Lines that end in CR alone, one joined to the next; two files by five names, and one with a blank in it.
+    write_bytes(folder.path("a.obj"), "mtllib ./one.mtl ./two.mtl\rmtllib one.mtl \\\r./././two.mtl\r"
+                                      "mtllib my lib.mtl\rmtllib elsewhere/my lib.mtl\rv 0 0 0\r");
+    write_bytes(folder.path("one.mtl"), "newmtl one\rd 0.5\rbad one\r");
+    write_bytes(folder.path("two.mtl"), "newmtl two\nKd 1 0 0\nmap_Kd " + std::string(100000, 'a') +
+                                            "\nmap_Ks " + std::string(5000, 'b'));
+    std::string unknown;
+    for (int at = 1; at <= 103; ++at)
+        unknown += "unknown" + std::to_string(at) + "\nunknown1\n";
+    write_bytes(folder.path("my lib.mtl"), "newmtl " + std::string(4095, 'n') + "\u00fc\n" + unknown);
+    Outcome const made = run_mrtool("import " + folder.path("a.obj") + " -o " + folder.path("out"));
+    EXPECT_EQ(made.status, 1);
+    std::string const no_place = "not carried over, a material file has no place for it: ";
+    EXPECT_THAT(
+        made.errors,
+        AllOf(HasSubstr("\"one\": " + no_place + "the statement \"bad\"\n"),
+              HasSubstr("\"two\": written without its texture \"" + std::string(100, 'a') +
+                        "...\": its path is longer than 4096 bytes\n"),
+              HasSubstr("bbb ... (cut)\n"),
+              HasSubstr("nnn\": " + no_place + "the statement \"unknown1\", the statement \"unknown2\""),
+              HasSubstr("\"unknown100\", and 3 more of this kind, the end of its name\n")));
+    mrFileMat one, mine;
+    EXPECT_EQ(only_facet(one, folder.path("out/one.multimat")).plain_mat().transparency(), 0.5);
+    only_facet(mine, folder.path("out/" + std::string(100, 'n') + ".multimat"));
+    EXPECT_EQ(property(mine, "material"), std::string(4095, 'n'));
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("out")), fs::directory_iterator()), 3);
 }
 
 TEST(mrtool_import, replaces_nothing_unless_told)

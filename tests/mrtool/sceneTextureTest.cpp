@@ -1,0 +1,59 @@
+#include "sceneTexture.h"
+
+#include "program.h"
+#include "rawPNG.h"
+
+#include <filesystem>
+
+namespace mrtool {
+
+namespace {
+
+UntrustedReader const reader(MRTOOL);
+
+SceneMaterial textured(std::string const& texture)
+{
+    SceneMaterial material;
+    material.texture = texture;
+    return material;
+}
+
+} // namespace
+
+TEST(SceneTextures, have_so_many_pixels_together)
+{
+    constexpr std::uint32_t side = 4096;
+    TestFolder const folder;
+    RawPNG black{side, side, 1};
+    black.rows = std::string(side * (1 + side / 8), '\0');
+    std::string const bytes = black.bytes();
+    write_bytes(folder.path("black.png"), bytes);
+    Scene const scene;
+    SceneTextures textures(folder.path("a.obj"), scene, reader);
+    std::uint64_t taken = 0;
+    std::string reason;
+    while (textures.image(textured("black.png"), reason) && taken < 1000)
+        ++taken;
+    EXPECT_EQ(reason, "the scene's textures have more pixels than are allowed");
+    std::uint64_t const pixels = std::uint64_t{side} * side;
+    std::uint64_t const allowed = bytes.size() * SceneTextures::max_pixels_per_byte;
+    EXPECT_GE(taken * pixels, SceneTextures::max_scene_pixels + taken * allowed);
+    EXPECT_LT((taken - 1) * (pixels - allowed), SceneTextures::max_scene_pixels);
+}
+
+TEST(SceneTextures, tries_no_second_time_what_failed)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.png"), "no image");
+    std::filesystem::create_symlink("a.png", folder.path("b.png"));
+    Scene const scene;
+    SceneTextures textures(folder.path("a.obj"), scene, reader);
+    std::string first, second;
+    EXPECT_FALSE(textures.image(textured("a.png"), first));
+    write_bytes(folder.path("a.png"), png_bytes(*four_colours()));
+    EXPECT_FALSE(textures.image(textured("./b.png"), second));
+    EXPECT_NE(first, "");
+    EXPECT_EQ(second, first);
+}
+
+} // namespace mrtool
