@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <memory>
 #include <new>
 #include <string>
@@ -22,13 +23,14 @@ struct Format
     gxImageFileFormat format;
     char const* loader; ///< gdk-pixbuf's name of it; PNG has a reader of its own
     std::array<std::string_view, 4> extensions;
+    bool silent_when_cut = false; ///< whether the loader hands over what rows there are and reports nothing
 };
 
 constexpr Format formats[] = {
     {gxImageFilePNG, nullptr, {"png"}},         {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}},
     {gxImageFileTIFF, "tiff", {"tif", "tiff"}}, {gxImageFileGIF, "gif", {"gif"}},
-    {gxImageFileBMP, "bmp", {"bmp"}},           {gxImageFileTGA, "tga", {"tga"}},
-    {gxImageFileICO, "ico", {"ico"}},           {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}},
+    {gxImageFileBMP, "bmp", {"bmp"}, true},     {gxImageFileTGA, "tga", {"tga"}},
+    {gxImageFileICO, "ico", {"ico"}, true},     {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}, true},
     {gxImageFileSVG, "svg", {"svg"}},           {gxImageFileWebP, "webp", {"webp"}},
 };
 
@@ -82,10 +84,13 @@ class Loader
 public:
     explicit Loader(Format const& format)
         : m_scalable(format.format == gxImageFileSVG),
+          m_silent_when_cut(format.silent_when_cut),
           m_loader(gdk_pixbuf_loader_new_with_type(format.loader, nullptr))
     {
-        if (m_loader)
-            g_signal_connect(m_loader.get(), "size-prepared", G_CALLBACK(limit_size), this);
+        if (!m_loader)
+            return;
+        g_signal_connect(m_loader.get(), "size-prepared", G_CALLBACK(limit_size), this);
+        g_signal_connect(m_loader.get(), "area-updated", G_CALLBACK(note_rows), this);
     }
 
     /// @return the first frame, upright, or null with the reason
@@ -93,9 +98,15 @@ public:
 
 private:
     static void limit_size(GdkPixbufLoader* loader, int width, int height, void* self);
+    static void note_rows(GdkPixbufLoader*, int x, int y, int width, int height, void* self);
     void feed(std::FILE* file, utString& reason);
+    bool is_cut() const;
 
     bool m_scalable;
+    bool m_silent_when_cut;
+    // The rows that came, from above or from below.
+    int m_top = std::numeric_limits<int>::max();
+    int m_bottom = 0;
     bool m_too_large = false;
     std::unique_ptr<GdkPixbufLoader, UnrefObject> m_loader;
 };
@@ -116,6 +127,19 @@ void Loader::limit_size(GdkPixbufLoader* loader, int width, int height, void* se
         // By this size loaders know that no pixels are wanted.
         gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
+}
+
+void Loader::note_rows(GdkPixbufLoader*, int, int y, int, int height, void* self)
+{
+    auto& that = *static_cast<Loader*>(self);
+    that.m_top = std::min(that.m_top, y);
+    that.m_bottom = std::max(that.m_bottom, y + height);
+}
+
+bool Loader::is_cut() const
+{
+    GdkPixbuf const* const image = gdk_pixbuf_loader_get_pixbuf(m_loader.get());
+    return m_silent_when_cut && image && (m_top > 0 || m_bottom < gdk_pixbuf_get_height(image));
 }
 
 void Loader::feed(std::FILE* file, utString& reason)
@@ -143,6 +167,8 @@ void Loader::feed(std::FILE* file, utString& reason)
         reason = "the file is empty";
     else if (!taken)
         reason = error ? one_line(error->message) : "the file is damaged";
+    else if (is_cut())
+        reason = "the file ends before the image does";
     g_clear_error(&error);
 }
 

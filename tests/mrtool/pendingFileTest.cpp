@@ -30,19 +30,25 @@ TEST(PendingFile, has_its_name_when_complete)
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("new")), fs::directory_iterator()), 1);
 }
 
-TEST(PendingFile, is_removed_when_the_program_is_interrupted)
+TEST(PendingFile, does_not_outlive_its_program)
 {
     TestFolder const folder;
-    pid_t const program = fork();
-    if (program == 0) {
-        remove_pending_files_on_interrupt();
-        PendingFile const pending(folder.path("file"));
-        std::raise(pending.good() ? SIGTERM : SIGKILL);
+    for (int const signal : {SIGTERM, SIGKILL}) {
+        pid_t const program = fork();
+        if (program == 0) {
+            remove_pending_files_on_interrupt();
+            PendingFile const pending(folder.path("file"));
+            std::raise(pending.good() ? signal : SIGABRT);
+        }
+        int status = 0;
+        waitpid(program, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal);
+        // The one signal leaves no time to remove anything; another program's files stay.
+        remove_left_over(folder.path("other"), program / 10);
+        EXPECT_EQ(fs::is_empty(folder.path("")), signal == SIGTERM);
+        remove_left_over(folder.path("other"), program);
+        EXPECT_TRUE(fs::is_empty(folder.path("")));
     }
-    int status = 0;
-    waitpid(program, &status, 0);
-    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
-    EXPECT_TRUE(fs::is_empty(folder.path("")));
 }
 
 } // namespace mrtool

@@ -136,6 +136,19 @@ TEST_F(thumbPlan, refuses_an_output_that_is_an_input)
                                                            " leads");
 }
 
+TEST_F(thumbPlan, refuses_an_output_in_the_place_of_other_work)
+{
+    std::string const input = path("all/plain");
+    for (char const* name : {"all/notes.txt", "all/chair.OBJ", "other/oak.multimat"}) {
+        make(name, "work");
+        EXPECT_EQ(plan_thumbs({input}, path(name)).wrong_usage,
+                  "the thumbnail of " + input + " would replace " + path(name) + ", which is no picture");
+    }
+    EXPECT_EQ(plan_thumbs({input}, "/dev/null").wrong_usage,
+              "the thumbnail of " + input + " would replace /dev/null, which is no file");
+    EXPECT_EQ(plan_thumbs({input}, path("all/really")).jobs.size(), 1u);
+}
+
 TEST_F(thumbPlan, refuses_an_output_that_has_no_place)
 {
     std::string const file = path("all/notes.txt");
@@ -150,6 +163,8 @@ TEST_F(thumbPlan, refuses_an_output_that_has_no_place)
 
 TEST_F(thumbPlan, does_not_walk_the_output)
 {
+    EXPECT_THAT(plan_thumbs({path("all/sub")}, path("all/sub")).wrong_usage,
+                HasSubstr(" is searched for inputs"));
     make("all/sub/out/old.png");
     EXPECT_EQ(plan_thumbs({path("all/sub")}, path("all/sub/out")).jobs.size(), 2u);
 }

@@ -33,7 +33,7 @@ std::vector<std::string> outcomes(std::vector<std::function<JobResult()>> const&
         for (std::string const& message : result.messages)
             told.back() += ", " + message;
     };
-    jobs.lost = [&](std::size_t, std::string const& fate) { told.back() += fate; };
+    jobs.lost = [&](std::size_t, pid_t, std::string const& fate) { told.back() += fate; };
     run_in_workers(jobs, limits);
     EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD) << "a worker is left";
     return told;

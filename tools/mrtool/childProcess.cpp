@@ -59,13 +59,13 @@ struct Pipe
 
 /// Collects output and last words until the child closed both.
 /// @return finished, or which limit was reached before
-ChildEnd collect(int output, int words, ChildLimits const& limits, ProcessClock::time_point deadline,
-                 std::string& caught, std::string& last_words)
+ChildEnd collect(int output, int words, ChildLimits const& limits, Deadline& deadline, std::string& caught,
+                 std::string& last_words)
 {
     pollfd both[] = {{output, POLLIN, 0}, {words, POLLIN, 0}};
     std::string* const texts[] = {&caught, &last_words};
     while (both[0].fd >= 0 || both[1].fd >= 0) {
-        int const wait = milliseconds_until(deadline);
+        int const wait = deadline.wait();
         if (wait == 0)
             return ChildEnd::out_of_time;
         if (poll(both, 2, wait) <= 0)
@@ -112,7 +112,7 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
         pointers.push_back(const_cast<char*>(argument.c_str())); // exec's signature; it changes nothing
     pointers.push_back(nullptr);
 
-    ProcessClock::time_point const deadline = ProcessClock::now() + limits.time;
+    Deadline deadline(limits.time);
     pid_t const parent = getpid();
     pid_t const child = output.open && words.open ? fork() : -1;
     if (child < 0) {

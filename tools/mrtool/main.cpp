@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "messages.h"
 #include "pendingFile.h"
+#include "process.h"
 #include "text.h"
 #include "untrustedReader.h"
 
@@ -17,6 +18,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <iostream>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace {
@@ -229,6 +231,9 @@ int run(int argc, char** argv)
     }
 }
 
+/// Bytes that the program, and each of its processes, may use.
+constexpr std::uint64_t most_memory = std::uint64_t{4} << 30;
+
 /// Files that the program opens must not come to lie where standard input, output or error are looked for.
 /// What takes the place of one that is closed cannot be written either.
 void open_standard_files()
@@ -263,6 +268,8 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     remove_pending_files_on_interrupt();
+    // What the program's own process reads is bounded by the file's size, which has no bound.
+    limit_memory(RLIMIT_DATA, most_memory);
     try {
         return finished(run(argc, argv));
     } catch (std::exception const& error) {

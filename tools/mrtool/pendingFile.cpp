@@ -91,6 +91,19 @@ bool is_pending_name(std::string_view name)
     return name.starts_with(pending_prefix) && name.ends_with(pending_suffix);
 }
 
+void remove_left_over(std::string const& path, pid_t process)
+{
+    fs::path const folder = fs::path(path).parent_path();
+    std::string const front = text(pending_prefix, process, "-");
+    std::error_code failed;
+    fs::directory_iterator at(folder.empty() ? "." : folder, failed);
+    for (; !failed && at != fs::directory_iterator(); at.increment(failed)) {
+        std::string const name = at->path().filename().string();
+        if (name.starts_with(front) && is_pending_name(name))
+            unlink(at->path().c_str());
+    }
+}
+
 void remove_pending_files_on_interrupt()
 {
     for (int const signal : interrupts)

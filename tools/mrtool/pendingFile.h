@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 class dgDuctImage;
 
@@ -36,6 +37,9 @@ private:
 
 /// Whether a file with this name is, or was left over as, a pending one.
 bool is_pending_name(std::string_view name);
+
+/// Removes what a process that is no more left pending beside a path.
+void remove_left_over(std::string const& path, pid_t process);
 
 /// From now on an interrupted program removes the file that is pending before it ends.
 void remove_pending_files_on_interrupt();

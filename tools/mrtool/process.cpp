@@ -43,21 +43,26 @@ bool drain(int file, std::string& into)
     return got > 0;
 }
 
-int milliseconds_until(ProcessClock::time_point deadline)
+int Deadline::wait()
 {
-    using std::chrono::ceil;
     using std::chrono::milliseconds;
-    auto const left = ceil<milliseconds>(deadline - ProcessClock::now()).count();
-    return static_cast<int>(std::clamp<std::int64_t>(left, 0, 1 << 30));
+    constexpr milliseconds longest(1000);
+    auto const now = Clock::now();
+    // So long between two questions, though told to wait less: this process was stopped.
+    if (now - m_asked > 2 * longest)
+        m_end += now - m_asked;
+    m_asked = now;
+    auto const left = std::chrono::ceil<milliseconds>(m_end - now);
+    return static_cast<int>(std::clamp(left, milliseconds(0), longest).count());
 }
 
-bool ended(pid_t child, ProcessClock::time_point deadline, int& status)
+bool ended(pid_t child, Deadline& deadline, int& status)
 {
     for (;;) {
         pid_t const done = waitpid(child, &status, WNOHANG);
         if (done == child || (done < 0 && errno != EINTR))
             return true;
-        if (milliseconds_until(deadline) == 0)
+        if (deadline.wait() == 0)
             return false;
         std::this_thread::sleep_for(std::chrono::microseconds(200));
     }

@@ -8,19 +8,31 @@
 
 namespace mrtool {
 
-using ProcessClock = std::chrono::steady_clock;
-
 /// Takes what a pipe or a socket holds; waits while it holds nothing.
 /// @return false at its end
 bool drain(int file, std::string& into);
 
-/// For poll(): rounded up, 0 when the deadline is over.
-int milliseconds_until(ProcessClock::time_point deadline);
+/// The time that another process has. What passes while this one stands still, stopped by its user, does not
+/// count: the other mostly stands still too.
+class Deadline
+{
+public:
+    explicit Deadline(std::chrono::milliseconds time) : m_end(Clock::now() + time) {}
+
+    /// How long to wait, in milliseconds, before asking again; 0 when the time is over.
+    int wait();
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    Clock::time_point m_end;
+    Clock::time_point m_asked = Clock::now();
+};
 
 /// Waits for a child's end.
 /// @param status  receives what waitpid() tells
 /// @return false when it lives on at the deadline
-bool ended(pid_t child, ProcessClock::time_point deadline, int& status);
+bool ended(pid_t child, Deadline& deadline, int& status);
 
 /// Kills a child. Afterwards it is gone.
 /// @return what waitpid() tells

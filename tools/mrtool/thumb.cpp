@@ -1,6 +1,7 @@
 // mrtool thumb: thumbnails of materials, meshes and images.
 #include "commands.h"
 #include "messages.h"
+#include "pendingFile.h"
 #include "thumbnailer.h"
 #include "thumbPlan.h"
 #include "workers.h"
@@ -25,7 +26,8 @@ bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbOptions const& o
             say(planned[number].input, message);
         all_made = all_made && result.made;
     };
-    jobs.lost = [&](std::size_t number, std::string const& fate) {
+    jobs.lost = [&](std::size_t number, pid_t worker, std::string const& fate) {
+        remove_left_over(planned[number].output, worker);
         say(planned[number].input, "drawing it " + fate);
         all_made = false;
     };

@@ -68,8 +68,13 @@ private:
     {
         std::error_code failed;
         fs::file_status const status = fs::status(input, failed);
-        if (fs::is_directory(status))
+        if (fs::is_directory(status)) {
+            if (m_output && target_of(input) == m_output_place)
+                refuse(text(*m_output,
+                            " is searched for inputs, among which the thumbnails would be; without -o "
+                            "each lies beside its input"));
             return walk(input, fs::path());
+        }
         if (fs::is_regular_file(status)) {
             if (access(input.c_str(), R_OK) != 0)
                 return fail(input, std::strerror(errno));
@@ -129,7 +134,7 @@ private:
         m_plan.failures.push_back({path.string(), std::move(reason)});
     }
 
-    /// Finds outputs that would be written twice, over an input, or where there is no place for them. One input
+    /// Finds outputs that would be written twice, over an input or something else of worth, or where there is no place for them. One input
     /// given twice is taken once.
     void find_collisions()
     {
@@ -149,6 +154,7 @@ private:
             if (auto const link = targets.find(place); link != targets.end())
                 refuse(text("the thumbnail of ", job.input, " would replace ", job.output,
                             ", to which the input ", link->second, " leads"));
+            check_replaced(job);
             auto const [at, added] = outputs.emplace(place, job.input);
             if (!added && target_of(at->second) != target_of(job.input))
                 refuse(text("the thumbnails of ", at->second, " and ", job.input, " would both be ",
@@ -164,6 +170,20 @@ private:
         std::error_code ignored;
         if (m_into_folder && fs::exists(*m_output, ignored) && !fs::is_directory(*m_output, ignored))
             refuse(text("the thumbnails need a folder, and ", *m_output, " is none"));
+    }
+
+    /// What is there already gives way only where it is a picture: other work would be lost, and a device.
+    void check_replaced(ThumbJob const& job)
+    {
+        std::error_code ignored;
+        fs::file_status const status = fs::status(job.output, ignored);
+        if (!fs::exists(status))
+            return;
+        bool const file = fs::is_regular_file(status);
+        if (!file ||
+            (fs::file_size(job.output, ignored) > 0 && file_kind(job.output).kind != FileKind::image))
+            refuse(text("the thumbnail of ", job.input, " would replace ", job.output, ", which is no ",
+                        file ? "picture" : "file"));
     }
 
     /// @param outputs  where they lie, and of which input they are

@@ -14,6 +14,7 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace mrtool {
 
@@ -107,7 +108,8 @@ public:
         if (m_socket >= 0)
             close(m_socket);
         int status = 0;
-        if (m_process > 0 && !ended(m_process, ProcessClock::now() + grace, status))
+        Deadline deadline(grace);
+        if (m_process > 0 && !ended(m_process, deadline, status))
             kill_child(m_process);
     }
 
@@ -130,18 +132,21 @@ public:
         return false;
     }
 
+    /// The process that did not do its job; -1 while there is none.
+    pid_t buried() const { return m_buried; }
+
     bool worn_out() const { return m_jobs >= m_limits.jobs || resident() >= m_limits.resident; }
 
 private:
     /// @param lost  receives the limit that was reached, or "finished" where the worker ended by itself
     bool receive(std::size_t number, JobResult& result, ChildResult& lost) const
     {
-        auto const deadline = ProcessClock::now() + m_limits.job.time;
+        Deadline deadline(m_limits.job.time);
         // Where nobody takes the number any more, the end is seen below.
         send(m_socket, &number, sizeof number, MSG_NOSIGNAL);
         std::string answer;
         for (;;) {
-            int const wait = milliseconds_until(deadline);
+            int const wait = deadline.wait();
             pollfd socket{m_socket, POLLIN, 0};
             lost.end = wait == 0                             ? ChildEnd::out_of_time
                        : answer.size() > m_limits.job.output ? ChildEnd::too_much_output
@@ -169,11 +174,12 @@ private:
         if (!by_itself)
             kill(m_process, SIGTERM);
         int status = 0;
-        if (!ended(m_process, ProcessClock::now() + grace, status))
+        Deadline deadline(grace);
+        if (!ended(m_process, deadline, status))
             status = kill_child(m_process);
         if (by_itself)
             judge(status, {}, lost);
-        m_process = -1;
+        m_buried = std::exchange(m_process, -1);
     }
 
     std::uint64_t resident() const
@@ -186,6 +192,7 @@ private:
 
     WorkerLimits const& m_limits;
     pid_t m_process = -1;
+    pid_t m_buried = -1;
     int m_socket = -1;
     int m_error = 0;
     int m_jobs = 0;
@@ -206,7 +213,7 @@ void run_in_workers(Jobs const& jobs, WorkerLimits const& limits)
         if (answered)
             jobs.done(number, result);
         else
-            jobs.lost(number, fate);
+            jobs.lost(number, worker->buried(), fate);
         if (!answered || worker->worn_out())
             worker.reset();
     }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace mrtool {
@@ -29,8 +30,9 @@ struct Jobs
     std::function<void(std::size_t)> begun;
     std::function<void(std::size_t, JobResult const&)> done;
     /// In the place of done(), when the worker ended before the job did.
-    /// @param fate  what became of it: "crashed (signal 11)"
-    std::function<void(std::size_t, std::string const& fate)> lost;
+    /// @param worker  the process, which is gone; -1 when there was none
+    /// @param fate    what became of it: "crashed (signal 11)"
+    std::function<void(std::size_t, pid_t worker, std::string const& fate)> lost;
 };
 
 struct WorkerLimits

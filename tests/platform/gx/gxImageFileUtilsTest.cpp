@@ -116,6 +116,12 @@ TEST(gxImageFileUtils, failures_have_a_reason)
     write_bytes(folder.path("empty.gif"), "");
     EXPECT_EQ(reason("empty.gif"), "the file is empty");
 
+    // Of these the loaders say nothing.
+    write_bytes(folder.path("cut.pgm"), "P5 2 2 255\nxyz");
+    write_bytes(folder.path("cut.bmp"), read_bytes(sample("images/hills.bmp")).substr(0, 8000));
+    for (char const* name : {"cut.pgm", "cut.bmp"})
+        EXPECT_EQ(reason(name), "the file ends before the image does") << name;
+
     write_bytes(folder.path("big.pgm"), "P5 40000 40000 255\nx");
     write_bytes(folder.path("big.tga"), "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0xxxxxxxxx"s);
     for (char const* name : {"big.pgm", "big.tga"})
