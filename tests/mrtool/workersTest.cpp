@@ -82,9 +82,11 @@ TEST(workers, keep_to_their_memory)
 #endif
 #endif
     // It takes the lack for a fault of something else.
-    auto const mistaken = [] {
+    std::vector<char> much; // out here, or a compiler does without it
+    auto const mistaken = [&] {
         try {
-            return JobResult{std::vector<char>(512 << 20).size() > 0, {}};
+            much.resize(512 << 20);
+            return JobResult{true, {}};
         } catch (std::bad_alloc const&) {
             return JobResult{false, {"bad content"}};
         }
