@@ -23,11 +23,11 @@ struct Format
     gxImageFileFormat format;
     char const* loader; ///< gdk-pixbuf's name of it; PNG has a reader of its own
     std::array<std::string_view, 4> extensions;
-    bool silent_when_cut = false; ///< whether the loader hands over what rows there are and reports nothing
+    bool silent_when_cut = false; ///< whether the loader makes do with what there is and reports nothing
 };
 
 constexpr Format formats[] = {
-    {gxImageFilePNG, nullptr, {"png"}},         {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}},
+    {gxImageFilePNG, nullptr, {"png"}},         {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}, true},
     {gxImageFileTIFF, "tiff", {"tif", "tiff"}}, {gxImageFileGIF, "gif", {"gif"}},
     {gxImageFileBMP, "bmp", {"bmp"}, true},     {gxImageFileTGA, "tga", {"tga"}},
     {gxImageFileICO, "ico", {"ico"}, true},     {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}, true},
@@ -84,6 +84,7 @@ class Loader
 public:
     explicit Loader(Format const& format)
         : m_scalable(format.format == gxImageFileSVG),
+          m_numbers_in_text(format.format == gxImageFilePNM),
           m_silent_when_cut(format.silent_when_cut),
           m_loader(gdk_pixbuf_loader_new_with_type(format.loader, nullptr))
     {
@@ -103,6 +104,7 @@ private:
     bool is_cut() const;
 
     bool m_scalable;
+    bool m_numbers_in_text; ///< whether the file may be one of numbers in plain text
     bool m_silent_when_cut;
     // The rows that came, from above or from below.
     int m_top = std::numeric_limits<int>::max();
@@ -129,6 +131,12 @@ void Loader::limit_size(GdkPixbufLoader* loader, int width, int height, void* se
     }
 }
 
+/// Whether a PNM file has its numbers in plain text, by its first bytes.
+bool is_plain_text(unsigned char const* bytes, std::size_t count)
+{
+    return count > 1 && bytes[1] >= '1' && bytes[1] <= '3';
+}
+
 void Loader::note_rows(GdkPixbufLoader*, int, int y, int, int height, void* self)
 {
     auto& that = *static_cast<Loader*>(self);
@@ -147,14 +155,22 @@ void Loader::feed(std::FILE* file, utString& reason)
     GError* error = nullptr;
     std::vector<unsigned char> bytes(1 << 16);
     bool empty = true;
+    bool plain_text = false;
     bool taken = true;
     while (taken && !m_too_large) {
         std::size_t const count = std::fread(bytes.data(), 1, bytes.size(), file);
         if (count == 0)
             break;
+        plain_text = m_numbers_in_text && (empty ? is_plain_text(bytes.data(), count) : plain_text);
         empty = false;
         taken = gdk_pixbuf_loader_write(m_loader.get(), bytes.data(), count, &error);
     }
+    // The loader takes a number only when it has seen its end.
+    unsigned char const line_feed = '\n';
+    if (taken && plain_text)
+        taken = gdk_pixbuf_loader_write(m_loader.get(), &line_feed, 1, &error);
+    // On closing, that of JPEG makes up the rows that are missing.
+    bool const cut = is_cut();
     // A loader has to be closed whatever happened; some decode only now.
     if (!gdk_pixbuf_loader_close(m_loader.get(), taken ? &error : nullptr))
         taken = false;
@@ -167,7 +183,7 @@ void Loader::feed(std::FILE* file, utString& reason)
         reason = "the file is empty";
     else if (!taken)
         reason = error ? one_line(error->message) : "the file is damaged";
-    else if (is_cut())
+    else if (cut)
         reason = "the file ends before the image does";
     g_clear_error(&error);
 }

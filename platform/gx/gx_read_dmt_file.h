@@ -24,8 +24,9 @@ constexpr double gx_dmt_crease_angle = 50.0;
 /// none, or one that is no direction. A block has texture coordinates when its mesh has. A mirrored mesh keeps
 /// the fronts of its triangles outside.
 ///
-/// It is only as safe as Assimp is, which damaged files can crash, keep busy for hours, or have take or leak all
-/// memory: read files from strangers in a process of their own. What is no regular file is refused without being read.
+/// It is only as safe as Assimp is, which damaged files can crash, keep busy for hours, or have take or leak
+/// all memory: read files from strangers in a process of their own. What is no regular file is refused without
+/// being read.
 ///
 /// @param path    path of the file
 /// @param blocks  receives the new blocks, which are the caller's

@@ -167,7 +167,7 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
     Outcome const made =
         run_mrtool("thumb " + folder.path("") + " " + folder.path("gone") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
-    for (char const* said : {"bad.multimat: not a readable material file",
+    for (char const* said : {"bad.multimat: bad content: \"image_encapsulation_type\" is missing",
                              "bad.ply: not a readable mesh: ", "bad.tiff: not a readable image: ",
                              "bad.png: not a readable image: ", "gone: No such file or directory",
                              "good.multimat: warning: facet 1: there is no image \"weave\"\n",

@@ -1,6 +1,7 @@
 // mrtool info: what is in a material file.
 #include "commands.h"
 #include "fileInfo.h"
+#include "materialFault.h"
 #include "messages.h"
 
 #include <cstdio>
@@ -15,18 +16,6 @@ namespace {
 void print(std::string_view text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);
-}
-
-std::string what_became_of(FileInfo const& info)
-{
-    switch (info.status) {
-    case mrFileMatOpenFailed:
-        return "cannot be opened: " + info.fault;
-    case mrFileMatNoDocument:
-        return "not a material file: " + info.fault;
-    default:
-        return "bad content: " + info.fault;
-    }
 }
 
 /// What is told of a file on standard output.
@@ -54,7 +43,7 @@ bool tell(std::string const& path, bool json)
     print(contents);
     if (info.status == mrFileMatReadOK)
         return true;
-    say(path, what_became_of(info));
+    say(path, in_words(info.status, info.fault));
     return false;
 }
 

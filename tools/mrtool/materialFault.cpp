@@ -207,4 +207,16 @@ std::string material_fault(std::string const& path, mrFileMatReadStatus status)
     return bad_content_fault(path);
 }
 
+std::string in_words(mrFileMatReadStatus status, std::string const& fault)
+{
+    switch (status) {
+    case mrFileMatOpenFailed:
+        return "cannot be opened: " + fault;
+    case mrFileMatNoDocument:
+        return "not a material file: " + fault;
+    default:
+        return "bad content: " + fault;
+    }
+}
+
 } // namespace mrtool

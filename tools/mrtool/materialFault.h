@@ -13,4 +13,7 @@ namespace mrtool {
 ///         or no number from 0 to 1"
 std::string material_fault(std::string const& path, mrFileMatReadStatus status);
 
+/// The fault in words for the user, with what the status means before it: "bad content: " and so on.
+std::string in_words(mrFileMatReadStatus status, std::string const& fault);
+
 } // namespace mrtool

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <random>
 #include <unistd.h>
 
 namespace mrtool {
@@ -47,6 +48,17 @@ void on_interrupt(int signal)
 }
 
 constexpr std::string_view pending_prefix = ".mrtool-";
+
+/// Of this run, the same in its workers: in a folder that machines share, others may have the same numbers of
+/// processes.
+unsigned const run_number = std::random_device()();
+
+/// What the names of a process's pending files begin with.
+std::string front_of(pid_t process)
+{
+    return text(pending_prefix, process, "-", run_number, "-");
+}
+
 constexpr std::string_view pending_suffix = ".tmp";
 
 constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
@@ -94,7 +106,7 @@ bool is_pending_name(std::string_view name)
 void remove_left_over(std::string const& path, pid_t process)
 {
     fs::path const folder = fs::path(path).parent_path();
-    std::string const front = text(pending_prefix, process, "-");
+    std::string const front = front_of(process);
     std::error_code failed;
     fs::directory_iterator at(folder.empty() ? "." : folder, failed);
     for (; !failed && at != fs::directory_iterator(); at.increment(failed)) {
@@ -123,7 +135,7 @@ PendingFile::PendingFile(std::string path) : m_path(std::move(path))
     }
     static int count = 0;
     for (;;) {
-        std::string const name = text(pending_prefix, getpid(), "-", ++count, pending_suffix);
+        std::string const name = text(front_of(getpid()), ++count, pending_suffix);
         std::string const temporary = (folder / name).string();
         int const error = create(temporary);
         if (error == 0) {

@@ -27,8 +27,12 @@ constexpr bool keeps_memory_limit()
 
 void limit(int resource, rlim_t most)
 {
-    rlimit const both{most, most};
-    setrlimit(static_cast<__rlimit_resource>(resource), &both);
+    auto const which = static_cast<__rlimit_resource>(resource);
+    rlimit both{most, most};
+    // A lower limit that is there already stays.
+    if (rlimit now; getrlimit(which, &now) == 0)
+        both = {std::min(now.rlim_cur, most), std::min(now.rlim_max, most)};
+    setrlimit(which, &both);
 }
 
 } // namespace

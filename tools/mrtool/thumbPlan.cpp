@@ -134,8 +134,8 @@ private:
         m_plan.failures.push_back({path.string(), std::move(reason)});
     }
 
-    /// Finds outputs that would be written twice, over an input or something else of worth, or where there is no place for them. One input
-    /// given twice is taken once.
+    /// Finds outputs that would be written twice, over an input or something else of worth, or where there is
+    /// no place for them. One input given twice is taken once.
     void find_collisions()
     {
         std::vector<ThumbJob> jobs = std::move(m_plan.jobs);

@@ -1,5 +1,6 @@
 #include "thumbnailer.h"
 
+#include "materialFault.h"
 #include "pendingFile.h"
 #include "plainBlock.h"
 #include "text.h"
@@ -23,18 +24,6 @@ constexpr double front = 0.9;
 
 // Of warnings of one kind; a file may hold as many faults as it likes.
 constexpr std::size_t most_warnings = 20;
-
-char const* what_became_of(mrFileMatReadStatus status)
-{
-    switch (status) {
-    case mrFileMatOpenFailed:
-        return "cannot be opened";
-    case mrFileMatNoDocument:
-        return "not a material file: the end of its document is missing";
-    default:
-        return "not a readable material file; mrtool info says where";
-    }
-}
 
 /// How the axes of a mesh file lie in the blocks that are read from it.
 struct Axes
@@ -128,7 +117,7 @@ Thumbnailer::Picture Thumbnailer::of_material(std::string const& path)
     mrFileMat material;
     mrFileMatReadStatus const status = material.read(utString(path));
     if (status != mrFileMatReadOK) {
-        m_reason = what_became_of(status);
+        m_reason = in_words(status, material_fault(path, status));
         return nullptr;
     }
     if (!start_renderer())

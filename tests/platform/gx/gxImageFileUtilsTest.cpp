@@ -67,6 +67,7 @@ TEST(gxImageFileUtils, reads_each_format)
     std::string const frame = "\x2c\0\0\0\0\1\0\1\0\0\2\2"s;
     write_bytes(folder.path("a.gif"),
                 "GIF89a\1\0\1\0\x80\0\0\1\2\3\x28\x32\x3c"s + frame + "\x4c\1\0"s + frame + "\x44\1\0;"s);
+    write_bytes(folder.path("a.ppm"), "P3 1 2 255 1 2 3 70 80 90");
     write_bytes(folder.path("a.svg"), "<svg xmlns='http://www.w3.org/2000/svg' width='100000' height='50000'>"
                                       "<rect width='50000' height='50000' fill='#0000ff'/></svg>");
     struct Case
@@ -80,8 +81,9 @@ TEST(gxImageFileUtils, reads_each_format)
          {Case{"a.png", 64, 16, 40, 8, blue}, Case{"a.jpeg", 64, 16, 40, 8, blue},
           Case{"a.tiff", 64, 16, 40, 8, blue}, Case{"a.bmp", 64, 16, 40, 8, blue},
           Case{"a.ico", 64, 16, 40, 8, blue}, Case{"turned.jpg", 16, 64, 8, 40, blue},
-          Case{"a.tga", 1, 1, 0, 0, {60, 40, 20, 80}}, Case{"a.gif", 1, 1, 0, 0, {40, 50, 60, 255}},
-          Case{"a.svg", 2048, 1024, 500, 500, blue}, Case{"a.svg", 2048, 1024, 1500, 500, {0, 0, 0, 0}}}) {
+          Case{"a.tga", 1, 1, 0, 0, {60, 40, 20, 80}}, Case{"a.ppm", 1, 2, 0, 1, {70, 80, 90, 255}},
+          Case{"a.gif", 1, 1, 0, 0, {40, 50, 60, 255}}, Case{"a.svg", 2048, 1024, 500, 500, blue},
+          Case{"a.svg", 2048, 1024, 1500, 500, {0, 0, 0, 0}}}) {
         utString reason;
         Image const image = read(folder.path(name), reason);
         ASSERT_TRUE(image) << name << reason.c_str();
@@ -119,7 +121,10 @@ TEST(gxImageFileUtils, failures_have_a_reason)
     // Of these the loaders say nothing.
     write_bytes(folder.path("cut.pgm"), "P5 2 2 255\nxyz");
     write_bytes(folder.path("cut.bmp"), read_bytes(sample("images/hills.bmp")).substr(0, 8000));
-    for (char const* name : {"cut.pgm", "cut.bmp"})
+    save_stripes(folder.path("a.jpeg"), "jpeg");
+    std::string const jpeg = read_bytes(folder.path("a.jpeg"));
+    write_bytes(folder.path("cut.jpeg"), jpeg.substr(0, jpeg.size() - 8));
+    for (char const* name : {"cut.pgm", "cut.bmp", "cut.jpeg"})
         EXPECT_EQ(reason(name), "the file ends before the image does") << name;
 
     write_bytes(folder.path("big.pgm"), "P5 40000 40000 255\nx");
