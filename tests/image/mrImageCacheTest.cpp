@@ -67,7 +67,16 @@ protected:
         return bytes.substr(0, bytes.find("\n\n") + 2);
     }
 
+    /// What reading a file of the text and of what the cache file at the path has after its own text gives.
+    mrFileMatReadStatus read_with(std::string const& text, mrImageCache& cache)
+    {
+        std::string const bytes = read_bytes(path);
+        write_bytes(other, text + bytes.substr(bytes.find("\n\n") + 2));
+        return cache.read(other.c_str());
+    }
+
     TestFolder const folder;
+    std::string const other = folder.path("other");
     std::string const path = folder.path("cache");
     std::vector<Image> images;
 };
@@ -224,4 +233,172 @@ TEST_F(mrImageCacheTest, EvictsWhatItMayWithAShrinkageOutOfRange)
     EXPECT_EQ(all.size(), 0);
     all.shrink_by(5);
     EXPECT_EQ(reports(), (Reports{out_of_range, out_of_range, incorrect}));
+}
+
+TEST_F(mrImageCacheTest, IsRestoredWithEachAgeOnItsImage)
+{
+    Cache cache(4, 2);
+    utClock::set(start + 500);
+    cache.add_image(7, image(7), 100);
+    cache.add_image(3, image(3), 400);
+    cache.add_image(4000000000u, image(4), 300);
+    cache.add_image(1, image(1), 50);
+    cache.remove_image(7);
+    cache.add_image(7, image(70), 350);
+    ASSERT_EQ(text_of(cache), "4 2\n3 400\n-294967296 300\n1 50\n7 350\n\n");
+    std::string const written = read_bytes(path);
+
+    Cache restored;
+    ASSERT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    std::filesystem::remove(path);
+    EXPECT_EQ(text_of(restored), "4 2\n3 400\n-294967296 300\n1 50\n7 350\n\n");
+    EXPECT_EQ(read_bytes(path), written);
+    for (auto const& [hash, number] : {std::pair{3u, 3}, {4000000000u, 4}, {1u, 1}, {7u, 70}}) {
+        dgDuctImage* const found = restored.get_image(hash);
+        EXPECT_EQ(pixel(*found, 0, 0)[0], number);
+        EXPECT_STREQ(found->name(), "own");
+        EXPECT_EQ(found->references(), 2) << "the reader's and the entry's";
+    }
+    ASSERT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    // The first to come evicted two, of one age by now.
+    EXPECT_EQ(reports(), Reports({out_of_range, present, present}));
+    EXPECT_EQ(text_of(restored), "4 2\n3 400\n-294967296 300\n1 50\n7 350\n\n");
+}
+
+TEST_F(mrImageCacheTest, EvictsTheOldestOnceItIsRestored)
+{
+    Cache cache(4, 2);
+    fill(cache, {10, 20, 30, 40});
+    text_of(cache);
+    Cache restored;
+    ASSERT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    utClock::set(start + 50);
+    restored.add_image(5, image(5));
+    EXPECT_EQ(text_of(restored), "4 2\n3 30\n4 40\n5 50\n\n");
+
+    text_of(cache);
+    Cache small;
+    ASSERT_EQ(read_with("2 1\n0 40\n 30\n0 20\nx 10\n\n", small), mrFileMatReadOK);
+    EXPECT_EQ(reports(), Reports{source + "1 or both values are invalid"});
+    // The ages go by place, the hash values by the images' names; each that comes evicts the one before it.
+    EXPECT_EQ(text_of(small), "2 1\n1 40\n4 10\n\n");
+}
+
+TEST_F(mrImageCacheTest, AnEmptyCacheIsRestored)
+{
+    Cache cache(6, 5);
+    EXPECT_EQ(text_of(cache), "6 5\n\n");
+    EXPECT_EQ(std::filesystem::file_size(path), 5u);
+    mrImageCache restored;
+    EXPECT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    EXPECT_EQ(text_of(restored), "6 5\n\n");
+    EXPECT_TRUE(restored.empty());
+}
+
+TEST_F(mrImageCacheTest, ReportsWhatIsWrongInAFileAndGoesOn)
+{
+    Cache cache(9, 2);
+    fill(cache, {10, 20});
+    text_of(cache);
+
+    std::string const limits = source + "1 or both vales are invalid";
+    std::string const fields = source + "1 or both values are invalid";
+    std::string const size = source + "Invalid Cache size";
+    std::string const shrinkage = source + "Invalid shrinkage value";
+    std::string const age = source + "Invalid age";
+    std::string const number = source + "Expected same size";
+    std::string const args = source + "Args";
+    struct Case
+    {
+        std::string text;
+        Reports reported;
+        mrFileMatReadStatus status;
+        std::string restored;
+    };
+    std::string const long_line(1018, '0');
+    for (auto const& [text, reported, status, restored] : std::vector<Case>{
+             {"9 2\n1 10\n2 20\n\n", {}, mrFileMatReadOK, "9 2\n1 10\n2 20\n\n"},
+             {"9   2\n1   10\n2 +20\n\n", {}, mrFileMatReadOK, "9 2\n1 10\n2 20\n\n"},
+             {"9 " + long_line + "+00\n1 1\n\n", {number}, mrFileMatReadOK, "9 0\n1 1\n\n"},
+             {"9 " + long_line + "002\n1 1\n2 2\n\n", {}, mrFileMatReadOK, "9 2\n1 1\n2 2\n\n"},
+             {"9 " + long_line + "0002\n1 1\n\n", {}, mrFileMatBadContent, "9 0\n\n"},
+             {"9 2\n1 " + long_line + "0001\n2 2\n\n", {}, mrFileMatBadContent, "9 2\n\n"},
+             {"9\n1\n\n", {limits, fields, age, number, args}, mrFileMatReadOK, "9 0\n1 0\n\n"},
+             {" 2\n\n", {limits, size, shrinkage, number}, mrFileMatReadOK, "0 2\n\n"},
+             {"9 2\r\n1 -1\n2 9999999999\n\n", {age, age, args, args}, mrFileMatReadOK, "9 0\n1 -1\n2 0\n\n"},
+             {"9 9\n1 1 1\n\n", {shrinkage, age, number, args}, mrFileMatReadOK, "9 9\n1 0\n\n"},
+             {"9 2\n1 1\n2 2\n3 3\n\n", {number}, mrFileMatReadOK, "9 2\n1 1\n2 2\n\n"},
+             {"9 -3\n\n", {number}, mrFileMatReadOK, "9 -3\n\n"},
+         }) {
+        Cache found;
+        EXPECT_EQ(read_with(text, found), status) << text;
+        EXPECT_EQ(reports(), reported) << text;
+        EXPECT_EQ(text_of(found), restored) << text;
+        text_of(cache);
+    }
+}
+
+TEST_F(mrImageCacheTest, ReadsWithoutASeparatorOrALimitToNothing)
+{
+    for (auto const& [text, count] : {std::pair{"9 2\n1 1\n", 0u}, {"9 2\n1 1", 0u}, {"9 2", 0u}, {"", 3u}}) {
+        write_bytes(path, text);
+        Cache cache;
+        EXPECT_EQ(cache.read(path.c_str()), mrFileMatBadContent) << text;
+        EXPECT_EQ(reports().size(), count) << text;
+        EXPECT_TRUE(cache.empty());
+    }
+    write_bytes(path, "-5 -6\n\n");
+    {
+        Cache cache;
+        EXPECT_EQ(cache.read(path.c_str()), mrFileMatReadOK);
+        EXPECT_EQ(reports(), (Reports{source + "Invalid Cache size", invalid_data}));
+    }
+    EXPECT_EQ(reports(), Reports{invalid_data});
+}
+
+TEST_F(mrImageCacheTest, LeavesImagesOutThatCannotBeWritten)
+{
+    Cache cache(9, 2);
+    fill(cache, {10, 20});
+    cache.add_image(3, images.emplace_back(new dgDuctImage("", 0, 0)).get(), 30);
+    images.back()->reference();
+    cache.add_image(4, image(4), 40);
+    EXPECT_EQ(text_of(cache), "9 2\n1 10\n2 20\n3 30\n4 40\n\n");
+    Cache restored;
+    EXPECT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    EXPECT_EQ(reports(), Reports{source + "Expected same size"});
+    EXPECT_EQ(restored.size(), 2);
+}
+
+TEST_F(mrImageCacheTest, AFileThatCannotBeOpenedChangesNothing)
+{
+    Cache cache(9, 2);
+    for (std::string const& unwritable :
+         {folder.path("missing/cache"), folder.path(""), std::string("/dev/full")})
+        EXPECT_EQ(cache.write(unwritable.c_str()), 0) << unwritable;
+    EXPECT_TRUE(reports().empty());
+    for (std::string const& unreadable : {folder.path("missing"), folder.path("")}) {
+        mrImageCache none;
+        EXPECT_EQ(none.read(unreadable.c_str()), mrFileMatOpenFailed) << unreadable;
+        EXPECT_TRUE(none.invalid());
+    }
+    EXPECT_EQ(reports(), Reports(2, invalid_data));
+
+    EXPECT_EQ(cache.read(""), mrFileMatOpenFailed);
+    EXPECT_EQ(cache.write(utString()), 0);
+    EXPECT_EQ(reports(), Reports(3, out_of_range));
+    EXPECT_EQ(cache.max_cache_size(), 9);
+}
+
+TEST_F(mrImageCacheTest, WritesAnInvalidCacheAndReadsItAsOne)
+{
+    {
+        mrImageCache invalid;
+        EXPECT_EQ(invalid.write(path.c_str()), 1);
+        EXPECT_EQ(read_bytes(path), "-1 -1\n\n");
+        EXPECT_EQ(reports(), Reports{out_of_range});
+        EXPECT_EQ(invalid.read(path.c_str()), mrFileMatReadOK);
+    }
+    EXPECT_EQ(reports(), (Reports{source + "Invalid Cache size", source + "Invalid shrinkage value",
+                                  invalid_data, invalid_data}));
 }
