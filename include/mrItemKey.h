@@ -28,7 +28,8 @@ public:
     int compare(mrItemKey const& other) const;
 
     /// Names the table that keys look their entries up in from here on.
-    /// @param table  borrowed; null stands for an empty one
+    /// @param table  borrowed until another is named, for as long as keys are compared; null stands for an
+    ///               empty one
     static void store_table_pointer(intmrImageCacheItemcoTablePtrcoPtrcoTable* table);
 
 private:

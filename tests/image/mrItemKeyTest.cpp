@@ -10,6 +10,8 @@ namespace {
 class mrItemKeyTest : public testing::Test
 {
 protected:
+    // That of a cache before may still be named.
+    mrItemKeyTest() { mrItemKey::store_table_pointer(nullptr); }
     ~mrItemKeyTest() override { mrItemKey::store_table_pointer(nullptr); }
 
     mrImageCacheItem old_entry{new dgDuctImage("", 1, 1), 5};
