@@ -336,9 +336,10 @@ mrItemKeycoSortedList mrImageCache::eviction_candidates() const
     int newest = 0;
     for (auto const& [key, entry] : m_table) {
         // The youngest of all entries met, not of the candidates: a cheap approximation of the oldest.
-        bool const younger_than_all = entry->age() > newest;
+        int const age_of_entry = entry->age();
+        bool const younger_than_all = age_of_entry > newest;
         if (younger_than_all)
-            newest = entry->age();
+            newest = age_of_entry;
         if (count < m_shrinkage) {
             candidates.add(mrItemKey(key));
             ++count;
