@@ -11,11 +11,12 @@
 class dgDuctImage;
 class utString;
 
-/// Images under 32-bit hash values of the caller's choice, mrUtils::file_hash and symbol_defn_hash among them.
+/// Images under 32-bit hash values of the caller's choice, mrUtils::file_hash and symbol_defn_hash among
+/// them.
 ///
-/// Each entry holds one reference on its image and has an age, the second in which it was entered or asked for
-/// last, counted from the start of 2009 in local standard time. An entry that is to come into a full cache
-/// evicts a fixed number of others first, about those of the lowest ages: see shrink_by(). Whatever is
+/// Each entry holds one reference on its image and has an age, the second in which it was entered or asked
+/// for last, counted from the start of 2009 in local standard time. An entry that is to come into a full
+/// cache evicts a fixed number of others first, about those of the lowest ages: see shrink_by(). Whatever is
 /// evicted, removed or overwritten stays alive, with its reference on its image, for the process's life; the
 /// destructor lets go of what is still in the cache.
 ///
@@ -57,8 +58,8 @@ public:
     /// @report "argument out of range | CO_TABLE::member | null key" for 0
     int hash_value_exists(unsigned int hash) const;
 
-    /// Enters the image with the present age, after an eviction where the cache is full. It takes the place of
-    /// an entry of the same hash value.
+    /// Enters the image with the present age, after an eviction where the cache is full. It takes the place
+    /// of an entry of the same hash value.
     /// @param image  null makes an entry without an image
     /// @report what hash_value_exists() reports
     /// @report "argument out of range | Hash value already present!"
@@ -79,8 +80,8 @@ public:
     /// @report "Hash value not found!" when there is none
     void remove_image(unsigned int hash);
 
-    /// Writes the limits and the entries to the path, in the place of what is there, and after them the images
-    /// as mrUtils::write_images does, each under its hash value. Ages are written as they are.
+    /// Writes the limits and the entries to the path, in the place of what is there, and after them the
+    /// images as mrUtils::write_images does, each under its hash value. Ages are written as they are.
     /// @return 1, or 0 when the file cannot be created or does not take the limits and entries. Images that
     ///         are missing in the end, after one that is null, empty or cannot be written, make no difference
     /// @report "argument out of range | Args" when invalid; both limits are written all the same
@@ -91,14 +92,15 @@ public:
     /// Takes the limits from the file and adds its entries to those there are. Safe for untrusted input: see
     /// max_line and mrUtils::read_images for the limits, and mrFileMat::read for what is no regular file.
     ///
-    /// An image comes under the hash value that it is named by, with the age of the entry in the same place of
-    /// the file's list, whichever image that was written for. On every image that an entry took, the reference
-    /// of mrUtils::read_images stays too, for the process's life. Numbers that are none count as 0. With the
-    /// limits of a file, each entry may evict others, none where the shrinkage is 0 or less; the time it takes
-    /// grows with the square of the number of entries then.
+    /// An image comes under the hash value that it is named by, with the age of the entry in the same place
+    /// of the file's list, whichever image that was written for. On every image that an entry took, the
+    /// reference of mrUtils::read_images stays too, for the process's life. Numbers that are none count as 0.
+    /// Entries beyond the file's size limit evict, which takes time linear in the number of those there; where
+    /// the file's shrinkage is 0 or less an eviction may evict none, and the cache grows past the limit.
     /// @return mrFileMatReadOK; mrFileMatOpenFailed, and nothing has changed; or mrFileMatBadContent when the
     ///         images cannot be read, the empty line in front of them is missing, or a line is too long: no
-    ///         entry has changed then. So too when there is not enough memory, where some may have been entered
+    ///         entry has changed then. The same when there is not enough memory; then some may have been
+    ///         entered
     /// @report "argument out of range | Args" when the cache is valid already
     /// @report "argument out of range | Args" when @p path is empty
     /// @report "1 or both vales are invalid" unless the first line has two fields
@@ -124,12 +126,13 @@ protected:
     /// @report "Args" when @p image is null, from mrImageCacheItem
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Evicts @p n entries, which becomes the shrinkage. Among entries that were entered in the order of their
-    /// ages those of the lowest ages go; otherwise an entry met later may go in the place of an older one.
+    /// Evicts @p n entries, which becomes the shrinkage. Among entries that were entered in the order of
+    /// their ages those of the lowest ages go; otherwise an entry met later may go in the place of an older
+    /// one.
     ///
-    /// The entries are met in the order in which they were entered, and the first @p n are candidates. Each of
-    /// the others takes the place of the candidate of the greatest age, unless it is younger than every entry
-    /// met before. Of 5, 10, 7 with one to evict it is 7 that goes.
+    /// The entries are met in the order in which they were entered, and the first @p n are candidates. Each
+    /// of the others takes the place of the candidate of the greatest age, unless it is younger than every
+    /// entry met before. Of 5, 10, 7 with one to evict it is 7 that goes.
     /// @report "Invalid data" when invalid
     /// @report "argument out of range | Args" unless @p n is above 0 and below size()
     /// @report "List is empty!" for each such entry when @p n is 0 or less
@@ -137,8 +140,8 @@ protected:
     /// @report "Incorrect shrinkage" when more or fewer than @p n were evicted
     void shrink_by(int n);
 
-    /// The present age: seconds by utClock since midnight at the start of 1 January 2009, local standard time;
-    /// 0 when that does not fit an int.
+    /// The present age: seconds by utClock since midnight at the start of 1 January 2009, local standard
+    /// time; 0 when that does not fit an int.
     static int age();
 
 private:

@@ -12,8 +12,8 @@ UT_API void co_report_sorted_list_empty();
 
 /// Elements in ascending order, which `int T::compare(T const&) const` gives: below 0, 0, or above 0.
 ///
-/// Elements that compare equal are all kept, the one added last before the others. What an element compares by
-/// may change while nothing is added; the order stays that of when the elements were added.
+/// Elements that compare equal are all kept, the one added last before the others. What an element compares
+/// by may change while nothing is added; the order stays that of when the elements were added.
 template <class T>
 class coSortedList
 {
@@ -51,8 +51,8 @@ public:
     const_iterator end() const { return m_elements.end(); }
 
 private:
-    /// The element in front of which the new one goes. Comparing may be dear, and elements that come in order,
-    /// or are all alike, need one or two.
+    /// The element in front of which the new one goes. Comparing may be dear, and elements that come in
+    /// order, or are all alike, need one or two.
     const_iterator place_of(T const& element) const
     {
         if (m_elements.empty() || element.compare(*m_elements.rbegin()) > 0)

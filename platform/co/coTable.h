@@ -49,7 +49,8 @@ public:
     };
 
 private:
-    // Entries stand one after the other, so that a walk over many is fast; one removed leaves its place empty.
+    // Entries stand one after the other, so that a walk over many is fast; one removed leaves its place
+    // empty.
     using Places = std::deque<std::optional<Entry>>;
 
 public:
