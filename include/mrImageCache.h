@@ -89,14 +89,16 @@ public:
     /// @report "Invalid image!" from mrImageCacheItem for each entry without an image
     int write(utString const& path);
 
-    /// Takes the limits from the file and adds its entries to those there are. Safe for untrusted input: see
-    /// max_line and mrUtils::read_images for the limits, and mrFileMat::read for what is no regular file.
+    /// Takes the limits from the file and adds its entries to those there are. Safe for untrusted input, but
+    /// for the time that evictions take, see below. The limits are those of max_line and of
+    /// mrUtils::read_images; see mrFileMat::read for what is no regular file.
     ///
     /// An image comes under the hash value that it is named by, with the age of the entry in the same place
     /// of the file's list, whichever image that was written for. On every image that an entry took, the
     /// reference of mrUtils::read_images stays too, for the process's life. Numbers that are none count as 0.
-    /// Entries beyond the file's size limit evict, which takes time linear in the number of those there; where
-    /// the file's shrinkage is 0 or less an eviction may evict none, and the cache grows past the limit.
+    /// Entries beyond the file's size limit evict. An eviction takes time linear in the number of entries, and
+    /// a file may ask for as many as it has entries. Where its shrinkage is 0 or less an eviction may evict
+    /// none, and the cache grows past the limit.
     /// @return mrFileMatReadOK; mrFileMatOpenFailed, and nothing has changed; or mrFileMatBadContent when the
     ///         images cannot be read, the empty line in front of them is missing, or a line is too long: no
     ///         entry has changed then. The same when there is not enough memory; then some may have been
