@@ -96,9 +96,9 @@ public:
     /// An image comes under the hash value that it is named by, with the age of the entry in the same place
     /// of the file's list, whichever image that was written for. On every image that an entry took, the
     /// reference of mrUtils::read_images stays too, for the process's life. Numbers that are none count as 0.
-    /// Entries beyond the file's size limit evict. An eviction takes time linear in the number of entries, and
-    /// a file may ask for as many as it has entries. Where its shrinkage is 0 or less an eviction may evict
-    /// none, and the cache grows past the limit.
+    /// Entries beyond the file's size limit evict. An eviction takes time linear in the number of entries,
+    /// and a file may ask for as many as it has entries. Where its shrinkage is 0 or less an eviction may
+    /// evict none, and the cache grows past the limit.
     /// @return mrFileMatReadOK; mrFileMatOpenFailed, and nothing has changed; or mrFileMatBadContent when the
     ///         images cannot be read, the empty line in front of them is missing, or a line is too long: no
     ///         entry has changed then. The same when there is not enough memory; then some may have been
