@@ -4,6 +4,7 @@
 #include "coDList.h"
 #include "coPrg.h"
 #include "coSet.h"
+#include "coSortedList.h"
 #include "coTable.h"
 #include "gsTriUtils.h"
 #include "utString.h"
@@ -11,6 +12,8 @@
 class dgDuctImage;
 class mrFMFacet;
 class mrFMTexture;
+class mrImageCacheItem;
+class mrItemKey;
 class mrMatProp;
 class mrRecolouredImage;
 
@@ -27,6 +30,11 @@ using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
 using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
 
 using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
+
+/// The image cache's entries by hash value; the cache deletes them.
+using intmrImageCacheItemcoTablePtrcoPtrcoTable = coTable<int, mrImageCacheItem*, coZeroIsNullKey>;
+
+using mrItemKeycoSortedList = coSortedList<mrItemKey>;
 
 /// A number of facets.
 using mrNumFaces = int;

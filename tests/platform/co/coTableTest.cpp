@@ -2,7 +2,9 @@
 
 #include "mrTest.h"
 
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -38,6 +40,46 @@ TEST(CoTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
     table[1] = "only";
     copy = table;
     EXPECT_EQ(keys(copy), std::vector<int>{1});
+}
+
+TEST(CoTable, KeepsTheOrderOfTheRestWhenKeysAreRemoved)
+{
+    coTable<int, int, coZeroIsNullKey> table(4, 50);
+    for (int key : {3, 0, 2, 1})
+        table[key] = key;
+    EXPECT_EQ(table.remove(0), 1);
+    EXPECT_EQ(table.remove(0), 0);
+    EXPECT_EQ(table.remove(3), 1);
+    table[3] = 5;
+    EXPECT_EQ(keys(table), (std::vector<int>{2, 1, 3}));
+    EXPECT_EQ(table.size(), 3u);
+    EXPECT_EQ(table.read(3), 5);
+}
+
+TEST(CoTable, StaysWhatItIsThroughManyRemovals)
+{
+    coTable<utString, int> table(4, 50);
+    std::vector<std::pair<utString, int>> expected;
+    std::minstd_rand numbers;
+    for (int i = 0; i < 20000; ++i) {
+        utString const key = utString("").append_integer(i);
+        table[key] = i;
+        expected.emplace_back(key, i);
+        // Fewer and fewer at first, then more again, from every place.
+        for (unsigned int more = i % 2000 < 1000 ? 2 : 0; more > 0 && !expected.empty(); --more) {
+            auto const gone = expected.begin() + static_cast<int>(numbers() % expected.size());
+            EXPECT_EQ(table.remove(gone->first), 1);
+            expected.erase(gone);
+        }
+    }
+    ASSERT_EQ(table.size(), expected.size());
+    auto entry = table.begin();
+    for (auto const& [key, value] : expected) {
+        EXPECT_EQ(entry->key, key);
+        EXPECT_EQ((entry++)->value, value);
+        EXPECT_EQ(table.read(key), value);
+    }
+    EXPECT_EQ(entry, table.end());
 }
 
 TEST(CoTable, GivesADefaultForAMissingKey)
