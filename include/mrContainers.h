@@ -2,13 +2,17 @@
 #pragma once
 
 #include "coDList.h"
+#include "coPageArr.h"
+#include "coPrf.h"
 #include "coPrg.h"
 #include "coSet.h"
 #include "coTable.h"
 #include "gsTriUtils.h"
+#include "mrTypes.h"
 #include "utString.h"
 
 class dgDuctImage;
+class giColour;
 class mrFMFacet;
 class mrFMTexture;
 class mrMatProp;
@@ -35,6 +39,19 @@ using mrNumFaces = int;
 using giTriBlockcoDListPtrcoTablePrgcoPrg = coPrg<giTriBlockcoDListPtrcoPtrcoDList>;
 using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
     coTable<mrNumFaces, giTriBlockcoDListPtrcoTablePrgcoPrg, coZeroIsNullKey>;
+
+using giColourcoPageArr = coPageArr<giColour>;
+
+using doublecoDList = coDList<double>;
+using doublecoDListcoPrf = coPrf<doublecoDList>;
+
+/// The position of a colour in its palette, from 0; an ordinary key.
+using mrColourIndex = int;
+
+using utStringmrColourIndexcoTable = coTable<utString, mrColourIndex>;
+using mrColourIndexutStringcoTable = coTable<mrColourIndex, utString>;
+using mrColourIndexmrColourEncodingcoTable = coTable<mrColourIndex, mrColourEncoding>;
+using mrColourIndexdoublecoDListcoPrfcoTable = coTable<mrColourIndex, doublecoDListcoPrf>;
 
 /// The numbers that every hashed container of the library is created with: room for entries, and the fill
 /// limit in per cent.

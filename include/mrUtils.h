@@ -1,4 +1,4 @@
-// The images that follow a document in a file.
+// The images that follow a document in a file; colours out of their components.
 #pragma once
 
 #include "mrContainers.h"
@@ -6,6 +6,7 @@
 
 #include <cstdint>
 
+class giColour;
 class utString;
 
 /// Functions that need no object.
@@ -33,4 +34,15 @@ public:
     ///         many pixels or more memory than there is; the table keeps the images stored before
     static int read_images(utString const& path, int start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images);
+
+    /// Works out a colour from the values of its encoding, in the order that mrColourEncoding names them,
+    /// with a fourth byte of 0. No value is out of range: rgb8 and cmy8 values and the channels that cmyk values
+    /// make are truncated towards zero (to 0 where that fits no int), then their low eight bits count.
+    /// @report "Invalid format!" for mrColourEncodingNone, and then the last of these too
+    /// @report "Expected 3 component values!" for rgb8 or cmy8 with another count; values beyond are left
+    ///         out, those missing are 0, each with the report of coDList
+    /// @report "Expected 4 component values!" for cmyk likewise; with black of exactly 100 the others are not
+    ///         asked for
+    /// @report "unknown enumerator constant | Invalid format!" for any other encoding; @p colour is untouched
+    static void colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour);
 };

@@ -68,6 +68,13 @@ public:
         return m_index.contains(key) ? 1 : 0;
     }
 
+    /// The value of the key, or null when the table does not hold it; reports nothing.
+    Value const* find(Key const& key) const
+    {
+        auto const found = m_index.find(key);
+        return found == m_index.end() ? nullptr : &found->second->value;
+    }
+
     /// The value of the key, or a default one (null for a pointer) when the table does not hold it.
     /// @report "argument out of range | CO_TABLE::read | null key" for the null key
     Value const& read(Key const& key) const
@@ -75,8 +82,8 @@ public:
         static Value const missing{};
         if (NullKey::is_null(key))
             co_report_null_key_read();
-        auto const found = m_index.find(key);
-        return found == m_index.end() ? missing : found->second->value;
+        Value const* const found = find(key);
+        return found ? *found : missing;
     }
 
     /// The value of the key, which is entered with a default value when the table does not hold it.

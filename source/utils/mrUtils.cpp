@@ -1,8 +1,10 @@
 #include "mrUtils.h"
 
 #include "dgDuctImage.h"
+#include "giColour.h"
 #include "gxOpenFile.h"
 #include "gxPNG.h"
+#include "utAssert.h"
 #include "utString.h"
 #include "xmlUtils.h"
 
@@ -94,6 +96,34 @@ int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTable
     return 1;
 }
 
+/// The low eight bits of the number truncated, 0 where that fits no int.
+unsigned char low_byte(double value)
+{
+    bool const fits = value > -2147483649.0 && value < 2147483648.0;
+    return static_cast<unsigned char>(fits ? static_cast<int>(value) : 0);
+}
+
+unsigned char cmy_channel(double value)
+{
+    return static_cast<unsigned char>(255 - low_byte(value));
+}
+
+/// @param black  as a fraction
+unsigned char cmyk_channel(double percentage, double black)
+{
+    double const ink = percentage / 100.0 * (1.0 - black) + black;
+    return low_byte((1.0 - ink) * 255.0);
+}
+
+giColour from_cmyk(doublecoDList const& values)
+{
+    double const black = values[3] / 100.0;
+    if (black == 1.0)
+        return giColour();
+    return giColour(cmyk_channel(values[0], black), cmyk_channel(values[1], black),
+                    cmyk_channel(values[2], black), 0);
+}
+
 } // namespace
 
 int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path)
@@ -121,4 +151,25 @@ int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoT
         return 0;
     }
     return std::ferror(file.get()) ? 0 : 1;
+}
+
+void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour)
+{
+    UT_REQUIRE(encoding != mrColourEncodingNone, "Invalid format!");
+    switch (encoding) {
+    case mrColourEncodingRgb8:
+        UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
+        colour = giColour(low_byte(values[0]), low_byte(values[1]), low_byte(values[2]), 0);
+        return;
+    case mrColourEncodingCmy8:
+        UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
+        colour = giColour(cmy_channel(values[0]), cmy_channel(values[1]), cmy_channel(values[2]), 0);
+        return;
+    case mrColourEncodingCmyk:
+        UT_REQUIRE(values.size() == 4, "Expected 4 component values!");
+        colour = from_cmyk(values);
+        return;
+    default:
+        ut_report_assert_failure(__FILE__, __LINE__, "unknown enumerator constant | Invalid format!");
+    }
 }
