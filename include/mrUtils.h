@@ -1,4 +1,4 @@
-// The images that follow a document in a file; colours out of their components.
+// The images that follow a document in a file, keys for files and definitions, and colours.
 #pragma once
 
 #include "mrContainers.h"
@@ -34,6 +34,29 @@ public:
     ///         many pixels or more memory than there is; the table keeps the images stored before
     static int read_images(utString const& path, int start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images);
+
+    // The two hashes are of the kind that mrImageCache takes. Each joins three parts, high, middle and low, of
+    // which it takes the remainder by 255, with the sign of the part: high << 16 | middle << 8 | low. So parts
+    // of 0 and more make a hash below 2^24, and one below 0 sets every bit above its own place. The characters
+    // of a text are added up as -128 to 127.
+
+    /// A hash of the path's characters (high), of the six numbers of the date on which the file was changed
+    /// last (middle) and of its size (low). The file is not opened. One file has different hashes by different
+    /// paths; and it keeps its hash when it is written again with the same size within the same second.
+    /// @param path  of a file that is not there: date and size count as 0
+    /// @report "argument out of range | Args" when there is nothing of that path
+    static unsigned int file_hash(utString const& path);
+
+    /// A hash of the two numbers (high and middle) and of the text's characters (low).
+    /// @report "argument out of range | Args" when @p first is below 0
+    /// @report "argument out of range | Args" when @p second is below 0
+    /// @report "argument out of range | Args" when @p text is empty
+    static unsigned int symbol_defn_hash(int first, int second, utString text);
+
+    /// Turns the path into small letters, as the current locale has them for single characters, and its back
+    /// slashes into "/". Nothing else is made alike: repeated separators, "." and ".." stay.
+    /// @report "Args" when @p path is empty
+    static void standardize_path_name(utString& path);
 
     /// Works out a colour from the values of its encoding, in the order that mrColourEncoding names them,
     /// with a fourth byte of 0. No value is out of range: rgb8 and cmy8 values and the channels that cmyk values

@@ -95,6 +95,12 @@ void utString::remove_sub_string(std::size_t start, std::size_t count)
         m_text.erase(start, count);
 }
 
+void utString::convert(int (*function)(int))
+{
+    for (char& character : m_text)
+        character = static_cast<char>(function(static_cast<unsigned char>(character)));
+}
+
 int utString::parse(int& value) const
 {
     int parsed = 0;

@@ -53,6 +53,10 @@ public:
     /// Removes @p count characters from @p start on, or those that there are.
     void remove_sub_string(std::size_t start, std::size_t count);
 
+    /// Puts in the place of each character what the function makes of it, which is taken modulo 256.
+    /// @param function  is handed 0 to 255; not null
+    void convert(int (*function)(int));
+
     /// Reads the whole text as a 32-bit integer: an optional sign, then digits, no blanks.
     /// @return 1, or 0 with @p value untouched
     int parse(int& value) const;

@@ -4,11 +4,14 @@
 #include "giColour.h"
 #include "gxOpenFile.h"
 #include "gxPNG.h"
+#include "ntFileOps.h"
 #include "utAssert.h"
 #include "utString.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
+#include <cctype>
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <new>
@@ -96,6 +99,21 @@ int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTable
     return 1;
 }
 
+/// The sum of the characters, each from -128 to 127, on 32 bits.
+int sum_of_characters(utString const& text)
+{
+    std::uint32_t sum = 0;
+    for (char character : text.view())
+        sum += static_cast<std::uint32_t>(static_cast<signed char>(character));
+    return static_cast<int>(sum);
+}
+
+unsigned int joined(int high, int middle, int low)
+{
+    auto const reduced = [](int part) { return static_cast<unsigned int>(part % 255); };
+    return reduced(high) << 16 | reduced(middle) << 8 | reduced(low);
+}
+
 /// The low eight bits of the number truncated, 0 where that fits no int.
 unsigned char low_byte(double value)
 {
@@ -151,6 +169,30 @@ int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoT
         return 0;
     }
     return std::ferror(file.get()) ? 0 : 1;
+}
+
+unsigned int mrUtils::file_hash(utString const& path)
+{
+    UT_REQUIRE(ntFileOps::exists(path), "argument out of range | Args");
+    ntFileDate const date = ntFileOps::file_modified_date(path.c_str());
+    int const sum_of_date =
+        date.year() + date.month() + date.day() + date.hour() + date.minute() + date.seconds();
+    return joined(sum_of_characters(path), sum_of_date, ntFileOps::file_size(path.c_str()));
+}
+
+unsigned int mrUtils::symbol_defn_hash(int first, int second, utString text)
+{
+    UT_REQUIRE(first >= 0, "argument out of range | Args");
+    UT_REQUIRE(second >= 0, "argument out of range | Args");
+    UT_REQUIRE(!text.empty(), "argument out of range | Args");
+    return joined(first, second, sum_of_characters(text));
+}
+
+void mrUtils::standardize_path_name(utString& path)
+{
+    UT_REQUIRE(!path.empty(), "Args");
+    path.convert(std::tolower);
+    ntFileOps::back_slash_to_proper_ones(path);
 }
 
 void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour)

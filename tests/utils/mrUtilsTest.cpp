@@ -4,9 +4,15 @@
 
 #include "dgDuctImage.h"
 
+#include <chrono>
 #include <tuple>
+#include <vector>
 
 namespace {
+
+std::string const out_of_range = "source/utils/mrUtils.cpp: argument out of range | Args";
+
+using Reports = std::vector<std::string>;
 
 /// A table that holds a reference on each of its images, as a material file does.
 struct Images
@@ -94,4 +100,56 @@ TEST_F(mrUtilsTest, WritingStopsAtTheFirstThatFails)
     EXPECT_EQ(mrUtils::write_images(out.table, path.c_str()), 0);
     EXPECT_EQ(mrUtils::read_images(path.c_str(), 0, in.table), 1);
     EXPECT_EQ(in.table.size(), 1u);
+}
+
+TEST_F(mrUtilsTest, HashesAFileByPathDateAndSize)
+{
+    for (char const* name : {"ab", "ba", "longer"})
+        write_bytes(folder.path(name), std::string(300, 'x'));
+    auto const hash = [this](char const* name) { return mrUtils::file_hash(folder.path(name).c_str()); };
+    auto const seconds = std::filesystem::file_time_type::clock::from_sys(
+        std::chrono::sys_days{std::chrono::year(2009) / 3 / 4} + std::chrono::seconds(5 * 3600));
+    for (char const* name : {"ab", "ba"})
+        std::filesystem::last_write_time(folder.path(name), seconds);
+    EXPECT_EQ(hash("ab"), hash("ba"));
+    // 300 bytes, and 2009 + 3 + 4 + 5.
+    EXPECT_EQ(hash("ab") & 0xFFFF, (2021u % 255) << 8 | 45);
+
+    int characters = 0;
+    for (char character : folder.path("ab"))
+        characters += character;
+    EXPECT_EQ(hash("ab") >> 16, static_cast<unsigned int>(characters % 255));
+    std::filesystem::last_write_time(folder.path("ba"), seconds + std::chrono::seconds(1));
+    EXPECT_EQ(hash("ba"), hash("ab") + 256);
+
+    EXPECT_EQ(mrUtils::file_hash("a\x80"), static_cast<unsigned int>((97 - 128) << 16));
+    EXPECT_EQ(mrUtils::file_hash(utString()), 0u);
+    EXPECT_EQ(reports(), Reports(2, out_of_range));
+}
+
+TEST(mrUtilsHash, OfADefinition)
+{
+    using Case = std::tuple<int, int, char const*, unsigned int, std::size_t>;
+    for (auto const& [first, second, text, hash, reported] :
+         {Case{1, 2, "a", 66145, 0}, Case{300, 255, "AB", 2949251, 0}, Case{0, 0, "abc", 39, 0},
+          Case{255, 510, "abc", 39, 0}, Case{-1, 0, "a", 4294901857, 1}, Case{1, 2, "\xE9", 4294967273, 0},
+          Case{0, -256, "a", 0xFFFFFF61, 1}, Case{-255, -510, "", 0, 3}, Case{3, 0, nullptr, 3 << 16, 1}}) {
+        EXPECT_EQ(mrUtils::symbol_defn_hash(first, second, text), hash) << first << ' ' << second;
+        EXPECT_EQ(reports(), Reports(reported, out_of_range)) << first << ' ' << second;
+    }
+}
+
+TEST(mrUtilsPath, IsMadeOfSmallLettersAndSlashes)
+{
+    for (char const* spelt : {"C:\\Work\\.\\A//B\xC9.PCP", "c:/work/./a//b\xC9.pcp"}) {
+        utString path = spelt;
+        mrUtils::standardize_path_name(path);
+        EXPECT_EQ(path, "c:/work/./a//b\xC9.pcp");
+    }
+    for (utString path : {utString(), utString("")}) {
+        utString const before = path;
+        mrUtils::standardize_path_name(path);
+        EXPECT_EQ(path, before);
+        EXPECT_EQ(reports(), Reports{"source/utils/mrUtils.cpp: Args"});
+    }
 }

@@ -1,0 +1,27 @@
+// What is asked of the file system.
+#pragma once
+
+#include "ntFileDate.h"
+#include "utExport.h"
+
+class utString;
+
+/// Questions about files, by path. What cannot be found out, for want of rights too, counts as not there.
+class UT_API ntFileOps
+{
+public:
+    /// 1 when there is something of that path: a file, a folder or anything else.
+    static int exists(utString const& path);
+
+    /// Zeros for what is not there, and for a date beyond what std::filesystem expresses, here from 2262 on.
+    /// @param path  not null
+    static ntFileDate file_modified_date(char const* path);
+
+    /// In bytes, taken modulo 2^32, so that a size from 2^31 on may come out negative. 0 for what is not
+    /// there or is no file.
+    /// @param path  not null
+    static int file_size(char const* path);
+
+    /// Turns every back slash into "/".
+    static void back_slash_to_proper_ones(utString& path);
+};
