@@ -52,6 +52,16 @@ enum mrFileMatReadStatus : int
     mrFileMatBadContent = 3  ///< the document or the embedded images could not be parsed or understood
 };
 
+/// What became of reading a palette file.
+enum mrPaletteFileError : int
+{
+    mrPaletteFileOK = 0,            ///< the input ended without an error
+    mrPaletteFileOpenFailed = 1,    ///< the file could not be opened for reading, or is no regular file
+    mrPaletteFileBadFormat = 2,     ///< a line is no colour, or a number in it is too large
+    mrPaletteFileDuplicateName = 3, ///< the palette has a colour of this name already
+    mrPaletteFileOutOfRange = 4     ///< a component is out of range
+};
+
 /// How a colour's component values are to be read.
 enum mrColourEncoding : int
 {

@@ -8,8 +8,8 @@
 
 /// An expression in the syntax of Perl, over bytes, and its last match.
 ///
-/// Carriage return and line feed, alone or in this order, are line ends: "." is neither of them, and "$" stands
-/// at the end of the text or before a line end there.
+/// Carriage return and line feed, alone or in this order, are line ends: "." is neither of them, and "$"
+/// stands at the end of the text or before a line end there.
 class UT_API reMatcher
 {
 public:
