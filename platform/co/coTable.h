@@ -95,6 +95,18 @@ public:
         return at->second->value;
     }
 
+    /// Takes the key out, and nothing else: what its value points to stays, unless it is a coPrg.
+    /// @return 1, or 0 when the table does not hold the key
+    int remove(Key const& key)
+    {
+        auto const found = m_index.find(key);
+        if (found == m_index.end())
+            return 0;
+        m_entries.erase(found->second);
+        m_index.erase(found);
+        return 1;
+    }
+
     void clear()
     {
         m_index.clear();

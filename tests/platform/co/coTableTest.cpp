@@ -40,6 +40,20 @@ TEST(CoTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
     EXPECT_EQ(keys(copy), std::vector<int>{1});
 }
 
+TEST(CoTable, KeepsTheOrderOfTheRestWhenKeysAreRemoved)
+{
+    coTable<int, int, coZeroIsNullKey> table(4, 50);
+    for (int key : {3, 0, 2, 1})
+        table[key] = key;
+    EXPECT_EQ(table.remove(0), 1);
+    EXPECT_EQ(table.remove(0), 0);
+    EXPECT_EQ(table.remove(3), 1);
+    table[3] = 5;
+    EXPECT_EQ(keys(table), (std::vector<int>{2, 1, 3}));
+    EXPECT_EQ(table.size(), 3u);
+    EXPECT_EQ(table.read(3), 5);
+}
+
 TEST(CoTable, GivesADefaultForAMissingKey)
 {
     coTable<utString, int*> pointers(4, 50);
