@@ -13,6 +13,7 @@
 
 class dgDuctImage;
 class giColour;
+class mrColourPalette;
 class mrFMFacet;
 class mrFMTexture;
 class mrMatProp;
@@ -52,6 +53,14 @@ using utStringmrColourIndexcoTable = coTable<utString, mrColourIndex>;
 using mrColourIndexutStringcoTable = coTable<mrColourIndex, utString>;
 using mrColourIndexmrColourEncodingcoTable = coTable<mrColourIndex, mrColourEncoding>;
 using mrColourIndexdoublecoDListcoPrfcoTable = coTable<mrColourIndex, doublecoDListcoPrf>;
+
+/// A palette file's path as mrUtils::standardize_path_name spells it.
+using mrPaletteFilePath = utString;
+
+/// From a path to the palette that was read from there. The table owns its palettes.
+using mrColourPalettecoTablePrgcoPrg = coPrg<mrColourPalette>;
+using mrPaletteFilePathmrColourPalettecoTablePrgcoPrgcoTable =
+    coTable<mrPaletteFilePath, mrColourPalettecoTablePrgcoPrg>;
 
 /// The numbers that every hashed container of the library is created with: room for entries, and the fill
 /// limit in per cent.
