@@ -6,6 +6,7 @@
 #include "coPrf.h"
 #include "coPrg.h"
 #include "coSet.h"
+#include "coSortedList.h"
 #include "coTable.h"
 #include "gsTriUtils.h"
 #include "mrTypes.h"
@@ -16,6 +17,8 @@ class giColour;
 class mrColourPalette;
 class mrFMFacet;
 class mrFMTexture;
+class mrImageCacheItem;
+class mrItemKey;
 class mrMatProp;
 class mrRecolouredImage;
 
@@ -32,6 +35,11 @@ using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
 using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
 
 using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
+
+/// The image cache's entries by hash value; the cache deletes them.
+using intmrImageCacheItemcoTablePtrcoPtrcoTable = coTable<int, mrImageCacheItem*, coZeroIsNullKey>;
+
+using mrItemKeycoSortedList = coSortedList<mrItemKey>;
 
 /// A number of facets.
 using mrNumFaces = int;

@@ -126,6 +126,19 @@ TEST_F(DamagedFile, Material)
     expect("material file, damaged", document + "\n\n" + image, judge);
 }
 
+TEST_F(DamagedFile, ImageCache)
+{
+    std::string const text = "9 2\n-7 561081600\n12 561081900\n\n";
+    Judge const judge = [&](std::string const& bytes, Damage damage, std::size_t at) {
+        std::string const outcome = read_cache(file_of(bytes));
+        if (outcome.ends_with("lost") || !(outcome.starts_with("read") || outcome.starts_with("bad content")))
+            return outcome;
+        bool const read = at >= text.size() && is_block(at - text.size());
+        return damage == Damage::cut && outcome.starts_with("read") != read ? outcome : std::string();
+    };
+    expect("image cache file, damaged", text + image + image, judge);
+}
+
 TEST_F(DamagedFile, Block)
 {
     Judge const judge = [this](std::string const& bytes, Damage damage, std::size_t at) {

@@ -7,6 +7,9 @@
 std::string parse_document(std::string const& text);
 /// "open failed", "read", "no document" or "bad content".
 std::string read_material(std::string const& path);
+/// "open failed", "read" or "bad content", and "N entries" in the end, of a cache that had one before, or "an
+/// entry lost" where the file was not read.
+std::string read_cache(std::string const& path);
 /// "N images" or "N images, then none"; reads from the start of the file.
 std::string read_block(std::string const& path);
 /// "WIDTH x HEIGHT", and in quotes the title where there is one, or why there is no image.

@@ -1,0 +1,62 @@
+#include "mrItemKey.h"
+
+#include "mrImageCacheItem.h"
+
+namespace {
+
+intmrImageCacheItemcoTablePtrcoPtrcoTable const* entries = nullptr;
+
+int age_of(int key)
+{
+    mrImageCacheItem const* const entry = entries ? entries->read(key) : nullptr;
+    return entry ? entry->age() : 0;
+}
+
+} // namespace
+
+mrItemKey::mrItemKey()
+{
+    UT_CHECK_VALID(m_check);
+}
+
+mrItemKey::mrItemKey(int key) : m_key(key)
+{
+    UT_CHECK_VALID(m_check);
+}
+
+mrItemKey::mrItemKey(mrItemKey const& other)
+{
+    UT_CHECK_VALID(m_check);
+    *this = other;
+}
+
+void mrItemKey::operator=(mrItemKey const& other)
+{
+    UT_CHECK_VALID(m_check);
+    m_key = other.m_key;
+}
+
+mrItemKey::~mrItemKey()
+{
+    UT_CHECK_VALID(m_check);
+}
+
+int mrItemKey::key() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_key;
+}
+
+int mrItemKey::compare(mrItemKey const& other) const
+{
+    UT_CHECK_VALID(m_check);
+    int const other_key = other.key();
+    if (age_of(m_key) == age_of(other_key))
+        return 0;
+    return age_of(m_key) > age_of(other_key) ? 1 : -1;
+}
+
+void mrItemKey::store_table_pointer(intmrImageCacheItemcoTablePtrcoPtrcoTable* table)
+{
+    entries = table;
+}
