@@ -6,8 +6,8 @@
 #include "utExport.h"
 
 #include <cstddef>
-#include <list>
-#include <unordered_map>
+#include <iterator>
+#include <unordered_set>
 
 /// For tables whose every key is an ordinary one.
 struct coNoNullKey
@@ -43,10 +43,51 @@ public:
         Key const key;
         Value value;
     };
-    using const_iterator = typename std::list<Entry>::const_iterator;
+
+private:
+    // An entry is one node of memory, which belongs to the set of them and stands in a chain beside: so looking
+    // a key up touches little memory, which is what takes the time in large tables.
+    struct Node
+    {
+        explicit Node(Key const& key) : entry{key, Value{}} {}
+
+        mutable Entry entry;
+        mutable Node const* before = nullptr;
+        mutable Node const* after = nullptr;
+    };
+
+public:
+    class const_iterator
+    {
+    public:
+        using iterator_category = std::forward_iterator_tag;
+        using value_type = Entry;
+        using difference_type = std::ptrdiff_t;
+        using pointer = Entry const*;
+        using reference = Entry const&;
+
+        explicit const_iterator(Node const* node = nullptr) : m_node(node) {}
+        Entry const& operator*() const { return m_node->entry; }
+        Entry const* operator->() const { return &m_node->entry; }
+        const_iterator& operator++()
+        {
+            m_node = m_node->after;
+            return *this;
+        }
+        const_iterator operator++(int)
+        {
+            const_iterator const old = *this;
+            ++*this;
+            return old;
+        }
+        bool operator==(const_iterator const&) const = default;
+
+    private:
+        Node const* m_node;
+    };
 
     /// An empty table. See coSizing for the two numbers.
-    coTable(int initial_size, int fill_limit) : m_sizing(initial_size, fill_limit) { size_index(); }
+    coTable(int initial_size, int fill_limit) : m_sizing(initial_size, fill_limit) { size_nodes(); }
 
     coTable(coTable const& other) : m_sizing(other.m_sizing) { assign(other); }
     coTable& operator=(coTable const& other)
@@ -56,8 +97,8 @@ public:
         return *this;
     }
 
-    std::size_t size() const { return m_entries.size(); }
-    int empty() const { return m_entries.empty() ? 1 : 0; }
+    std::size_t size() const { return m_nodes.size(); }
+    int empty() const { return m_nodes.empty() ? 1 : 0; }
 
     /// 1 when the table holds the key.
     /// @report "argument out of range | CO_TABLE::member | null key" for the null key
@@ -65,14 +106,14 @@ public:
     {
         if (NullKey::is_null(key))
             co_report_null_key_member();
-        return m_index.contains(key) ? 1 : 0;
+        return find(key) ? 1 : 0;
     }
 
     /// The value of the key, or null when the table does not hold it; reports nothing.
     Value const* find(Key const& key) const
     {
-        auto const found = m_index.find(key);
-        return found == m_index.end() ? nullptr : &found->second->value;
+        auto const found = m_nodes.find(key);
+        return found == m_nodes.end() ? nullptr : &found->entry.value;
     }
 
     /// The value of the key, or a default one (null for a pointer) when the table does not hold it.
@@ -89,50 +130,82 @@ public:
     /// The value of the key, which is entered with a default value when the table does not hold it.
     Value& operator[](Key const& key)
     {
-        auto const [at, added] = m_index.try_emplace(key);
-        if (added)
-            at->second = m_entries.insert(m_entries.end(), Entry{key, Value{}});
-        return at->second->value;
+        auto found = m_nodes.find(key);
+        if (found == m_nodes.end()) {
+            found = m_nodes.emplace(key).first;
+            append(*found);
+        }
+        return found->entry.value;
     }
 
     /// Takes the key out, and nothing else: what its value points to stays, unless it is a coPrg.
     /// @return 1, or 0 when the table does not hold the key
     int remove(Key const& key)
     {
-        auto const found = m_index.find(key);
-        if (found == m_index.end())
+        auto const found = m_nodes.find(key);
+        if (found == m_nodes.end())
             return 0;
-        m_entries.erase(found->second);
-        m_index.erase(found);
+        (found->before ? found->before->after : m_first) = found->after;
+        (found->after ? found->after->before : m_last) = found->before;
+        m_nodes.erase(found);
         return 1;
     }
 
     void clear()
     {
-        m_index.clear();
-        m_entries.clear();
+        m_nodes.clear();
+        m_first = m_last = nullptr;
     }
 
-    const_iterator begin() const { return m_entries.begin(); }
-    const_iterator end() const { return m_entries.end(); }
+    const_iterator begin() const { return const_iterator(m_first); }
+    const_iterator end() const { return const_iterator(); }
 
 private:
+    /// Hashes and compares keys, be they in a node or not.
+    struct ByKey
+    {
+        using is_transparent = void;
+
+        static Key const& key_of(Node const& node) { return node.entry.key; }
+        static Key const& key_of(Key const& key) { return key; }
+
+        template <class T>
+        std::size_t operator()(T const& keyed) const
+        {
+            return coBucketHash<Key>()(key_of(keyed));
+        }
+
+        template <class T, class U>
+        bool operator()(T const& a, U const& b) const
+        {
+            return key_of(a) == key_of(b);
+        }
+    };
+
+    void append(Node const& node)
+    {
+        node.before = m_last;
+        (m_last ? m_last->after : m_first) = &node;
+        m_last = &node;
+    }
+
     void assign(coTable const& other)
     {
         clear();
         m_sizing = other.m_sizing;
-        size_index();
+        size_nodes();
         for (Entry const& entry : other)
             (*this)[entry.key] = entry.value;
     }
 
-    void size_index()
+    void size_nodes()
     {
-        m_index.max_load_factor(m_sizing.load_factor);
-        m_index.reserve(m_sizing.entries);
+        m_nodes.max_load_factor(m_sizing.load_factor);
+        m_nodes.reserve(m_sizing.entries);
     }
 
     coSizing m_sizing;
-    std::list<Entry> m_entries;
-    std::unordered_map<Key, typename std::list<Entry>::iterator, coBucketHash<Key>> m_index;
+    std::unordered_set<Node, ByKey, ByKey> m_nodes;
+    Node const* m_first = nullptr;
+    Node const* m_last = nullptr;
 };
