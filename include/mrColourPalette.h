@@ -1,13 +1,13 @@
 // A palette of colours.
 #pragma once
 
+#include "coPageArr.h"
 #include "giColour.h"
 #include "mrContainers.h"
 #include "mrExport.h"
 #include "mrTypes.h"
 #include "utCheckValid.h"
-
-class utString;
+#include "utString.h"
 
 /// Colours in a row, each with its encoding, some with a name or with the component values that they were
 /// computed from. A colour's index is its position, from 0; colours are only ever added.
@@ -63,12 +63,22 @@ public:
     int colour_components(int index, doublecoDList& values) const;
 
 private:
-    void set_name(mrColourIndex index, utString const& name);
+    /// All that is kept of a colour, in one place, as palettes may have very many.
+    struct Entry
+    {
+        giColour colour;
+        mrColourEncoding encoding = mrColourEncodingNone;
+        utString name;
+        int components = none; ///< how many
+        int first = 0;         ///< component, in m_components
+    };
+    static constexpr int none = -1;
 
-    giColourcoPageArr m_colours;
+    int has(int index) const;
+    void append(Entry const& entry);
+
+    coPageArr<Entry> m_colours;
+    coPageArr<double> m_components; ///< of all the colours that have any
     utStringmrColourIndexcoTable m_indices{mrInitialSize, mrFillLimit};
-    mrColourIndexutStringcoTable m_names{mrInitialSize, mrFillLimit};
-    mrColourIndexmrColourEncodingcoTable m_encodings{mrInitialSize, mrFillLimit};
-    mrColourIndexdoublecoDListcoPrfcoTable m_components{mrInitialSize, mrFillLimit};
     utCheckValid m_check{this};
 };

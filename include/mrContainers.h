@@ -2,18 +2,14 @@
 #pragma once
 
 #include "coDList.h"
-#include "coPageArr.h"
-#include "coPrf.h"
 #include "coPrg.h"
 #include "coSet.h"
 #include "coSortedList.h"
 #include "coTable.h"
 #include "gsTriUtils.h"
-#include "mrTypes.h"
 #include "utString.h"
 
 class dgDuctImage;
-class giColour;
 class mrColourPalette;
 class mrFMFacet;
 class mrFMTexture;
@@ -49,18 +45,13 @@ using giTriBlockcoDListPtrcoTablePrgcoPrg = coPrg<giTriBlockcoDListPtrcoPtrcoDLi
 using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
     coTable<mrNumFaces, giTriBlockcoDListPtrcoTablePrgcoPrg, coZeroIsNullKey>;
 
-using giColourcoPageArr = coPageArr<giColour>;
-
+/// The component values of a colour.
 using doublecoDList = coDList<double>;
-using doublecoDListcoPrf = coPrf<doublecoDList>;
 
 /// The position of a colour in its palette, from 0; an ordinary key.
 using mrColourIndex = int;
 
 using utStringmrColourIndexcoTable = coTable<utString, mrColourIndex>;
-using mrColourIndexutStringcoTable = coTable<mrColourIndex, utString>;
-using mrColourIndexmrColourEncodingcoTable = coTable<mrColourIndex, mrColourEncoding>;
-using mrColourIndexdoublecoDListcoPrfcoTable = coTable<mrColourIndex, doublecoDListcoPrf>;
 
 /// A palette file's path as mrUtils::standardize_path_name spells it.
 using mrPaletteFilePath = utString;

@@ -3,6 +3,7 @@
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "mrTypes.h"
 
 #include <cstdint>
 #include <iosfwd>

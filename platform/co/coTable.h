@@ -45,8 +45,8 @@ public:
     };
 
 private:
-    // An entry is one node of memory, which belongs to the set of them and stands in a chain beside: so looking
-    // a key up touches little memory, which is what takes the time in large tables.
+    // An entry is one node of memory, which belongs to the set of them and stands in a chain beside: so
+    // looking a key up touches little memory, which is what takes the time in large tables.
     struct Node
     {
         explicit Node(Key const& key) : entry{key, Value{}} {}

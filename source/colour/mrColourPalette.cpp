@@ -23,10 +23,7 @@ int mrColourPalette::size() const
 void mrColourPalette::append(giColour const& colour, utString const& name, mrColourEncoding const& encoding)
 {
     UT_CHECK_VALID(m_check);
-    m_colours.append(colour);
-    mrColourIndex const index = size() - 1;
-    m_encodings[index] = encoding;
-    set_name(index, name);
+    append({colour, encoding, name});
 }
 
 void mrColourPalette::append(utString const& name, mrColourEncoding const& encoding,
@@ -36,25 +33,20 @@ void mrColourPalette::append(utString const& name, mrColourEncoding const& encod
     UT_REQUIRE(!components.empty(), "Args!");
     giColour colour;
     mrUtils::colour_from_components(encoding, components, colour);
-    m_colours.append(colour);
 
-    auto const kept = std::make_shared<doublecoDList>();
+    int const first = static_cast<int>(m_components.size());
     components.restart();
     while (double const* value = components.next())
-        kept->append(*value);
-
-    mrColourIndex const index = size() - 1;
-    UT_REQUIRE(!m_components.member(index), "Already present!");
-    m_components[index] = kept;
-    m_encodings[index] = encoding;
-    set_name(index, name);
+        m_components.append(*value);
+    append({colour, encoding, name, static_cast<int>(components.size()), first});
 }
 
 giColour const& mrColourPalette::colour(int index, utString& name) const
 {
     UT_CHECK_VALID(m_check);
-    name = m_names.read(index);
-    return m_colours[index];
+    Entry const& entry = m_colours[index];
+    name = entry.name;
+    return entry.colour;
 }
 
 int mrColourPalette::find_colour(utString const& name, int& index) const
@@ -69,26 +61,31 @@ int mrColourPalette::find_colour(utString const& name, int& index) const
 mrColourEncoding mrColourPalette::colour_encoding(int index) const
 {
     UT_CHECK_VALID(m_check);
-    return m_encodings.read(index);
+    return has(index) ? m_colours[index].encoding : mrColourEncodingNone;
 }
 
 int mrColourPalette::colour_components(int index, doublecoDList& values) const
 {
     UT_CHECK_VALID(m_check);
     values.clear();
-    doublecoDListcoPrf const& kept = m_components.read(index);
-    if (!kept)
+    if (!has(index) || m_colours[index].components == none)
         return 0;
-    for (double const value : *kept)
-        values.append(value);
+    Entry const& entry = m_colours[index];
+    for (int i = 0; i < entry.components; ++i)
+        values.append(m_components[entry.first + i]);
     return 1;
 }
 
-void mrColourPalette::set_name(mrColourIndex index, utString const& name)
+int mrColourPalette::has(int index) const
 {
-    if (name.invalid())
+    return index >= 0 && index < size();
+}
+
+void mrColourPalette::append(Entry const& entry)
+{
+    m_colours.append(entry);
+    if (entry.name.invalid())
         return;
-    UT_REQUIRE(!m_indices.member(name), "Args");
-    m_indices[name] = index;
-    m_names[index] = name;
+    UT_REQUIRE(!m_indices.member(entry.name), "Args");
+    m_indices[entry.name] = size() - 1;
 }
