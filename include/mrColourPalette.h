@@ -1,6 +1,7 @@
 // A palette of colours.
 #pragma once
 
+#include "coIndex.h"
 #include "coPageArr.h"
 #include "giColour.h"
 #include "mrContainers.h"
@@ -75,10 +76,11 @@ private:
     static constexpr int none = -1;
 
     int has(int index) const;
+    int position_of(utString const& name) const;
     void append(Entry const& entry);
 
     coPageArr<Entry> m_colours;
     coPageArr<double> m_components; ///< of all the colours that have any
-    utStringmrColourIndexcoTable m_indices{mrInitialSize, mrFillLimit};
+    coIndex m_by_name{mrInitialSize, mrFillLimit};
     utCheckValid m_check{this};
 };

@@ -51,8 +51,6 @@ using doublecoDList = coDList<double>;
 /// The position of a colour in its palette, from 0; an ordinary key.
 using mrColourIndex = int;
 
-using utStringmrColourIndexcoTable = coTable<utString, mrColourIndex>;
-
 /// A palette file's path as mrUtils::standardize_path_name spells it.
 using mrPaletteFilePath = utString;
 

@@ -6,8 +6,11 @@
 #include "utExport.h"
 
 #include <cstddef>
+#include <deque>
 #include <iterator>
-#include <unordered_set>
+#include <optional>
+#include <unordered_map>
+#include <utility>
 
 /// For tables whose every key is an ordinary one.
 struct coNoNullKey
@@ -33,6 +36,7 @@ UT_API void co_report_null_key_read();
 
 /// Entries, handed out in the order in which their keys were first set; a key set again keeps its place.
 ///
+/// Entering a key leaves references to values good, but no iterator; removing one leaves neither.
 /// A table of pointers never owns what they point to, unless they are coPrg.
 template <class Key, class Value, class NullKey = coNoNullKey>
 class coTable
@@ -40,21 +44,14 @@ class coTable
 public:
     struct Entry
     {
-        Key const key;
+        Key key;
         Value value;
     };
 
 private:
-    // An entry is one node of memory, which belongs to the set of them and stands in a chain beside: so
-    // looking a key up touches little memory, which is what takes the time in large tables.
-    struct Node
-    {
-        explicit Node(Key const& key) : entry{key, Value{}} {}
-
-        mutable Entry entry;
-        mutable Node const* before = nullptr;
-        mutable Node const* after = nullptr;
-    };
+    // Entries stand one after the other, so that a walk over many is fast; one removed leaves its place
+    // empty.
+    using Places = std::deque<std::optional<Entry>>;
 
 public:
     class const_iterator
@@ -66,28 +63,42 @@ public:
         using pointer = Entry const*;
         using reference = Entry const&;
 
-        explicit const_iterator(Node const* node = nullptr) : m_node(node) {}
-        Entry const& operator*() const { return m_node->entry; }
-        Entry const* operator->() const { return &m_node->entry; }
+        const_iterator() = default;
+        const_iterator(typename Places::const_iterator place, typename Places::const_iterator end)
+            : m_place(place), m_end(end)
+        {
+            pass_over_empty();
+        }
+
+        Entry const& operator*() const { return **m_place; }
+        Entry const* operator->() const { return &**m_place; }
         const_iterator& operator++()
         {
-            m_node = m_node->after;
+            ++m_place;
+            pass_over_empty();
             return *this;
         }
         const_iterator operator++(int)
         {
-            const_iterator const old = *this;
+            const_iterator const before = *this;
             ++*this;
-            return old;
+            return before;
         }
-        bool operator==(const_iterator const&) const = default;
+        bool operator==(const_iterator const& other) const { return m_place == other.m_place; }
 
     private:
-        Node const* m_node;
+        void pass_over_empty()
+        {
+            while (m_place != m_end && !*m_place)
+                ++m_place;
+        }
+
+        typename Places::const_iterator m_place;
+        typename Places::const_iterator m_end;
     };
 
     /// An empty table. See coSizing for the two numbers.
-    coTable(int initial_size, int fill_limit) : m_sizing(initial_size, fill_limit) { size_nodes(); }
+    coTable(int initial_size, int fill_limit) : m_sizing(initial_size, fill_limit) { size_index(); }
 
     coTable(coTable const& other) : m_sizing(other.m_sizing) { assign(other); }
     coTable& operator=(coTable const& other)
@@ -97,8 +108,8 @@ public:
         return *this;
     }
 
-    std::size_t size() const { return m_nodes.size(); }
-    int empty() const { return m_nodes.empty() ? 1 : 0; }
+    std::size_t size() const { return m_index.size(); }
+    int empty() const { return m_index.empty() ? 1 : 0; }
 
     /// 1 when the table holds the key.
     /// @report "argument out of range | CO_TABLE::member | null key" for the null key
@@ -106,14 +117,14 @@ public:
     {
         if (NullKey::is_null(key))
             co_report_null_key_member();
-        return find(key) ? 1 : 0;
+        return m_index.contains(key) ? 1 : 0;
     }
 
     /// The value of the key, or null when the table does not hold it; reports nothing.
     Value const* find(Key const& key) const
     {
-        auto const found = m_nodes.find(key);
-        return found == m_nodes.end() ? nullptr : &found->entry.value;
+        auto const found = m_index.find(key);
+        return found == m_index.end() ? nullptr : &m_places[found->second - m_first]->value;
     }
 
     /// The value of the key, or a default one (null for a pointer) when the table does not hold it.
@@ -130,82 +141,84 @@ public:
     /// The value of the key, which is entered with a default value when the table does not hold it.
     Value& operator[](Key const& key)
     {
-        auto found = m_nodes.find(key);
-        if (found == m_nodes.end()) {
-            found = m_nodes.emplace(key).first;
-            append(*found);
-        }
-        return found->entry.value;
+        auto const [at, added] = m_index.try_emplace(key, m_first + m_places.size());
+        if (added)
+            try {
+                m_places.emplace_back(Entry{key, Value{}});
+            } catch (...) {
+                m_index.erase(at);
+                throw;
+            }
+        return m_places[at->second - m_first]->value;
     }
 
     /// Takes the key out, and nothing else: what its value points to stays, unless it is a coPrg.
     /// @return 1, or 0 when the table does not hold the key
     int remove(Key const& key)
     {
-        auto const found = m_nodes.find(key);
-        if (found == m_nodes.end())
+        auto const found = m_index.find(key);
+        if (found == m_index.end())
             return 0;
-        (found->before ? found->before->after : m_first) = found->after;
-        (found->after ? found->after->before : m_last) = found->before;
-        m_nodes.erase(found);
+        m_places[found->second - m_first].reset();
+        m_index.erase(found);
+        drop_empty_places();
         return 1;
     }
 
     void clear()
     {
-        m_nodes.clear();
-        m_first = m_last = nullptr;
+        m_index.clear();
+        m_places.clear();
     }
 
-    const_iterator begin() const { return const_iterator(m_first); }
-    const_iterator end() const { return const_iterator(); }
+    const_iterator begin() const { return const_iterator(m_places.begin(), m_places.end()); }
+    const_iterator end() const { return const_iterator(m_places.end(), m_places.end()); }
 
 private:
-    /// Hashes and compares keys, be they in a node or not.
-    struct ByKey
-    {
-        using is_transparent = void;
-
-        static Key const& key_of(Node const& node) { return node.entry.key; }
-        static Key const& key_of(Key const& key) { return key; }
-
-        template <class T>
-        std::size_t operator()(T const& keyed) const
-        {
-            return coBucketHash<Key>()(key_of(keyed));
-        }
-
-        template <class T, class U>
-        bool operator()(T const& a, U const& b) const
-        {
-            return key_of(a) == key_of(b);
-        }
-    };
-
-    void append(Node const& node)
-    {
-        node.before = m_last;
-        (m_last ? m_last->after : m_first) = &node;
-        m_last = &node;
-    }
-
     void assign(coTable const& other)
     {
         clear();
         m_sizing = other.m_sizing;
-        size_nodes();
+        size_index();
         for (Entry const& entry : other)
             (*this)[entry.key] = entry.value;
     }
 
-    void size_nodes()
+    /// At either end at once; those between when they are the most, so that the way over them stays short.
+    void drop_empty_places()
     {
-        m_nodes.max_load_factor(m_sizing.load_factor);
-        m_nodes.reserve(m_sizing.entries);
+        for (; !m_places.empty() && !m_places.front(); ++m_first)
+            m_places.pop_front();
+        while (!m_places.empty() && !m_places.back())
+            m_places.pop_back();
+        if (m_places.size() > 2 * m_index.size())
+            close_up();
+    }
+
+    void close_up()
+    {
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < m_places.size(); ++i) {
+            if (!m_places[i])
+                continue;
+            m_index.find(m_places[i]->key)->second = m_first + kept;
+            if (i != kept)
+                m_places[kept] = std::exchange(m_places[i], std::nullopt);
+            ++kept;
+        }
+        while (m_places.size() > kept)
+            m_places.pop_back();
+    }
+
+    void size_index()
+    {
+        m_index.max_load_factor(m_sizing.load_factor);
+        m_index.reserve(m_sizing.entries);
     }
 
     coSizing m_sizing;
-    std::unordered_set<Node, ByKey, ByKey> m_nodes;
-    Node const* m_first = nullptr;
-    Node const* m_last = nullptr;
+    Places m_places;
+    /// The number of the first place; each place after it has one more.
+    std::size_t m_first = 0;
+    std::unordered_map<Key, std::size_t, coBucketHash<Key>> m_index;
 };

@@ -2,7 +2,17 @@
 
 #include "mrUtils.h"
 
+#include "coHash.h"
 #include "utAssert.h"
+
+namespace {
+
+std::uint32_t hash_of(utString const& name)
+{
+    return static_cast<std::uint32_t>(co_bucket_of_text(name.view()));
+}
+
+} // namespace
 
 mrColourPalette::mrColourPalette() = default;
 
@@ -53,9 +63,8 @@ int mrColourPalette::find_colour(utString const& name, int& index) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!name.empty(), "Args");
-    mrColourIndex const* const found = m_indices.find(name);
-    index = found ? *found : -1;
-    return found ? 1 : 0;
+    index = position_of(name);
+    return index >= 0;
 }
 
 mrColourEncoding mrColourPalette::colour_encoding(int index) const
@@ -81,11 +90,17 @@ int mrColourPalette::has(int index) const
     return index >= 0 && index < size();
 }
 
+int mrColourPalette::position_of(utString const& name) const
+{
+    return m_by_name.find(hash_of(name), [&](int index) { return m_colours[index].name == name; });
+}
+
 void mrColourPalette::append(Entry const& entry)
 {
     m_colours.append(entry);
-    if (entry.name.invalid())
+    utString const& name = entry.name;
+    if (name.invalid())
         return;
-    UT_REQUIRE(!m_indices.member(entry.name), "Args");
-    m_indices[entry.name] = size() - 1;
+    UT_REQUIRE(position_of(name) < 0, "Args");
+    m_by_name.set(hash_of(name), size() - 1, [&](int index) { return m_colours[index].name == name; });
 }
