@@ -10,6 +10,7 @@
 #include "utString.h"
 
 class dgDuctImage;
+class mrColourPalette;
 class mrFMFacet;
 class mrFMTexture;
 class mrImageCacheItem;
@@ -43,6 +44,20 @@ using mrNumFaces = int;
 using giTriBlockcoDListPtrcoTablePrgcoPrg = coPrg<giTriBlockcoDListPtrcoPtrcoDList>;
 using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
     coTable<mrNumFaces, giTriBlockcoDListPtrcoTablePrgcoPrg, coZeroIsNullKey>;
+
+/// The component values of a colour.
+using doublecoDList = coDList<double>;
+
+/// The position of a colour in its palette, from 0; an ordinary key.
+using mrColourIndex = int;
+
+/// A palette file's path as mrUtils::standardize_path_name spells it.
+using mrPaletteFilePath = utString;
+
+/// From a path to the palette that was read from there. The table owns its palettes.
+using mrColourPalettecoTablePrgcoPrg = coPrg<mrColourPalette>;
+using mrPaletteFilePathmrColourPalettecoTablePrgcoPrgcoTable =
+    coTable<mrPaletteFilePath, mrColourPalettecoTablePrgcoPrg>;
 
 /// The numbers that every hashed container of the library is created with: room for entries, and the fill
 /// limit in per cent.

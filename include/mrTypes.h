@@ -1,4 +1,4 @@
-// The enumerations of material files, their words, and the outcomes of reading a file.
+// The library's enumerations, the words of those in material files, and the outcomes of reading a file.
 #pragma once
 
 #include "mrExport.h"
@@ -50,6 +50,25 @@ enum mrFileMatReadStatus : int
     mrFileMatReadOK = 1,     ///< the file was read completely
     mrFileMatNoDocument = 2, ///< the file was opened, but the end of its document is not in it
     mrFileMatBadContent = 3  ///< the document or the embedded images could not be parsed or understood
+};
+
+/// What became of reading a palette file.
+enum mrPaletteFileError : int
+{
+    mrPaletteFileOK = 0,            ///< the input ended without an error
+    mrPaletteFileOpenFailed = 1,    ///< the file could not be opened for reading, or is no regular file
+    mrPaletteFileBadFormat = 2,     ///< a line is no colour, or a number in it is too large
+    mrPaletteFileDuplicateName = 3, ///< the palette has a colour of this name already
+    mrPaletteFileOutOfRange = 4     ///< a component is out of range
+};
+
+/// How a colour's component values are to be read.
+enum mrColourEncoding : int
+{
+    mrColourEncodingNone = 0, ///< not at all
+    mrColourEncodingRgb8 = 1, ///< red, green, blue, 0 to 255 each
+    mrColourEncodingCmy8 = 2, ///< cyan, magenta, yellow, 0 to 255 each
+    mrColourEncodingCmyk = 3  ///< cyan, magenta, yellow, black, 0 to 100 per cent each
 };
 
 /// From enumerators to the words of a material file and back. A word stands for itself alone: no other case,

@@ -1,11 +1,15 @@
-// The images that follow a document in a file; keys for files and definitions.
+// The images that follow a document in a file, keys for files and definitions, palette files.
 #pragma once
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "mrTypes.h"
 
 #include <cstdint>
+#include <iosfwd>
 
+class giColour;
+class mrColourPalette;
 class utString;
 
 /// Functions that need no object.
@@ -57,4 +61,37 @@ public:
     /// slashes into "/". Nothing else is made alike: repeated separators, "." and ".." stay.
     /// @report "Args" when @p path is empty
     static void standardize_path_name(utString& path);
+
+    /// Works out a colour from the values of its encoding, in the order that mrColourEncoding names them,
+    /// with a fourth byte of 0. No value is out of range: rgb8 and cmy8 values and the channels that cmyk
+    /// values make are truncated towards zero (to 0 where that fits no int), then their low eight bits count.
+    /// @report "Invalid format!" for mrColourEncodingNone, and then the last of these too
+    /// @report "Expected 3 component values!" for rgb8 or cmy8 with another count; values beyond are left
+    ///         out, those missing are 0, each with the report of coDList
+    /// @report "Expected 4 component values!" for cmyk likewise; with black of exactly 100 the others are not
+    ///         asked for
+    /// @report "unknown enumerator constant | Invalid format!" for any other encoding; @p colour is untouched
+    static void colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour);
+
+    /// Appends the colours of a palette file, a line each:
+    ///
+    ///     rgb8 RED GREEN BLUE [NAME]             0 to 255 each
+    ///     cmy8 CYAN MAGENTA YELLOW [NAME]        0 to 255 each
+    ///     cmyk CYAN MAGENTA YELLOW BLACK [NAME]  0 to 100 each
+    ///
+    /// Only spaces separate; those around a line and around a name do not count. "#" begins a comment up to
+    /// the line's end; lines without anything else are passed over. A carriage return may end a line that has
+    /// a colour, and a NUL ends what counts of a line. A line of 1,024 characters or more ends the reading as
+    /// the end of the input does. Safe for untrusted input.
+    /// @return that of the first line in error, which is the last one read; the palette keeps the colours of
+    ///         those before it. mrPaletteFileBadFormat also where the colours need more memory than there is
+    /// @report "argument out of range | Args" when the palette is not empty; its colours stay, and their
+    ///         names cannot come again
+    static mrPaletteFileError read_pcp(std::istream& in, mrColourPalette& palette);
+
+    /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
+    /// after it. Names are written as they are: one with "#", NUL or a line end, with spaces around it, or
+    /// too long for a line is not read back as it was. How the writing went is for @p out to tell.
+    /// @return @p out
+    static std::ostream& write_pcp(mrColourPalette const& palette, std::ostream& out);
 };

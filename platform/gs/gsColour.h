@@ -10,6 +10,8 @@ class UT_API gsColour
 public:
     gsColour() = default;
     gsColour(double red, double green, double blue) : m_red(red), m_green(green), m_blue(blue) {}
+    /// @param rgb  red, green, blue
+    explicit gsColour(double const* rgb) : gsColour(rgb[0], rgb[1], rgb[2]) {}
     /// Each component divided by 255.
     gsColour(gsRGB const& colour);
 
@@ -20,6 +22,11 @@ public:
     /// The nearest 8-bit colour; components beyond 0 to 1 are taken as the nearer of the two.
     void rgb(gsRGB& colour) const;
 
+    /// Fills in the hue, in degrees from 0 to under 360 (0 for a grey), the lightness and the saturation,
+    /// 0 to 1 each; of components from 0 to 1.
+    /// @param hls  room for three numbers, in this order
+    void hls(double* hls) const;
+
     bool operator==(gsColour const&) const = default;
 
 private:
@@ -27,3 +34,9 @@ private:
     double m_green = 0.0;
     double m_blue = 0.0;
 };
+
+/// Red, green and blue of a hue, a lightness and a saturation: what gsColour::hls undoes.
+/// @param hls  as gsColour::hls fills it; a hue beyond its range is taken as an angle, one that is no
+///             number as 0
+/// @param rgb  room for three numbers, 0 to 1 each for a lightness and a saturation from 0 to 1
+UT_API void gshls_to_rgb(double const* hls, double* rgb);

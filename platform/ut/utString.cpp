@@ -95,6 +95,20 @@ void utString::remove_sub_string(std::size_t start, std::size_t count)
         m_text.erase(start, count);
 }
 
+utString utString::remove_leading_chars(std::string_view chars) const
+{
+    utString result = *this;
+    result.m_text.erase(0, m_text.find_first_not_of(chars));
+    return result;
+}
+
+utString utString::remove_trailing_chars(std::string_view chars) const
+{
+    utString result = *this;
+    result.m_text.erase(m_text.find_last_not_of(chars) + 1); // of nothing else the position is -1
+    return result;
+}
+
 void utString::convert(int (*function)(int))
 {
     for (char& character : m_text)

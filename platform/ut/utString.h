@@ -53,6 +53,12 @@ public:
     /// Removes @p count characters from @p start on, or those that there are.
     void remove_sub_string(std::size_t start, std::size_t count);
 
+    /// The text without those of the characters @p chars that stand at its beginning; invalid when this is.
+    utString remove_leading_chars(std::string_view chars) const;
+
+    /// The same at its end.
+    utString remove_trailing_chars(std::string_view chars) const;
+
     /// Puts in the place of each character what the function makes of it, which is taken modulo 256.
     /// @param function  is handed 0 to 255; not null
     void convert(int (*function)(int));

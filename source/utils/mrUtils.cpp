@@ -1,9 +1,13 @@
 #include "mrUtils.h"
 
+#include "mrColourPalette.h"
+
 #include "dgDuctImage.h"
+#include "giColour.h"
 #include "gxOpenFile.h"
 #include "gxPNG.h"
 #include "ntFileOps.h"
+#include "reMatcher.h"
 #include "utAssert.h"
 #include "utString.h"
 #include "xmlUtils.h"
@@ -12,8 +16,10 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
+#include <istream>
 #include <memory>
 #include <new>
+#include <ostream>
 #include <utility>
 
 namespace {
@@ -113,6 +119,153 @@ unsigned int joined(int high, int middle, int low)
     return reduced(high) << 16 | reduced(middle) << 8 | reduced(low);
 }
 
+/// The low eight bits of the number truncated, 0 where that fits no int.
+unsigned char low_byte(double value)
+{
+    bool const fits = value > -2147483649.0 && value < 2147483648.0;
+    return static_cast<unsigned char>(fits ? static_cast<int>(value) : 0);
+}
+
+unsigned char cmy_channel(double value)
+{
+    return static_cast<unsigned char>(255 - low_byte(value));
+}
+
+/// @param black  as a fraction
+unsigned char cmyk_channel(double percentage, double black)
+{
+    double const ink = percentage / 100.0 * (1.0 - black) + black;
+    return low_byte((1.0 - ink) * 255.0);
+}
+
+giColour from_cmyk(doublecoDList const& values)
+{
+    double const black = values[3] / 100.0;
+    if (black == 1.0)
+        return giColour();
+    return giColour(cmyk_channel(values[0], black), cmyk_channel(values[1], black),
+                    cmyk_channel(values[2], black), 0);
+}
+
+/// A line of a palette file, without its line end, has fewer characters than this.
+constexpr std::size_t palette_line_size = 1024;
+
+/// How the colours of one encoding are written. Groups of the pattern: the keyword, the components, the name.
+struct PaletteLine
+{
+    mrColourEncoding encoding;
+    char const* keyword;
+    char const* pattern;
+    char const* unexpected;
+    int components;
+    int most;
+};
+
+constexpr PaletteLine palette_lines[] = {
+    {mrColourEncodingRgb8, "rgb8", "^(rgb8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected rgb8!", 3, 255},
+    {mrColourEncodingCmy8, "cmy8", "^(cmy8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmy8!", 3, 255},
+    {mrColourEncodingCmyk, "cmyk", "^(cmyk) +([0-9]+) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmyk!",
+     4, 100}};
+
+utString without_spaces_around(utString const& text)
+{
+    return text.remove_leading_chars(" ").remove_trailing_chars(" ");
+}
+
+/// What counts of a line.
+utString without_comment(utString line)
+{
+    std::ptrdiff_t const comment = line.locate_substring("#");
+    if (comment >= 0)
+        line.remove_sub_string(static_cast<std::size_t>(comment), line.length());
+    return without_spaces_around(line);
+}
+
+/// Takes the colours of one encoding out of lines.
+class PaletteLineReader
+{
+public:
+    explicit PaletteLineReader(PaletteLine const& kind) : m_kind(kind), m_matcher(kind.pattern)
+    {
+        utString error;
+        int position = 0;
+        UT_REQUIRE(m_matcher.compile(0, error, position), "Invalid matcher!");
+    }
+
+    /// 1 when the line is of this encoding; the two below are about it then.
+    int match(utString const& line)
+    {
+        m_count = m_matcher.match(line, 0);
+        return m_count >= m_kind.components + 2;
+    }
+
+    mrPaletteFileError read_components(doublecoDList& components) const
+    {
+        UT_REQUIRE(m_matcher.get_substring(1) == m_kind.keyword, m_kind.unexpected);
+        for (int i = 0; i < m_kind.components; ++i) {
+            int value = 0;
+            if (!m_matcher.get_substring(i + 2).parse(value))
+                return mrPaletteFileBadFormat;
+            if (!gsTriUtils::in_range_inclusive(value, 0, m_kind.most))
+                return mrPaletteFileOutOfRange;
+            components.append(value);
+        }
+        return mrPaletteFileOK;
+    }
+
+    /// Invalid when there is none.
+    utString name() const
+    {
+        utString name;
+        if (m_count == m_kind.components + 3)
+            name = without_spaces_around(m_matcher.get_substring(m_kind.components + 2));
+        if (name.empty())
+            name.set_invalid();
+        return name;
+    }
+
+    mrColourEncoding encoding() const { return m_kind.encoding; }
+
+private:
+    PaletteLine const& m_kind;
+    reMatcher m_matcher;
+    int m_count = 0;
+};
+
+mrPaletteFileError append_colour(PaletteLineReader const& line, mrColourPalette& palette)
+{
+    doublecoDList components;
+    mrPaletteFileError const error = line.read_components(components);
+    if (error != mrPaletteFileOK)
+        return error;
+    utString const name = line.name();
+    int index = -1;
+    if (!name.invalid() && palette.find_colour(name, index))
+        return mrPaletteFileDuplicateName;
+    palette.append(name, line.encoding(), components);
+    return mrPaletteFileOK;
+}
+
+mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette)
+{
+    PaletteLineReader readers[] = {PaletteLineReader(palette_lines[0]), PaletteLineReader(palette_lines[1]),
+                                   PaletteLineReader(palette_lines[2])};
+    char buffer[palette_line_size];
+    while (in.getline(buffer, sizeof buffer)) {
+        utString const line = without_comment(buffer);
+        if (line.empty())
+            continue;
+        auto const reader = std::find_if(std::begin(readers), std::end(readers),
+                                         [&](auto& each) { return each.match(line); });
+        if (reader == std::end(readers))
+            return mrPaletteFileBadFormat;
+        mrPaletteFileError const error = append_colour(*reader, palette);
+        if (error != mrPaletteFileOK)
+            return error;
+    }
+    return mrPaletteFileOK;
+}
+
 } // namespace
 
 int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path)
@@ -164,4 +317,50 @@ void mrUtils::standardize_path_name(utString& path)
     UT_REQUIRE(!path.empty(), "Args");
     path.convert(std::tolower);
     ntFileOps::back_slash_to_proper_ones(path);
+}
+
+void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour)
+{
+    UT_REQUIRE(encoding != mrColourEncodingNone, "Invalid format!");
+    switch (encoding) {
+    case mrColourEncodingRgb8:
+        UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
+        colour = giColour(low_byte(values[0]), low_byte(values[1]), low_byte(values[2]), 0);
+        return;
+    case mrColourEncodingCmy8:
+        UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
+        colour = giColour(cmy_channel(values[0]), cmy_channel(values[1]), cmy_channel(values[2]), 0);
+        return;
+    case mrColourEncodingCmyk:
+        UT_REQUIRE(values.size() == 4, "Expected 4 component values!");
+        colour = from_cmyk(values);
+        return;
+    default:
+        ut_report_assert_failure(__FILE__, __LINE__, "unknown enumerator constant | Invalid format!");
+    }
+}
+
+mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
+{
+    UT_REQUIRE(palette.empty(), "argument out of range | Args");
+    try {
+        return read_palette_lines(in, palette);
+    } catch (std::bad_alloc const&) {
+        return mrPaletteFileBadFormat;
+    }
+}
+
+std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)
+{
+    for (int index = 0; index < palette.size(); ++index) {
+        utString name;
+        giColour const& colour = palette.colour(index, name);
+        utString line = "rgb8";
+        for (unsigned char const channel : {colour.red(), colour.green(), colour.blue()})
+            (line += ' ').append_integer(channel);
+        if (!name.invalid())
+            (line += ' ') += name;
+        out.write(line.c_str(), static_cast<std::streamsize>(line.length())) << std::endl;
+    }
+    return out;
 }

@@ -7,6 +7,7 @@
 #include <locale>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 using namespace std::literals;
@@ -67,6 +68,18 @@ TEST(UtString, HoldsAnyBytes)
     text.remove_sub_string(3, 1);
     text.remove_sub_string(1, 100);
     EXPECT_EQ(text, "a");
+}
+
+TEST(UtString, RemovesCharactersAtItsEnds)
+{
+    for (auto const& [text, without_leading, without_trailing] :
+         {std::tuple("  a b ", "a b ", "  a b"), std::tuple("\tab\t", "\tab\t", "\tab\t"),
+          std::tuple("  ", "", ""), std::tuple("", "", ""),
+          std::tuple<char const*, char const*, char const*>(nullptr, nullptr, nullptr)}) {
+        EXPECT_EQ(utString(text).remove_leading_chars(" "), utString(without_leading));
+        EXPECT_EQ(utString(text).remove_trailing_chars(" "), utString(without_trailing));
+    }
+    EXPECT_EQ(utString("xyax").remove_leading_chars("yx"), "ax");
 }
 
 TEST(UtString, ParsesIntegersWholeOrNotAtAll)

@@ -1,0 +1,8 @@
+#include "coDList.h"
+
+#include "utAssert.h"
+
+void co_report_list_index()
+{
+    ut_report_assert_failure(__FILE__, __LINE__, "argument out of range | CO_DLIST::index");
+}

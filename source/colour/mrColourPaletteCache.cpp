@@ -1,0 +1,118 @@
+#include "mrColourPaletteCache.h"
+
+#include "mrUtils.h"
+
+#include "utAssert.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+namespace {
+
+mrColourPaletteCache* instance = nullptr;
+
+utKillerOfmrColourPaletteCache const killer;
+
+mrPaletteFilePath key_of(utString path)
+{
+    mrUtils::standardize_path_name(path);
+    return path;
+}
+
+/// @return not open when there is no such file
+std::ifstream opened(mrPaletteFilePath const& path)
+{
+    // Opening a pipe would wait for somebody to write to it.
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path.c_str(), ignored))
+        return std::ifstream();
+    return std::ifstream(path.c_str(), std::ios::binary);
+}
+
+} // namespace
+
+mrColourPaletteCache& mrColourPaletteCache::singleton()
+{
+    return *access_singleton(utSingletonGet);
+}
+
+void mrColourPaletteCache::delete_singleton()
+{
+    access_singleton(utSingletonDelete);
+}
+
+int mrColourPaletteCache::empty() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_palettes.empty();
+}
+
+int mrColourPaletteCache::size() const
+{
+    UT_CHECK_VALID(m_check);
+    return static_cast<int>(m_palettes.size());
+}
+
+int mrColourPaletteCache::palette_exists(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    return m_palettes.member(key_of(path));
+}
+
+mrColourPalette const& mrColourPaletteCache::get_palette(utString const& path)
+{
+    static mrColourPalette const absent;
+    UT_CHECK_VALID(m_check);
+    mrColourPalettecoTablePrgcoPrg const& palette = m_palettes.read(key_of(path));
+    UT_REQUIRE(palette, "No such palette");
+    return palette ? *palette : absent;
+}
+
+mrPaletteFileError mrColourPaletteCache::load_palette(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    mrPaletteFilePath const key = key_of(path);
+    UT_REQUIRE(!m_palettes.member(key), "Palette already exists");
+    std::ifstream in = opened(key);
+    if (!in.is_open())
+        return mrPaletteFileOpenFailed;
+    auto palette = std::make_unique<mrColourPalette>();
+    mrPaletteFileError const error = mrUtils::read_pcp(in, *palette);
+    if (error != mrPaletteFileOK)
+        return error;
+    if (palette->empty())
+        return mrPaletteFileBadFormat;
+    m_palettes[key] = std::move(palette);
+    return mrPaletteFileOK;
+}
+
+void mrColourPaletteCache::remove_palette(utString const& path)
+{
+    UT_CHECK_VALID(m_check);
+    mrPaletteFilePath const key = key_of(path);
+    UT_REQUIRE(m_palettes.member(key), "No such palette");
+    m_palettes.remove(key);
+}
+
+mrColourPaletteCache::mrColourPaletteCache() = default;
+
+mrColourPaletteCache::~mrColourPaletteCache() = default;
+
+mrColourPaletteCache* mrColourPaletteCache::access_singleton(utSingletonAccessAction action)
+{
+    if (action == utSingletonGet) {
+        if (!instance)
+            instance = new mrColourPaletteCache;
+        return instance;
+    }
+    delete instance;
+    instance = nullptr;
+    return nullptr;
+}
+
+utKillerOfmrColourPaletteCache::~utKillerOfmrColourPaletteCache()
+{
+    mrColourPaletteCache::access_singleton(utSingletonDelete);
+}

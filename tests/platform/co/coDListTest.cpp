@@ -1,0 +1,54 @@
+#include "coDList.h"
+
+#include "coPageArr.h"
+#include "mrTest.h"
+
+#include <limits>
+
+TEST(CoDList, HasACursorThatOnlyItsOwnWalkMoves)
+{
+    coDList<int> list;
+    EXPECT_EQ(list.next(), nullptr);
+    list.append(1);
+    list.append(2);
+    EXPECT_EQ(list.next(), nullptr);
+    list.restart();
+    EXPECT_EQ(*list.next(), 1);
+
+    coDList<int> copy(list);
+    EXPECT_EQ(copy.next(), nullptr);
+    copy.restart();
+    for (int& element : list)
+        element += 10;
+    copy = list;
+    EXPECT_EQ(copy.next(), nullptr);
+    EXPECT_EQ(*list.next(), 12);
+    EXPECT_EQ(list.next(), nullptr);
+
+    list.restart();
+    list.clear();
+    EXPECT_EQ(list.next(), nullptr);
+    EXPECT_EQ(copy[0], 11);
+    EXPECT_EQ(copy[1], 12);
+}
+
+TEST(CoDList, ReportsAnIndexPastAnEndAsThePagedArrayDoes)
+{
+    coDList<double> list;
+    coPageArr<double> array;
+    double const* const first = (array.append(4.5), &array[0]);
+    list.append(4.5);
+    for (int i = 0; i < 10000; ++i)
+        array.append(i);
+    EXPECT_EQ(&array[0], first);
+    EXPECT_EQ(array[10000], 9999.0);
+    int const most = std::numeric_limits<int>::max();
+    for (int index : {1, -1, most, -most - 1})
+        EXPECT_EQ(list[index], 0.0);
+    EXPECT_EQ(reports(), std::vector<std::string>(
+                             4, "platform/co/coDList.cpp: argument out of range | CO_DLIST::index"));
+    for (int index : {10001, -1, most, -most - 1})
+        EXPECT_EQ(array[index], 0.0);
+    EXPECT_EQ(reports(), std::vector<std::string>(
+                             4, "platform/co/coPageArr.cpp: argument out of range | CO_PAGEARR::index"));
+}

@@ -1,0 +1,71 @@
+#include "reMatcher.h"
+
+#include "mrTest.h"
+
+#include <tuple>
+
+using namespace std::literals;
+
+namespace {
+
+struct Compiled : reMatcher
+{
+    explicit Compiled(char const* pattern) : reMatcher(pattern)
+    {
+        utString error;
+        int position = 0;
+        EXPECT_EQ(compile(0, error, position), 1) << error.c_str();
+    }
+};
+
+} // namespace
+
+TEST(ReMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
+{
+    Compiled matcher("(a)(b)?(c)?(d)?");
+    using Case = std::tuple<char const*, int, std::vector<utString>>;
+    for (auto const& [text, count, groups] :
+         {Case{"xacx", 4, {"ac", "a", {}, "c", {}, {}}}, Case{"a", 2, {"a", "a", {}, {}}},
+          Case{"abcd", 5, {"abcd", "a", "b", "c", "d", {}}}, Case{"bcd", 0, {{}, {}, {}}}}) {
+        EXPECT_EQ(matcher.match(text, 0), count) << text;
+        for (std::size_t n = 0; n < groups.size(); ++n)
+            EXPECT_EQ(matcher.get_substring(static_cast<int>(n)), groups[n]) << text << ' ' << n;
+    }
+    EXPECT_EQ(matcher.match("aba", 1), 2);
+    EXPECT_EQ(matcher.match("aba", 3), 0);
+    EXPECT_EQ(matcher.match("aba", 4), 0);
+    EXPECT_EQ(matcher.match("aba", -1), 0);
+    EXPECT_TRUE(matcher.get_substring(0).invalid());
+}
+
+TEST(ReMatcher, TakesBytesAndEndsLinesAtCarriageReturnsAndLineFeeds)
+{
+    Compiled matcher("^x(.*)$");
+    for (std::string_view const rest : {""sv, "\xFF\xC3"sv, "\0\t"sv})
+        for (char const* end : {"", "\r", "\n", "\r\n"}) {
+            EXPECT_EQ(matcher.match(utString("x" + std::string(rest) + end), 0), 2);
+            EXPECT_EQ(matcher.get_substring(1), utString(rest));
+        }
+    for (char const* text : {"x\r.", "x\n.", "x\r\r", "x\n\r", "\rx"})
+        EXPECT_EQ(matcher.match(text, 0), 0);
+}
+
+TEST(ReMatcher, SaysWhatIsWrongWithAPattern)
+{
+    reMatcher matcher("ab(");
+    utString error;
+    int position = 0;
+    EXPECT_EQ(matcher.match("ab(", 0), 0);
+    EXPECT_EQ(matcher.compile(0, error, position), 0);
+    EXPECT_FALSE(error.empty());
+    EXPECT_EQ(position, 3);
+    EXPECT_EQ(matcher.match("ab(", 0), 0);
+    EXPECT_TRUE(matcher.get_substring(0).invalid());
+}
+
+TEST(ReMatcher, GivesUpWhereAMatchTakesTooLong)
+{
+    Compiled matcher("^(a+)+$");
+    EXPECT_EQ(matcher.match(utString(std::string(5000, 'a') + 'b'), 0), 0);
+    EXPECT_EQ(matcher.match("aaa", 0), 2);
+}

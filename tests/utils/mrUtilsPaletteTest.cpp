@@ -1,0 +1,134 @@
+#include "mrUtils.h"
+
+#include "colours.h"
+#include "mrColourPalette.h"
+#include "mrTest.h"
+
+#include <locale>
+#include <sstream>
+#include <tuple>
+
+using namespace std::literals;
+
+namespace {
+
+/// A palette read from a text, and what became of it.
+struct Read
+{
+    explicit Read(std::string const& text)
+    {
+        std::istringstream in(text);
+        error = mrUtils::read_pcp(in, palette);
+    }
+
+    mrColourPalette palette;
+    mrPaletteFileError error;
+};
+
+std::string written(mrColourPalette const& palette)
+{
+    std::ostringstream out;
+    EXPECT_EQ(&mrUtils::write_pcp(palette, out), &out);
+    return out.str();
+}
+
+void expect_lines(std::string const& text, mrPaletteFileError error, std::string const& expected)
+{
+    Read const read(text);
+    EXPECT_EQ(read.error, error) << text.substr(0, 100);
+    EXPECT_EQ(written(read.palette), expected) << text.substr(0, 100);
+}
+
+} // namespace
+
+TEST(mrUtilsPalette, ReadsTheThreeEncodings)
+{
+    using Case = std::tuple<std::string, std::string>;
+    for (auto const& [text, expected] :
+         {Case{"", ""}, Case{"\n\n# nothing\n   # at all\n  \n#", ""},
+          Case{"rgb8 255 0 0 Signal red", "rgb8 255 0 0 Signal red\n"},
+          Case{"cmy8   0 255 255\n", "rgb8 255 0 0\n"},
+          Case{"cmyk 0 0 0 100 Black # darkest\n", "rgb8 0 0 0 Black\n"},
+          Case{"cmyk 100 100 100 100\ncmyk 0 0 0 50 Grey\n", "rgb8 0 0 0\nrgb8 127 127 127 Grey\n"},
+          Case{"rgb8 10 20 30Olive\n", "rgb8 10 20 30 Olive\n"},
+          Case{"  rgb8 000255 0  255   A  b   \n", "rgb8 255 0 255 A  b\n"},
+          Case{"rgb8 1 2 3    \nrgb8 1 2 3#Red\n", "rgb8 1 2 3\nrgb8 1 2 3\n"},
+          Case{"rgb8 1 2 3 -4.5\nrgb8 1 2 3 4\n", "rgb8 1 2 3 -4.5\nrgb8 1 2 3 4\n"},
+          Case{"rgb8 1 2 3 Red \r\nrgb8 4 5 6\r\n# end\r\n", "rgb8 1 2 3 Red\nrgb8 4 5 6\n"},
+          Case{"rgb8 1 2 3 \xC3\xBC\xFF\ta\n", "rgb8 1 2 3 \xC3\xBC\xFF\ta\n"},
+          Case{"rgb8 1 2 3 a\0b\n\0\n"s, "rgb8 1 2 3 a\n"}})
+        expect_lines(text, mrPaletteFileOK, expected);
+}
+
+TEST(mrUtilsPalette, StopsAtTheFirstLineInErrorAndKeepsThoseBefore)
+{
+    std::string const good = "rgb8 1 2 3 Red\n";
+    using Case = std::tuple<char const*, mrPaletteFileError>;
+    for (auto const& [line, error] :
+         {Case{"rgb8 256 0 0", mrPaletteFileOutOfRange}, Case{"cmy8 0 0 256", mrPaletteFileOutOfRange},
+          Case{"cmyk 0 0 0 101", mrPaletteFileOutOfRange},
+          Case{"rgb8 300 0 99999999999", mrPaletteFileOutOfRange},
+          Case{"rgb8 0 99999999999 300", mrPaletteFileBadFormat},
+          Case{"rgb8 123456789012345678901234567890 0 0", mrPaletteFileBadFormat},
+          Case{"RGB8 1 2 3", mrPaletteFileBadFormat}, Case{"cmyk 1 2 3", mrPaletteFileBadFormat},
+          Case{"rgb8\t1 2 3", mrPaletteFileBadFormat}, Case{"rgb8 1\t2 3", mrPaletteFileBadFormat},
+          Case{"\trgb8 1 2 3", mrPaletteFileBadFormat}, Case{"rgb8 -1 2 3", mrPaletteFileBadFormat},
+          Case{"rgb8 1 2 # 3", mrPaletteFileBadFormat}, Case{"rgb81 2 3", mrPaletteFileBadFormat},
+          Case{"\r", mrPaletteFileBadFormat}, Case{"rgb8 1 2 3 a\rb", mrPaletteFileBadFormat},
+          Case{"cmy8 1 2 3   Red ", mrPaletteFileDuplicateName},
+          Case{"rgb8 1 2 256 Red", mrPaletteFileOutOfRange}})
+        expect_lines(good + line + "\nrgb8 7 8 9\n", error, good);
+    expect_lines("rgb8 1 2 3\nrgb8 1 2 3\n", mrPaletteFileOK, "rgb8 1 2 3\nrgb8 1 2 3\n");
+}
+
+TEST(mrUtilsPalette, EndsAtALineThatIsTooLong)
+{
+    std::string const good = "rgb8 1 2 3 Red\n";
+    std::string const begin = "rgb8 4 5 6 ";
+    std::string const longest = begin + std::string(1023 - begin.size(), 'x') + "\n";
+    expect_lines(good + longest + "rgb8 7 8 9\n", mrPaletteFileOK, good + longest + "rgb8 7 8 9\n");
+    expect_lines(good + begin + "x" + longest.substr(begin.size()) + "bad\n", mrPaletteFileOK, good);
+    expect_lines(good + "#" + std::string(1023, ' ') + "\nbad\n", mrPaletteFileOK, good);
+    expect_lines(std::string(1 << 20, '\0'), mrPaletteFileOK, "");
+}
+
+TEST(mrUtilsPalette, KeepsComponentsWhichWritingLoses)
+{
+    Read const read("cmyk 0 0 0 50 Grey\n");
+    doublecoDList components;
+    EXPECT_EQ(read.palette.colour_components(0, components), 1);
+    EXPECT_EQ(numbers(components), (std::vector{0.0, 0.0, 0.0, 50.0}));
+    EXPECT_EQ(read.palette.colour_encoding(0), mrColourEncodingCmyk);
+
+    Read const again(written(read.palette));
+    EXPECT_EQ(again.palette.colour_components(0, components), 1);
+    EXPECT_EQ(numbers(components), (std::vector{127.0, 127.0, 127.0}));
+    EXPECT_EQ(again.palette.colour_encoding(0), mrColourEncodingRgb8);
+}
+
+TEST(mrUtilsPalette, ReadsIntoAPaletteThatHasColours)
+{
+    Read read("rgb8 1 2 3 Red\n");
+    std::istringstream in("rgb8 4 5 6 Blue\nrgb8 4 5 6 Red\n");
+    EXPECT_EQ(mrUtils::read_pcp(in, read.palette), mrPaletteFileDuplicateName);
+    EXPECT_EQ(written(read.palette), "rgb8 1 2 3 Red\nrgb8 4 5 6 Blue\n");
+    EXPECT_EQ(reports(), std::vector<std::string>{"source/utils/mrUtils.cpp: argument out of range | Args"});
+}
+
+TEST(mrUtilsPalette, WritesTheSameToAnyStream)
+{
+    class Digits : public std::numpunct<char>
+    {
+        std::string do_grouping() const override { return "\1"; }
+    };
+    mrColourPalette palette;
+    palette.append(rgb(0, 10, 255), "", mrColourEncodingNone);
+    palette.append(rgb(1, 2, 3), utString("a\0#"sv), mrColourEncodingNone);
+    std::ostringstream out;
+    out.imbue(std::locale(std::locale::classic(), new Digits));
+    out << std::hex;
+    out.width(20);
+    mrUtils::write_pcp(palette, out);
+    EXPECT_EQ(out.str(), "rgb8 0 10 255 \nrgb8 1 2 3 a\0#\n"s);
+    expect_lines(out.str(), mrPaletteFileOK, "rgb8 0 10 255\nrgb8 1 2 3 a\n");
+}
