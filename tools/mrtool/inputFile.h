@@ -1,0 +1,14 @@
+// Opening a file that the program reads itself.
+#pragma once
+
+#include <fstream>
+#include <string>
+
+namespace mrtool {
+
+/// Opens a regular file for reading.
+/// @param fault  receives in words why it cannot be; emptied when it can
+/// @return a stream that has failed where it cannot be
+std::ifstream open_input(std::string const& path, std::string& fault);
+
+} // namespace mrtool
