@@ -11,6 +11,8 @@
 namespace {
 
 char const* const none = "–";
+char const* const kept = "kept";
+char const* const missed = "**missed**";
 
 /// Gathers each side's seconds, one number a repetition.
 class Gatherer : public benchmark::BenchmarkReporter
@@ -89,18 +91,28 @@ void Table::compare(std::string const& work, std::function<void()> const& librar
     for (std::size_t i = 2; i < sides.size(); ++i)
         beside += "; " + sides[i].what + ": " + milliseconds(seconds[i]);
     double const ratio = seconds[0] / seconds[1];
-    row(work, milliseconds(seconds[0]), beside, text("%.2f", ratio), text("%.2f", at_most), ratio <= at_most);
+    row(work, milliseconds(seconds[0]), beside, text("%.2f", ratio), text("%.2f", at_most),
+        ratio <= at_most ? kept : missed);
+}
+
+void Table::note(std::string const& work, std::function<void()> const& library, Side const& baseline)
+{
+    std::vector<double> const seconds = measure(work, {{"library", library}, baseline});
+    if (seconds.size() == 2)
+        row(work, milliseconds(seconds[0]), baseline.what + ": " + milliseconds(seconds[1]),
+            text("%.2f", seconds[0] / seconds[1]), none, none);
 }
 
 void Table::limit(std::string const& work, std::function<void()> const& library, double at_most)
 {
     for (double const seconds : measure(work, {{"library", library}}))
-        row(work, milliseconds(seconds), none, none, milliseconds(at_most), seconds <= at_most);
+        row(work, milliseconds(seconds), none, none, milliseconds(at_most),
+            seconds <= at_most ? kept : missed);
 }
 
 void Table::size(std::string const& work, double bytes, double at_most)
 {
-    row(work, mebibytes(bytes), none, none, mebibytes(at_most), bytes <= at_most);
+    row(work, mebibytes(bytes), none, none, mebibytes(at_most), bytes <= at_most ? kept : missed);
 }
 
 std::vector<double> Table::measure(std::string const& work, std::vector<Side> const& sides)
@@ -123,13 +135,13 @@ std::vector<double> Table::measure(std::string const& work, std::vector<Side> co
 }
 
 void Table::row(std::string const& work, std::string const& library, std::string const& baseline,
-                std::string const& ratio, std::string const& at_most, bool kept)
+                std::string const& ratio, std::string const& at_most, std::string const& outcome)
 {
     if (!m_begun)
         std::printf("| Work | Library | Baseline | Ratio | At most | |\n|---|---|---|---|---|---|\n");
     m_begun = true;
     std::printf("| %s | %s | %s | %s | %s | %s |\n", work.c_str(), library.c_str(), baseline.c_str(),
-                ratio.c_str(), at_most.c_str(), kept ? "kept" : "**missed**");
+                ratio.c_str(), at_most.c_str(), outcome.c_str());
     std::fflush(stdout);
 }
 

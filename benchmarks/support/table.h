@@ -30,6 +30,9 @@ public:
     void compare(std::string const& work, std::function<void()> const& library, Side const& baseline,
                  double at_most, std::vector<Side> const& others = {});
 
+    /// For a comparison that has no limit.
+    void note(std::string const& work, std::function<void()> const& library, Side const& baseline);
+
     /// @param at_most  seconds that the library may take
     void limit(std::string const& work, std::function<void()> const& library, double at_most);
 
@@ -40,7 +43,7 @@ private:
     /// @return the medians in seconds; fewer than there are sides where a filter left some out
     std::vector<double> measure(std::string const& work, std::vector<Side> const& sides);
     void row(std::string const& work, std::string const& library, std::string const& baseline,
-             std::string const& ratio, std::string const& at_most, bool kept);
+             std::string const& ratio, std::string const& at_most, std::string const& outcome);
 
     bool m_begun = false;
 };
