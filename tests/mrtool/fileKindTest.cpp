@@ -36,4 +36,28 @@ TEST(file_kind, content_counts_before_the_name)
     }
 }
 
+TEST(own_format, is_told_by_name_and_content)
+{
+    struct
+    {
+        char const* name;
+        char const* beginning;
+        OwnFormat format;
+    } const cases[] = {
+        {"a.multimat", "20 5\n", OwnFormat::material},
+        {"a.pcp", "<multimat>", OwnFormat::material},
+        {"a.PCP", "RGB8 1 2 3", OwnFormat::palette},
+        {"a", "\r\n # colours\n\n  cmyk 1 2 3 4\n", OwnFormat::palette},
+        {"a", "# rgb8 1 2 3", OwnFormat::material},
+        {"a", "20 -5\n12 x\n", OwnFormat::image_cache},
+        {"a", "20 5 3\n", OwnFormat::material},
+        {"a", "", OwnFormat::material},
+    };
+    TestFolder const folder;
+    for (auto const& each : cases) {
+        write_bytes(folder.path(each.name), each.beginning);
+        EXPECT_EQ(own_format(folder.path(each.name)), each.format) << each.name << each.beginning;
+    }
+}
+
 } // namespace mrtool

@@ -1,6 +1,8 @@
 // mrtool info as a whole.
 #include "program.h"
 
+#include "mrImageCache.h"
+
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
@@ -72,6 +74,7 @@ TEST(mrtool_info, tells_it_in_json)
     ASSERT_EQ(files.size(), 2u);
     auto const& file = files[0];
     EXPECT_EQ(file["path"], folder.path("a.multimat"));
+    EXPECT_EQ(file["kind"], "material");
     EXPECT_EQ(file["status"], "ok");
     EXPECT_EQ(file["encapsulation"], "embedded_png");
     EXPECT_EQ(file["properties"][0],
@@ -170,4 +173,67 @@ TEST(mrtool_info, goes_on_after_what_fails)
     EXPECT_THAT(told.errors, AllOf(HasSubstr("cannot be opened: a folder, not a file"),
                                    HasSubstr("/dev/zero: cannot be opened: not a file")));
     EXPECT_THAT(told.output, HasSubstr("diffuse colour"));
+}
+
+TEST(mrtool_info, tells_of_palettes)
+{
+    TestFolder const folder;
+    std::string const good = folder.path("a"), bad = folder.path("b.pcp"), cut = folder.path("c.pcp");
+    write_bytes(good, "cmyk 0 0 0 100 M\xfcller # dark\ncmy8 0 255 255\n");
+    write_bytes(bad, "rgb8 1 2 3\n\nrgb8 1 2 256\n");
+    write_bytes(cut, "rgb8 1 2 3\n" + std::string(1024, '#') + "\n");
+    std::string const files = good + " " + bad + " " + cut;
+
+    Outcome const told = run_mrtool("info " + files);
+    EXPECT_EQ(told.status, 1);
+    EXPECT_EQ(told.output, good + R"(
+  colour 0                0 0 0, cmyk 0 0 0 100, "Müller"
+  colour 1                255 0 0, cmy8 0 255 255
+)" + cut + R"(
+  colour 0                1 2 3, rgb8 1 2 3
+  warning: line 2: longer than 1,023 characters; it and the lines after it are not read
+)");
+    EXPECT_THAT(told.errors, StartsWith("mrtool: " + bad + ":3: a number is out of its range"));
+
+    auto const json = nlohmann::json::parse(run_mrtool("info --json " + files).output).at("files");
+    EXPECT_EQ(json[0]["kind"], "palette");
+    EXPECT_EQ(json[0]["colours"][0], (nlohmann::json{{"index", 0},
+                                                     {"rgb", {0, 0, 0}},
+                                                     {"encoding", "cmyk"},
+                                                     {"components", {0, 0, 0, 100}},
+                                                     {"name", "Müller"}}));
+    EXPECT_TRUE(json[0]["colours"][1]["name"].is_null());
+    EXPECT_EQ(json[1]["status"], "bad_content");
+    EXPECT_EQ(json[1]["line"], 3);
+    EXPECT_EQ(json[2]["warnings"].size(), 1u);
+}
+
+TEST(mrtool_info, tells_of_image_caches)
+{
+    TestFolder const folder;
+    std::string const path = folder.path("a");
+    auto const picture = four_colours();
+    mrImageCache cache(20, 5);
+    cache.add_image(3'000'000'000, picture.get());
+    ASSERT_TRUE(cache.write(utString(path)));
+    std::string const written = read_bytes(path);
+    write_bytes(path, "20 5\n-1294967296 560232000\n\n" + written.substr(written.find('\x89')));
+
+    // Ages count in the standard time of a place; its time in summer is an hour ahead.
+    std::string const in_new_york = "export TZ=EST5EDT,M3.2.0,M11.1.0;";
+    EXPECT_EQ(run_mrtool("info " + path, in_new_york).output, path + R"(
+  size limit              20
+  shrinkage               5
+  entry -1294967296       b2d05e00, used 2026-10-03 05:00:00, 8 x 8, named "four colours"
+)");
+    auto const json =
+        nlohmann::json::parse(run_mrtool("info --json " + path, in_new_york).output)["files"][0];
+    EXPECT_EQ(json["kind"], "image_cache");
+    EXPECT_EQ(json["max_cache_size"], 20);
+    EXPECT_EQ(json["entries"][0], (nlohmann::json{{"hash", -1294967296},
+                                                  {"age", 560232000},
+                                                  {"last_used", "2026-10-03 05:00:00"},
+                                                  {"image_name", "four colours"},
+                                                  {"width", 8},
+                                                  {"height", 8}}));
 }

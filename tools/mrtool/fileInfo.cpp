@@ -1,5 +1,6 @@
 #include "fileInfo.h"
 
+#include "fileKind.h"
 #include "imageBlock.h"
 #include "materialDocument.h"
 #include "materialFault.h"
@@ -10,12 +11,9 @@
 #include "mrFMTexture.h"
 #include "mrXMLUtils.h"
 
-#include <filesystem>
 #include <set>
 
 namespace mrtool {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -50,21 +48,45 @@ void check_layers(mrFileMat const& material, Warnings& warnings)
             warnings.push_back("no layer uses the image " + in_quotes(name.view()));
 }
 
-/// What the library passes over in the image block.
-void check_images(ImageBlock const& block, Warnings& warnings)
+void read_material(std::string const& path, ReadOutcome& outcome, MaterialContents& contents)
 {
-    std::set<std::string_view> titles;
-    int number = 0;
-    for (std::string const& title : block.titles) {
-        ++number;
-        if (title.empty())
-            warnings.push_back(text("image ", number, " has no title and is left out"));
-        else if (!titles.insert(title).second)
-            warnings.push_back(text("image ", number, " takes the place of an earlier one with the title ",
-                                    in_quotes(title)));
+    outcome.status = contents.material.read(utString(path));
+    if (!outcome.read()) {
+        outcome.fault = material_fault(path, outcome.status);
+        return;
     }
-    if (block.rest > 0)
-        warnings.push_back(text("the last ", block.rest, " bytes of the file are no image and are left out"));
+    MaterialDocument document;
+    read_material_document(path, document);
+    contents.encapsulation = encapsulation_of(document);
+    check_layers(contents.material, outcome.warnings);
+    if (contents.encapsulation != mrImageEncapsulationNone)
+        check_images(read_image_block(path, document.images_start), outcome.warnings);
+    else if (image_begins_at(path, document.images_start))
+        outcome.warnings.push_back("images follow a document that says there are none; they are left out");
+}
+
+mrFileMatReadStatus status_of(mrPaletteFileError error)
+{
+    switch (error) {
+    case mrPaletteFileOK:
+        return mrFileMatReadOK;
+    case mrPaletteFileOpenFailed:
+        return mrFileMatOpenFailed;
+    default:
+        return mrFileMatBadContent;
+    }
+}
+
+void read_palette(std::string const& path, ReadOutcome& outcome, PaletteFile& file)
+{
+    read_palette_file(path, file);
+    outcome.status = status_of(file.status);
+    if (!outcome.read()) {
+        outcome.fault = file.remark;
+        outcome.line = file.line;
+    } else if (!file.remark.empty()) {
+        outcome.warnings.push_back(text("line ", file.line, ": ", file.remark));
+    }
 }
 
 } // namespace
@@ -72,25 +94,15 @@ void check_images(ImageBlock const& block, Warnings& warnings)
 void read_file_info(std::string const& path, FileInfo& info)
 {
     info.path = path;
-    std::error_code failed;
-    fs::file_status const status = fs::status(path, failed);
-    if (fs::exists(status) && !fs::is_regular_file(status)) {
-        info.fault = fs::is_directory(status) ? "a folder, not a file" : "not a file";
+    switch (own_format(path)) {
+    case OwnFormat::palette:
+        return read_palette(path, info.outcome, info.contents.emplace<PaletteFile>());
+    case OwnFormat::image_cache:
+        info.outcome = read_cache_file(path, info.contents.emplace<CacheContents>());
         return;
+    default:
+        return read_material(path, info.outcome, info.contents.emplace<MaterialContents>());
     }
-    info.status = info.material.read(utString(path));
-    if (info.status != mrFileMatReadOK) {
-        info.fault = material_fault(path, info.status);
-        return;
-    }
-    MaterialDocument document;
-    read_material_document(path, document);
-    info.encapsulation = encapsulation_of(document);
-    check_layers(info.material, info.warnings);
-    if (info.encapsulation != mrImageEncapsulationNone)
-        check_images(read_image_block(path, document.images_start), info.warnings);
-    else if (image_begins_at(path, document.images_start))
-        info.warnings.push_back("images follow a document that says there are none; they are left out");
 }
 
 } // namespace mrtool

@@ -1,31 +1,35 @@
 // What is in a file.
 #pragma once
 
+#include "cacheFile.h"
+#include "paletteFile.h"
+#include "readOutcome.h"
+
 #include "mrFileMat.h"
 #include "mrTypes.h"
 
 #include <string>
-#include <vector>
+#include <variant>
 
 namespace mrtool {
 
-/// A material file, read or not.
+struct MaterialContents
+{
+    mrImageEncapsulationType encapsulation = mrImageEncapsulationNone;
+    mrFileMat material;
+};
+
+/// A file of one of the library's own formats, read or not.
 struct FileInfo
 {
     std::string path;
-    mrFileMatReadStatus status = mrFileMatOpenFailed;
-    /// Of a file that does not read, what is wrong and where.
-    std::string fault;
-
-    // Of one that reads.
-
-    mrImageEncapsulationType encapsulation = mrImageEncapsulationNone;
-    mrFileMat material;
-    /// What is not as it should be: a layer whose image is missing, an image that no layer uses, and what of the
-    /// file the library leaves out.
-    std::vector<std::string> warnings;
+    ReadOutcome outcome;
+    /// Of the format that the file was read as; complete when it reads.
+    std::variant<MaterialContents, PaletteFile, CacheContents> contents;
 };
 
+/// Warnings of a material file are a layer whose image is missing, an image that no layer uses, and what of the
+/// file the library leaves out; those of the others are in the functions that read them.
 /// @param info  a new one, to be filled
 void read_file_info(std::string const& path, FileInfo& info);
 

@@ -1,5 +1,8 @@
 #include "fileKind.h"
 
+#include "cacheFile.h"
+#include "paletteFile.h"
+
 #include <algorithm>
 #include <assimp/Importer.hpp>
 #include <cctype>
@@ -140,6 +143,17 @@ KnownFile file_kind(std::string const& path)
     if (mesh_extensions().contains(extension))
         return {FileKind::mesh};
     return {};
+}
+
+OwnFormat own_format(std::string const& path)
+{
+    std::string const extension = extension_of(path);
+    std::string const beginning = read_beginning(path);
+    if (extension == "multimat" || opens_material(beginning))
+        return OwnFormat::material;
+    if (extension == "pcp" || is_palette(beginning))
+        return OwnFormat::palette;
+    return is_cache(beginning) ? OwnFormat::image_cache : OwnFormat::material;
 }
 
 } // namespace mrtool

@@ -29,6 +29,19 @@ struct KnownFile
 /// image, one of Assimp's a mesh.
 KnownFile file_kind(std::string const& path);
 
+/// The library's own formats.
+enum class OwnFormat
+{
+    material,
+    palette,
+    image_cache
+};
+
+/// Which of the formats the file is to be read as. A material is one for its extension "multimat" or its content, as
+/// above; then a palette one for its extension "pcp", or a first line with a colour; then an image cache file one for
+/// a first line of two integers. Anything else is taken for a material, whose reader says what it lacks.
+OwnFormat own_format(std::string const& path);
+
 /// Whether the extension, without the point and in any case, belongs to a format that can be no mesh just as
 /// well. In a folder, files with it are left alone.
 bool vague_extension(std::string_view extension);

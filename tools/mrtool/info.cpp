@@ -1,8 +1,9 @@
-// mrtool info: what is in a material file.
+// mrtool info: what is in a material, palette or image cache file.
 #include "commands.h"
 #include "fileInfo.h"
 #include "materialFault.h"
 #include "messages.h"
+#include "text.h"
 
 #include <cstdio>
 #include <new>
@@ -23,7 +24,16 @@ std::string told(FileInfo const& info, bool json)
 {
     if (json)
         return info_json(info);
-    return info.status == mrFileMatReadOK ? info_text(info) : std::string();
+    return info.outcome.read() ? info_text(info) : std::string();
+}
+
+void say_fault(FileInfo const& info)
+{
+    ReadOutcome const& outcome = info.outcome;
+    if (outcome.line > 0)
+        say(text(info.path, ":", outcome.line), outcome.fault);
+    else
+        say(info.path, in_words(outcome.status, outcome.fault));
 }
 
 /// Reads a file and tells what is in it.
@@ -36,15 +46,13 @@ bool tell(std::string const& path, bool json)
         read_file_info(path, info);
         contents = told(info, json);
     } catch (std::bad_alloc const&) {
-        info.status = mrFileMatBadContent;
-        info.fault = "not enough memory";
+        info.outcome = {mrFileMatBadContent, "not enough memory", 0, {}};
         contents = told(info, json);
     }
     print(contents);
-    if (info.status == mrFileMatReadOK)
-        return true;
-    say(path, in_words(info.status, info.fault));
-    return false;
+    if (!info.outcome.read())
+        say_fault(info);
+    return info.outcome.read();
 }
 
 } // namespace

@@ -107,31 +107,95 @@ Json json(mrFMFacet const& facet, mrFileMat const& material)
     return {{"plain_material", json(facet.plain_mat())}, {"textures", layers}};
 }
 
-void add_contents(Json& file, FileInfo const& info)
+char const* kind(MaterialContents const&)
 {
-    file["encapsulation"] = json_word(info.encapsulation);
-    file["properties"] = json(info.material.file_props());
+    return "material";
+}
+
+char const* kind(PaletteFile const&)
+{
+    return "palette";
+}
+
+char const* kind(CacheContents const&)
+{
+    return "image_cache";
+}
+
+void add_contents(Json& file, MaterialContents const& contents)
+{
+    mrFileMat const& material = contents.material;
+    file["encapsulation"] = json_word(contents.encapsulation);
+    file["properties"] = json(material.file_props());
     file["facets"] = Json::array();
-    for (mrFMFacet const* facet : info.material.facets())
-        file["facets"].push_back(json(*facet, info.material));
+    for (mrFMFacet const* facet : material.facets())
+        file["facets"].push_back(json(*facet, material));
     file["images"] = Json::array();
-    for (auto const& [title, image] : info.material.images())
+    for (auto const& [title, image] : material.images())
         file["images"].push_back({{"title", json(title)},
                                   {"name", as_utf8(image->name())},
                                   {"width", image->width()},
                                   {"height", image->height()}});
-    file["warnings"] = Json::array();
-    for (std::string const& warning : info.warnings)
-        file["warnings"].push_back(as_utf8(warning));
+}
+
+Json json_colour(mrColourPalette const& palette, int index)
+{
+    utString name;
+    giColour const& colour = palette.colour(index, name);
+    doublecoDList values;
+    palette.colour_components(index, values);
+    Json components = Json::array();
+    for (double const value : values)
+        components.push_back(static_cast<int>(value)); // what a file has are whole numbers
+    return {{"index", index},
+            {"rgb", json(colour)},
+            {"encoding", keyword(palette.colour_encoding(index))},
+            {"components", components},
+            {"name", json(name)}};
+}
+
+void add_contents(Json& file, PaletteFile const& contents)
+{
+    file["colours"] = Json::array();
+    for (int index = 0; index < contents.palette.size(); ++index)
+        file["colours"].push_back(json_colour(contents.palette, index));
+}
+
+void add_contents(Json& file, CacheContents const& contents)
+{
+    file["max_cache_size"] = contents.max_cache_size;
+    file["shrinkage"] = contents.shrinkage;
+    file["entries"] = Json::array();
+    for (CacheEntry const& entry : contents.entries)
+        file["entries"].push_back({{"hash", entry.hash},
+                                   {"age", entry.age},
+                                   {"last_used", local_time(entry.age)},
+                                   {"image_name", as_utf8(entry.image_name)},
+                                   {"width", entry.width},
+                                   {"height", entry.height}});
+}
+
+void add_fault(Json& file, ReadOutcome const& outcome)
+{
+    file["fault"] = as_utf8(outcome.fault);
+    if (outcome.line > 0)
+        file["line"] = outcome.line;
 }
 
 Json json(FileInfo const& info)
 {
-    Json file{{"path", as_utf8(info.path)}, {"kind", "material"}, {"status", word(info.status)}};
-    if (info.status == mrFileMatReadOK)
-        add_contents(file, info);
-    else
-        file["fault"] = as_utf8(info.fault);
+    ReadOutcome const& outcome = info.outcome;
+    Json file{{"path", as_utf8(info.path)}};
+    file["kind"] = std::visit([](auto const& contents) { return kind(contents); }, info.contents);
+    file["status"] = word(outcome.status);
+    if (!outcome.read()) {
+        add_fault(file, outcome);
+        return file;
+    }
+    std::visit([&](auto const& contents) { add_contents(file, contents); }, info.contents);
+    file["warnings"] = Json::array();
+    for (std::string const& warning : outcome.warnings)
+        file["warnings"].push_back(as_utf8(warning));
     return file;
 }
 

@@ -10,6 +10,8 @@
 
 #include "dgDuctImage.h"
 
+#include <cstdio>
+
 namespace mrtool {
 
 namespace {
@@ -34,9 +36,14 @@ std::string colour_text(giColour const& colour)
     return text(int{colour.red()}, " ", int{colour.green()}, " ", int{colour.blue()});
 }
 
+std::string size_text(int width, int height)
+{
+    return text(width, " x ", height);
+}
+
 std::string size_text(dgDuctImage const& image)
 {
-    return text(image.width(), " x ", image.height());
+    return size_text(image.width(), image.height());
 }
 
 std::string value_text(mrMatProp const& property)
@@ -106,27 +113,70 @@ void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMa
                       image ? size_text(*image) : "no such image", ", ", tint));
 }
 
+void list(Listing& listing, MaterialContents const& contents)
+{
+    utString encapsulation;
+    mrTypes::print(contents.encapsulation, encapsulation);
+    listing.line(1, "encapsulation", encapsulation.c_str());
+    listing.properties(1, contents.material.file_props());
+    int facet_number = 0;
+    for (mrFMFacet const* facet : contents.material.facets()) {
+        listing.line(1, text("facet ", ++facet_number));
+        list_plain_material(listing, facet->plain_mat());
+        int layer_number = 0;
+        for (mrFMTexture const& layer : facet->textures())
+            list_layer(listing, ++layer_number, layer, contents.material);
+    }
+    for (auto const& [title, image] : contents.material.images())
+        listing.line(1, "image " + shown(title), size_text(*image) + ", named " + shown(image->name()));
+}
+
+std::string colour_line(mrColourPalette const& palette, int index)
+{
+    utString name;
+    std::string line = colour_text(palette.colour(index, name));
+    line += text(", ", keyword(palette.colour_encoding(index)));
+    doublecoDList components;
+    palette.colour_components(index, components);
+    for (double const component : components)
+        line += text(" ", component);
+    if (!name.invalid())
+        line += ", " + shown(name);
+    return line;
+}
+
+void list(Listing& listing, PaletteFile const& file)
+{
+    for (int index = 0; index < file.palette.size(); ++index)
+        listing.line(1, text("colour ", index), colour_line(file.palette, index));
+}
+
+std::string hexadecimal(int hash)
+{
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%08x", static_cast<unsigned>(hash));
+    return digits;
+}
+
+void list(Listing& listing, CacheContents const& cache)
+{
+    listing.line(1, "size limit", text(cache.max_cache_size));
+    listing.line(1, "shrinkage", text(cache.shrinkage));
+    for (CacheEntry const& entry : cache.entries)
+        listing.line(1, text("entry ", entry.hash),
+                     text(hexadecimal(entry.hash), ", used ", local_time(entry.age), ", ",
+                          size_text(entry.width, entry.height), ", named ",
+                          shown(utString(entry.image_name))));
+}
+
 } // namespace
 
 std::string info_text(FileInfo const& info)
 {
     Listing listing;
     listing.line(0, printable(info.path));
-    utString encapsulation;
-    mrTypes::print(info.encapsulation, encapsulation);
-    listing.line(1, "encapsulation", encapsulation.c_str());
-    listing.properties(1, info.material.file_props());
-    int facet_number = 0;
-    for (mrFMFacet const* facet : info.material.facets()) {
-        listing.line(1, text("facet ", ++facet_number));
-        list_plain_material(listing, facet->plain_mat());
-        int layer_number = 0;
-        for (mrFMTexture const& layer : facet->textures())
-            list_layer(listing, ++layer_number, layer, info.material);
-    }
-    for (auto const& [title, image] : info.material.images())
-        listing.line(1, "image " + shown(title), size_text(*image) + ", named " + shown(image->name()));
-    for (std::string const& warning : info.warnings)
+    std::visit([&](auto const& contents) { list(listing, contents); }, info.contents);
+    for (std::string const& warning : info.outcome.warnings)
         listing.line(1, "warning: " + printable(warning));
     return listing.take();
 }

@@ -164,8 +164,11 @@ CLI::App* add_import(CLI::App& app, ImportOptions& options)
 
 CLI::App* add_info(CLI::App& app, InfoOptions& options)
 {
-    CLI::App* const info = app.add_subcommand("info", "Tell what is in a material file");
-    info->add_option("FILE", options.files, "Material files")->type_name("")->required();
+    CLI::App* const info =
+        app.add_subcommand("info", "Tell what is in a material, palette or image cache file");
+    info->add_option("FILE", options.files, "Material, palette or image cache files")
+        ->type_name("")
+        ->required();
     info->add_flag("--json", options.json, "Tell it in JSON");
     info->footer("Example: mrtool info oak.multimat");
     return with_values_unmarked(info);

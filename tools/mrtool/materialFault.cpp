@@ -1,6 +1,7 @@
 #include "materialFault.h"
 
 #include "imageBlock.h"
+#include "inputFile.h"
 #include "materialDocument.h"
 #include "text.h"
 
@@ -12,11 +13,6 @@
 
 #include "giColour.h"
 #include "xmlUtils.h"
-
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace mrtool {
 
@@ -176,7 +172,7 @@ std::string content_fault(xmlElement const& root)
 std::string images_fault(std::string const& path, long start)
 {
     std::string const fault = read_image_block(path, start).fault;
-    return fault.empty() ? "the images have too many pixels in all" : fault;
+    return fault.empty() ? "not enough memory for all its images" : fault;
 }
 
 std::string bad_content_fault(std::string const& path)
@@ -191,11 +187,9 @@ std::string bad_content_fault(std::string const& path)
 
 std::string open_fault(std::string const& path)
 {
-    int const file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (file < 0)
-        return std::strerror(errno);
-    close(file);
-    return "not a file";
+    std::string fault;
+    open_input(path, fault);
+    return fault.empty() ? "not a file" : fault;
 }
 
 } // namespace

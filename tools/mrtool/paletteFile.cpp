@@ -16,6 +16,8 @@ namespace mrtool {
 
 namespace {
 
+constexpr char const* keywords[] = {"rgb8", "cmy8", "cmyk"};
+
 struct Line
 {
     long number = 1;
@@ -157,6 +159,22 @@ void find_remark(std::ifstream& in, PaletteFile& file)
 }
 
 } // namespace
+
+char const* keyword(mrColourEncoding encoding)
+{
+    return keywords[encoding - mrColourEncodingRgb8];
+}
+
+bool is_palette(std::string_view beginning)
+{
+    constexpr std::string_view blank = " \r\n";
+    std::size_t at = beginning.find_first_not_of(blank);
+    while (at < beginning.size() && beginning[at] == '#')
+        at = beginning.find_first_not_of(blank, beginning.find('\n', at));
+    std::string_view const line = beginning.substr(std::min(at, beginning.size()));
+    return std::any_of(std::begin(keywords), std::end(keywords),
+                       [line](char const* each) { return line.starts_with(each); });
+}
 
 void read_palette_file(std::string const& path, PaletteFile& file)
 {

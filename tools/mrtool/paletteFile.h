@@ -5,6 +5,7 @@
 #include "mrTypes.h"
 
 #include <string>
+#include <string_view>
 
 namespace mrtool {
 
@@ -22,6 +23,14 @@ struct PaletteFile
     /// The colours, of a file with a bad line those before it.
     mrColourPalette palette;
 };
+
+/// The word that begins the lines of an encoding: "rgb8", "cmy8" or "cmyk". Not for
+/// mrColourEncodingNone, which no file gives.
+char const* keyword(mrColourEncoding encoding);
+
+/// Whether a file with this beginning is a palette file: its first line that is neither empty nor a comment begins
+/// with a keyword.
+bool is_palette(std::string_view beginning);
 
 /// @param file  a new one, to be filled
 void read_palette_file(std::string const& path, PaletteFile& file);

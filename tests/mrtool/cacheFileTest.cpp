@@ -1,0 +1,141 @@
+#include "cacheFile.h"
+
+#include "program.h"
+
+#include "mrImageCache.h"
+
+#include "utClock.h"
+
+#include <gmock/gmock.h>
+
+using testing::Contains;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::time_t start_of_2026 = 1767225600;
+
+/// A file that the library wrote of a cache with the hash values 7 and 3,000,000,000, the second a minute younger.
+std::string good_file()
+{
+    TestFolder const folder;
+    auto const picture = four_colours();
+    mrImageCache cache(20, 5);
+    utClock::set(start_of_2026);
+    cache.add_image(7, picture.get());
+    utClock::set(start_of_2026 + 60);
+    cache.add_image(3'000'000'000, picture.get());
+    utClock::unset();
+    EXPECT_TRUE(cache.write(utString(folder.path("a"))));
+    return read_bytes(folder.path("a"));
+}
+
+std::vector<std::string> reports_of_library(std::string const& path, mrFileMatReadStatus& status)
+{
+    mrImageCache cache;
+    status = cache.read(utString(path));
+    return reports();
+}
+
+/// What is read of these bytes, after a check that the library's reader comes to the same and that there are warnings
+/// where that reports something.
+ReadOutcome outcome_of(std::string const& bytes)
+{
+    CacheContents contents;
+    TestFolder const folder;
+    write_bytes(folder.path("a"), bytes);
+    ReadOutcome const outcome = read_cache_file(folder.path("a"), contents);
+    mrFileMatReadStatus status{};
+    std::vector<std::string> const reported = reports_of_library(folder.path("a"), status);
+    reports(); // of the destructor, where the file has a negative limit
+    EXPECT_EQ(outcome.status, status);
+    EXPECT_TRUE(!outcome.read() || !outcome.warnings.empty() || reported.empty()) << reported.front();
+    return outcome;
+}
+
+} // namespace
+
+TEST(cache_file, gives_limits_and_entries)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a"), good_file());
+    CacheContents contents;
+    ReadOutcome const outcome = read_cache_file(folder.path("a"), contents);
+    EXPECT_EQ(outcome.status, mrFileMatReadOK);
+    EXPECT_THAT(outcome.warnings, IsEmpty());
+    EXPECT_EQ(contents.max_cache_size, 20);
+    EXPECT_EQ(contents.shrinkage, 5);
+    ASSERT_EQ(contents.entries.size(), 2u);
+    CacheEntry const& second = contents.entries[1];
+    EXPECT_EQ(second.hash, static_cast<int>(3'000'000'000));
+    EXPECT_EQ(second.age, contents.entries[0].age + 60);
+    EXPECT_EQ(second.image_name, "four colours");
+    EXPECT_EQ(second.width, 8);
+}
+
+TEST(cache_file, comes_to_what_the_library_comes_to)
+{
+    std::string const good = good_file();
+    for (std::size_t length = 0; length <= good.size(); ++length)
+        outcome_of(good.substr(0, length));
+    for (std::size_t at = 0; at < good.find('\x89'); ++at)
+        for (char const other : {'\n', ' ', '-', '0', '9', 'x', '\0'}) {
+            std::string changed = good;
+            changed[at] = other;
+            outcome_of(changed);
+        }
+}
+
+TEST(cache_file, says_what_is_wrong)
+{
+    std::string const good = good_file();
+    std::string const images = good.substr(good.find('\x89'));
+    std::string const image = images.substr(0, images.find('\x89', 1));
+    struct
+    {
+        std::string bytes;
+        long line;
+        char const* fault;
+    } const faults[] = {
+        {"20 5\n7 1\n8 1\n", 3, "the file ends here, without the empty line"},
+        {"20 5", 1, "the file ends here, without the empty line"},
+        {"20 5\n7 " + std::string(1022, '1') + "\n\n", 2, "longer than 1,023 characters"},
+        {good.substr(0, good.size() - 9), 0, "image 2, at byte "},
+    };
+    for (auto const& each : faults) {
+        ReadOutcome const outcome = outcome_of(each.bytes);
+        EXPECT_EQ(outcome.status, mrFileMatBadContent);
+        EXPECT_EQ(outcome.line, each.line);
+        EXPECT_THAT(outcome.fault, HasSubstr(each.fault));
+    }
+    struct
+    {
+        std::string bytes;
+        std::string warning;
+    } const warnings[] = {
+        {"0 -1\n\n", "line 1: the size limit 0 is not above 0"},
+        {"5 5\n\n", "line 1: the shrinkage 5 is not below the size limit 5"},
+        {"5 0\n\n", "line 1: the shrinkage 0 is not above 0"},
+        {"20 5\n7 12 \n\n" + image, "line 2: not two integers"},
+        {"20 5\n7 0\n\n" + image, "line 2: the age 0 is not above 0"},
+        {"20 5\n7 1\n8 1\n\n" + images,
+         "line 3: the hash value is 8, but the image in its place has -1294967296"},
+        {"20 5\n7 1\n8 1\n\n" + image, "there are 2 entries but 1 images; the last entries are left out"},
+        {"20 5\n7 1\n\n" + images, "there are 2 images but 1 entries; the last images are left out"},
+        {"1 0\n7 1\n-1294967296 2\n\n" + images, "there are 2 entries for a cache of at most 1"},
+    };
+    for (auto const& each : warnings) {
+        ReadOutcome const outcome = outcome_of(each.bytes);
+        EXPECT_EQ(outcome.status, mrFileMatReadOK);
+        EXPECT_THAT(outcome.warnings, Contains(HasSubstr(each.warning)));
+    }
+    std::string lines;
+    for (int line = 0; line < 1000; ++line)
+        lines += "x\n";
+    EXPECT_EQ(outcome_of("20 5\n" + lines + "\n").warnings.size(), 101u);
+}
+
+} // namespace mrtool
