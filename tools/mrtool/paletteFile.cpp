@@ -56,11 +56,6 @@ bool is_well_formed(std::string const& line)
     return read_line(line, palette) != mrPaletteFileBadFormat;
 }
 
-std::string as_it_is(std::string line)
-{
-    return line;
-}
-
 constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
 
 std::string without_byte_order_mark(std::string line)
@@ -95,8 +90,6 @@ struct Flaw
 };
 
 constexpr Flaw flaws[] = {
-    // The library's reader has but one word for both.
-    {as_it_is, "not enough memory for its colour"},
     {without_byte_order_mark, "it begins with a byte order mark (EF BB BF), which must go"},
     {with_spaces_for_tabs, "it has a tab where only spaces may be"},
     {in_small_letters, "its keyword is not in small letters"},
@@ -108,6 +101,9 @@ std::string bad_format(std::string const& line)
     if (line.find_first_not_of(" \r") == line.npos)
         return "nothing but a carriage return, which makes no empty line: write # before it, or end the "
                "lines of the file with line feeds alone";
+    // The library's reader has but one word for a bad line and for too little memory.
+    if (is_well_formed(line) || !is_well_formed("rgb8 0 0 0"))
+        return "not enough memory for its colour";
     auto const flaw = std::find_if(std::begin(flaws), std::end(flaws),
                                    [&](Flaw const& each) { return is_well_formed(each.mended(line)); });
     if (flaw != std::end(flaws))
