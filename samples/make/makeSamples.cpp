@@ -16,6 +16,7 @@ int main(int argument_count, char** arguments)
         make_oil_lamp(arguments[1]);
         make_gear(arguments[1]);
         make_materials(arguments[1]);
+        make_palettes(arguments[1]);
     } catch (std::exception const& failure) {
         std::cerr << "mr_make_samples: " << failure.what() << '\n';
         return 1;

@@ -18,3 +18,6 @@ void make_gear(std::filesystem::path const& samples);
 
 /// materials/: material files.
 void make_materials(std::filesystem::path const& samples);
+
+/// palettes/: palette files.
+void make_palettes(std::filesystem::path const& samples);

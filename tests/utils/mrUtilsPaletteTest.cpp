@@ -4,6 +4,7 @@
 #include "mrColourPalette.h"
 #include "mrTest.h"
 
+#include <filesystem>
 #include <locale>
 #include <sstream>
 #include <tuple>
@@ -104,6 +105,25 @@ TEST(mrUtilsPalette, KeepsComponentsWhichWritingLoses)
     EXPECT_EQ(again.palette.colour_components(0, components), 1);
     EXPECT_EQ(numbers(components), (std::vector{127.0, 127.0, 127.0}));
     EXPECT_EQ(again.palette.colour_encoding(0), mrColourEncodingRgb8);
+}
+
+TEST(mrUtilsPalette, CarriesColoursAndNamesOfEverySample)
+{
+    for (auto const& entry : std::filesystem::directory_iterator(sample("palettes"))) {
+        SCOPED_TRACE(entry.path());
+        Read const first(read_bytes(entry.path()));
+        Read const again(written(first.palette));
+        EXPECT_EQ(first.error, mrPaletteFileOK);
+        EXPECT_EQ(again.error, mrPaletteFileOK);
+        EXPECT_GE(first.palette.size(), 20);
+        ASSERT_EQ(again.palette.size(), first.palette.size());
+        utString name, other;
+        for (int index = 0; index < first.palette.size(); ++index) {
+            EXPECT_EQ(first.palette.colour(index, name), again.palette.colour(index, other)) << index;
+            EXPECT_EQ(name, other) << index;
+            EXPECT_EQ(again.palette.colour_encoding(index), mrColourEncodingRgb8) << index;
+        }
+    }
 }
 
 TEST(mrUtilsPalette, ReadsIntoAPaletteThatHasColours)
