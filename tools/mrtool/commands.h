@@ -45,10 +45,19 @@ struct InfoOptions
     bool json = false;
 };
 
+struct PaletteOptions
+{
+    std::vector<std::string> files;  ///< to be drawn
+    std::optional<std::string> from; ///< a palette of another format, to be converted instead
+    std::string output;
+    bool force = false; ///< whether to replace a palette file that is there
+};
+
 // Each does its work, says on standard error what fails, and returns the exit status.
 
 int run_thumb(ThumbOptions const& options);
 int run_import(ImportOptions const& options);
 int run_info(InfoOptions const& options);
+int run_palette(PaletteOptions const& options);
 
 } // namespace mrtool

@@ -174,6 +174,28 @@ CLI::App* add_info(CLI::App& app, InfoOptions& options)
     return with_values_unmarked(info);
 }
 
+CLI::App* add_palette(CLI::App& app, PaletteOptions& options)
+{
+    CLI::App* const palette = app.add_subcommand(
+        "palette", "Draw palettes, or make a palette file of a GPL, ASE or rgb.txt palette");
+    palette->add_option("FILE", options.files, "Palette files, to be drawn one beneath the other")
+        ->type_name("");
+    palette
+        ->add_option("--from", options.from,
+                     "A palette of another format, to be converted: GPL, ASE or rgb.txt")
+        ->type_name("FILE")
+        ->check(check_not_empty, "");
+    palette
+        ->add_option("-o,--output", options.output, "The picture, a PNG file; with --from, the palette file")
+        ->type_name("OUT")
+        ->check(check_not_empty, "")
+        ->required();
+    palette->add_flag("--force", options.force, "With --from: replace a file that is there already");
+    palette->footer("Examples: mrtool palette paints.pcp woods.pcp -o colours.png\n"
+                    "          mrtool palette --from web.gpl -o web.pcp");
+    return with_values_unmarked(palette);
+}
+
 /// What makes no sense, where the reason is an argument that nothing takes.
 std::string not_expected(CLI::App const& app)
 {
@@ -208,7 +230,8 @@ void name_as_folder(std::optional<std::string>& output)
 
 int run(int argc, char** argv)
 {
-    CLI::App app("Thumbnails of materials, meshes and images; material files out of scenes", "mrtool");
+    CLI::App app("Thumbnails of materials, meshes and images; material files out of scenes; palettes",
+                 "mrtool");
     app.set_version_flag("--version", "mrtool " MRTOOL_VERSION);
     app.set_help_flag("-h,--help", "Print this and exit");
     app.require_subcommand(1);
@@ -216,14 +239,18 @@ int run(int argc, char** argv)
     ThumbOptions thumb_options;
     ImportOptions import_options;
     InfoOptions info_options;
+    PaletteOptions palette_options;
     CLI::App const* const thumb = add_thumb(app, thumb_options);
     CLI::App const* const import = add_import(app, import_options);
+    CLI::App const* const palette = add_palette(app, palette_options);
     add_info(app, info_options);
     try {
         app.parse(marked(argc, argv));
         name_as_folder(thumb_options.output);
         if (thumb->parsed())
             return run_thumb(thumb_options);
+        if (palette->parsed())
+            return run_palette(palette_options);
         return import->parsed() ? run_import(import_options) : run_info(info_options);
     } catch (CLI::Success const& asked) {
         return app.exit(asked);

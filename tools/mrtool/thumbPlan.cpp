@@ -1,5 +1,6 @@
 #include "thumbPlan.h"
 
+#include "outputFile.h"
 #include "pendingFile.h"
 #include "text.h"
 
@@ -172,18 +173,10 @@ private:
             refuse(text("the thumbnails need a folder, and ", *m_output, " is none"));
     }
 
-    /// What is there already gives way only where it is a picture: other work would be lost, and a device.
     void check_replaced(ThumbJob const& job)
     {
-        std::error_code ignored;
-        fs::file_status const status = fs::status(job.output, ignored);
-        if (!fs::exists(status))
-            return;
-        bool const file = fs::is_regular_file(status);
-        if (!file ||
-            (fs::file_size(job.output, ignored) > 0 && file_kind(job.output).kind != FileKind::image))
-            refuse(text("the thumbnail of ", job.input, " would replace ", job.output, ", which is no ",
-                        file ? "picture" : "file"));
+        if (std::string const objection = objection_to_picture(job.output); !objection.empty())
+            refuse(text("the thumbnail of ", job.input, " would replace ", job.output, ", ", objection));
     }
 
     /// @param outputs  where they lie, and of which input they are

@@ -1,0 +1,266 @@
+// Palettes of other formats, read and named. The files are put together here.
+#include "foreignPalette.h"
+
+#include "paletteWriter.h"
+
+#include "mrColourPalette.h"
+#include "mrUtils.h"
+
+#include "mrTest.h"
+
+#include <gmock/gmock.h>
+
+#include <bit>
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+namespace mrtool {
+
+namespace {
+
+std::string big_endian(std::uint32_t value, int bytes)
+{
+    std::string made;
+    while (bytes-- > 0)
+        made += static_cast<char>(value >> (8 * bytes));
+    return made;
+}
+
+std::string ase_block(std::uint32_t type, std::string const& content)
+{
+    return big_endian(type, 2) + big_endian(static_cast<std::uint32_t>(content.size()), 4) + content;
+}
+
+std::string ase_name(std::u16string const& name)
+{
+    std::string made = big_endian(static_cast<std::uint32_t>(name.size() + 1), 2);
+    for (char16_t const unit : name + u'\0')
+        made += big_endian(unit, 2);
+    return made;
+}
+
+std::string ase_colour(std::u16string const& name, char const* model, std::vector<float> const& values,
+                       std::uint32_t kind = 2)
+{
+    std::string content = ase_name(name) + model;
+    for (float const value : values)
+        content += big_endian(std::bit_cast<std::uint32_t>(value), 4);
+    return ase_block(1, content + big_endian(kind, 2));
+}
+
+std::string ase(std::vector<std::string> const& blocks)
+{
+    std::string made =
+        "ASEF" + big_endian(0x10000, 4) + big_endian(static_cast<std::uint32_t>(blocks.size()), 4);
+    for (std::string const& block : blocks)
+        made += block;
+    return made;
+}
+
+/// What becomes of a file with these bytes.
+struct Converted
+{
+    explicit Converted(std::string const& bytes)
+    {
+        TestFolder const folder;
+        write_bytes(folder.path("from"), bytes);
+        ForeignPalette palette;
+        ForeignFault found;
+        std::string reason;
+        if (read_foreign_palette(folder.path("from"), palette, found)) {
+            EXPECT_TRUE(write_palette(palette.colours, folder.path("to"), of_names, reason)) << reason;
+            lines = read_bytes(folder.path("to"));
+        }
+        fault = (found.line > 0 ? std::to_string(found.line) + ": " : "") + found.words;
+        left_out = palette.left_out;
+        notes = palette.notes;
+    }
+
+    std::string lines, fault;
+    std::vector<std::string> left_out, notes, of_names;
+};
+
+} // namespace
+
+TEST(foreign_palette, reads_lines_of_text)
+{
+    Converted const gpl("\xef\xbb\xbfGIMP Palette\r\nName: Web\r\nColumns: 4\r\n#\r\n# by hand\r\n"
+                        "  0   0   0\tBlack\r\n255 250 1 Two words \r\n1 2 3 Untitled\r\n\t4 5 6\r\n");
+    EXPECT_EQ(gpl.fault, "");
+    EXPECT_EQ(gpl.lines, "rgb8 0 0 0 Black\nrgb8 255 250 1 Two words\nrgb8 1 2 3\nrgb8 4 5 6\n");
+    EXPECT_THAT(gpl.left_out, ElementsAre("2 header lines (\"Name: Web\", \"Columns: 4\")", "1 comment"));
+    EXPECT_THAT(gpl.notes, ElementsAre("\"Untitled\" stands for no name: 1 colour"));
+    EXPECT_THAT(gpl.of_names,
+                ElementsAre("without blanks at an end: 1 name (\"Two words \" becomes \"Two words\")"));
+
+    Converted const transparent("GIMP Palette\nChannels: RGBA\n1 2 3 0 None\n4 5 6 255 All\n");
+    EXPECT_EQ(transparent.lines, "rgb8 1 2 3 None\nrgb8 4 5 6 All\n");
+    EXPECT_THAT(transparent.left_out, ElementsAre("the transparency of 1 colour (\"None\")"));
+
+    Converted const names("! by hand\n\n255 250 250\t\tsnow\n 1 2 3\tghost white\n1 2 3\tGhostWhite");
+    EXPECT_EQ(names.lines, "rgb8 255 250 250 snow\nrgb8 1 2 3 ghost white\nrgb8 1 2 3 GhostWhite\n");
+    EXPECT_THAT(names.left_out, ElementsAre("1 comment"));
+}
+
+TEST(foreign_palette, reads_swatches_of_every_model)
+{
+    // The three in Lab are red, green and blue of sRGB; the last lies far outside of it.
+    Converted const all(
+        ase({ase_block(0xc001, ase_name(u"Prints")), ase_colour(u"a", "RGB ", {0.f, 0.5f, 1.f}),
+             ase_colour(u"b", "CMYK", {0.2f, 0.4f, 0.6f, 0.1f}, 1), ase_colour(u"c", "Gray", {0.5f}, 0),
+             ase_colour(u"d", "LAB ", {0.5429f, 80.81f, 69.89f}),
+             ase_colour(u"e", "LAB ", {0.8782f, -79.29f, 80.99f}),
+             ase_colour(u"f", "LAB ", {0.2957f, 68.30f, -112.03f}), ase_colour(u"g", "LAB ", {1.f, 0.f, 0.f}),
+             ase_colour(u"h", "LAB ", {0.6f, -120.f, 100.f}), ase_colour(u"", "RGB ", {-1.f, 2.f, 0.f}),
+             ase_block(0xc002, ""), ase_block(7, "?")}) +
+        "tail");
+    EXPECT_EQ(all.fault, "");
+    EXPECT_EQ(all.lines,
+              "rgb8 0 128 255 a\nrgb8 183 137 91 b\nrgb8 128 128 128 c\nrgb8 255 0 0 d\nrgb8 0 255 0 e\n"
+              "rgb8 0 0 255 f\nrgb8 255 255 255 g\nrgb8 0 183 0 h\nrgb8 0 255 0\n");
+    EXPECT_THAT(all.left_out,
+                ElementsAre("1 group (\"Prints\")", "the kind \"global\" of 1 colour (\"c\")",
+                            "the kind \"spot\" of 1 colour (\"b\")", HasSubstr("1 unknown block (at byte "),
+                            "4 bytes behind the last block"));
+    EXPECT_THAT(
+        all.notes,
+        ElementsAre("converted from CMYK as the library does it, without a profile: 1 colour (\"b\")",
+                    "converted from Lab under D50 to sRGB: 5 colours (\"d\", \"e\", \"f\" and 2 more)",
+                    "converted from gray: 1 colour (\"c\")",
+                    "outside of sRGB and clipped to it: 1 colour (\"h\")",
+                    "with components out of their range and brought into it: 1 colour (colour 9)"));
+
+    std::u16string const broken{u'a', 0xd800, u'b', 0xdc00, 0xd83d, 0xde00, 0, 0xd801};
+    Converted const name(ase({ase_colour(broken, "RGB ", {0.f, 0.f, 0.f})}));
+    EXPECT_EQ(name.lines, "rgb8 0 0 0 a\ufffdb\ufffd\U0001f600 \ufffd\n");
+    EXPECT_THAT(name.notes, ElementsAre(HasSubstr("with faulty UTF-16, now U+FFFD: 1 name")));
+}
+
+TEST(foreign_palette, refuses_what_is_none)
+{
+    std::string const red = ase_colour(u"red", "RGB ", {1.f, 0.f, 0.f});
+    std::string const good = ase({red, red});
+    struct
+    {
+        std::string bytes;
+        char const* fault;
+    } const cases[] = {
+        {"", "neither a GPL, an ASE nor an rgb.txt palette"},
+        {"rgb8 1 2 3\n", "neither"},
+        {"1 2 3\n", "neither"},
+        {std::string(1000, '\0'), "neither"},
+        {std::string(max_foreign_bytes + 1, '1'), "larger than 32 MiB"},
+        {"GIMP Palette\n# none\n", "it holds no colour"},
+        {"GIMP Palette\n1 2 3\n\n1 2\n", "4: it does not begin with three whole numbers"},
+        {"GIMP Palette\n1 2 3\n1 2 3Red\n", "3: it does not begin"},
+        {"GIMP Palette\n1 2 -3\n", "2: it does not begin"},
+        {"GIMP Palette\n1 2 256\n", "2: a number is out of its range, 0 to 255"},
+        {"GIMP Palette\n1 2 " + std::string(100, '9'), "2: a number is out of its range"},
+        {"GIMP Palette\nChannels: RGBA\n1 2 3 Red\n", "3: it does not begin with four"},
+        {"1 2 3 a\n! b\n1 2 3\n", "3: it has no name"},
+        {"ASEF", "at byte 4: the version takes 2 bytes, with 0 left"},
+        {"ASEF" + big_endian(0x20000, 4) + big_endian(0, 4), "at byte 4: version 2.0"},
+        {ase({}), "it holds no colour"},
+        {"ASEF" + big_endian(0x10000, 4) + big_endian(0xffffffff, 4) + red,
+         "at byte 46: the file ends before block 2 of 4294967295"},
+        {ase({big_endian(1, 2) + big_endian(0xfffffff0, 4)}),
+         "block 1: its content takes 4294967280 bytes, with 0"},
+        {ase({ase_block(1, big_endian(0xffff, 2))}), "block 1: its name takes 131070 bytes, with 0 left"},
+        {ase({ase_block(1, ase_name(u"a") + "RGB " + "123")}), "block 1: a component takes 4 bytes, with 3"},
+        {ase({ase_colour(u"a", "HSB ", {})}), "at byte 24: block 1: its colour model is \"HSB \", none that"},
+        {ase({red, ase_colour(u"a", "RGB ", {0.f, std::nanf(""), 0.f})}),
+         "block 2: component 2 of \"a\" is no fin"},
+        {ase({ase_colour(u"a", "Gray", {-INFINITY})}), "block 1: component 1 of \"a\" is no finite number"},
+    };
+    for (auto const& each : cases) {
+        SCOPED_TRACE(each.fault);
+        EXPECT_THAT(Converted(each.bytes).fault, HasSubstr(each.fault));
+    }
+    EXPECT_EQ(Converted(good).fault, "");
+    for (std::size_t length = 4; length < good.size(); ++length)
+        EXPECT_THAT(Converted(good.substr(0, length)).fault, HasSubstr("at byte ")) << length;
+}
+
+TEST(foreign_palette, keeps_every_byte_that_a_name_can_have)
+{
+    ForeignPalette palette;
+    std::ostringstream expected;
+    for (int byte = 0; byte < 256; ++byte) {
+        std::string const end = "~" + std::to_string(byte);
+        palette.colours.push_back({"a" + std::string(1, static_cast<char>(byte)) + end, giColour()});
+        bool const line_end = byte == '\n' || byte == '\r' || byte == 0;
+        expected << "rgb8 0 0 0 a"
+                 << (byte == '#' ? ""
+                     : line_end  ? " "
+                                 : std::string(1, static_cast<char>(byte)))
+                 << end << '\n';
+    }
+    TestFolder const folder;
+    std::vector<std::string> notes;
+    std::string reason;
+    ASSERT_TRUE(write_palette(palette.colours, folder.path("a.pcp"), notes, reason)) << reason;
+    EXPECT_EQ(read_bytes(folder.path("a.pcp")), expected.str());
+    EXPECT_THAT(notes, ElementsAre(HasSubstr("without the \"#\" that would begin a comment: 1 name"),
+                                   HasSubstr("with a blank for a line end or NUL: 3 names")));
+}
+
+TEST(foreign_palette, makes_names_unique_and_short_enough)
+{
+    ForeignPalette palette;
+    std::string const longest(1012, 'x');
+    std::string long_accents;
+    while (long_accents.size() < 1100)
+        long_accents += "\u00fc";
+    for (std::string const& name :
+         {std::string("Red #2"), std::string("Red 2"), std::string("Red (2)"), std::string("Red"),
+          std::string(" Red"), std::string("#"), longest, longest + "y", longest + "z", "a" + long_accents})
+        palette.colours.push_back({name, giColour(1, 2, 3, 0)});
+    palette.colours.push_back({longest, giColour(255, 255, 255, 0)});
+    TestFolder const folder;
+    std::vector<std::string> notes;
+    std::string reason;
+    ASSERT_TRUE(write_palette(palette.colours, folder.path("a.pcp"), notes, reason)) << reason;
+    std::string accents_left = "a";
+    while (accents_left.size() + 2 <= 1012)
+        accents_left += "\u00fc";
+    std::vector<std::string> const expected = {"Red 2",
+                                               "Red 2 (2)",
+                                               "Red (2)",
+                                               "Red",
+                                               "Red (3)",
+                                               "",
+                                               longest,
+                                               std::string(1008, 'x') + " (2)",
+                                               std::string(1008, 'x') + " (3)",
+                                               accents_left,
+                                               std::string(1006, 'x')};
+    mrColourPalette read_back;
+    std::ifstream in(folder.path("a.pcp"), std::ios::binary);
+    EXPECT_EQ(mrUtils::read_pcp(in, read_back), mrPaletteFileOK);
+    ASSERT_EQ(read_back.size(), static_cast<int>(expected.size()));
+    for (int at = 0; at < read_back.size(); ++at) {
+        utString name;
+        read_back.colour(at, name);
+        EXPECT_EQ(std::string(name.view()), expected[static_cast<std::size_t>(at)]);
+    }
+    EXPECT_EQ(notes.size(), 4u);
+}
+
+// Were each number tried again for each name, this would not end in the time that a test has.
+TEST(foreign_palette, numbers_very_many_names)
+{
+    std::string equal = "GIMP Palette\n", equal_once_cut = equal;
+    for (int at = 0; at < 100'000; ++at)
+        equal += "1 2 3 same\n";
+    for (int at = 0; at < 2'400; ++at)
+        equal_once_cut += "1 2 3 " + std::string(1000, 'x') + std::to_string(100'000'000'000 + at / 2) + "\n";
+    EXPECT_THAT(Converted(equal).lines, HasSubstr("\nrgb8 1 2 3 same (100000)\n"));
+    EXPECT_THAT(Converted(equal_once_cut).lines, EndsWith("x10000 (1201)\n"));
+}
+
+} // namespace mrtool

@@ -1,0 +1,168 @@
+// mrtool palette as a whole.
+#include "program.h"
+
+#include "palettePicture.h"
+
+#include "mrColourPalette.h"
+#include "mrUtils.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+std::string const three = "rgb8 255 0 0 Red\ncmy8 255 0 255 Green\ncmyk 100 100 0 0 Blue\n";
+
+} // namespace
+
+TEST(mrtool_palette, draws_swatches_in_order)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.pcp"), three);
+    write_bytes(folder.path("b.pcp"), "rgb8 1 2 3\n");
+    write_bytes(folder.path("bad.pcp"), three + "rgb8 4 5 6 Red\n");
+    write_bytes(folder.path("cut.pcp"), "rgb8 7 8 9\n" + std::string(2000, '#') + "\nrgb8 1 1 1\n");
+    Outcome const drawn = run_mrtool("palette a.pcp bad.pcp gone.pcp b.pcp cut.pcp -o out/a.png",
+                                     "cd " + folder.path("") + " &&");
+    EXPECT_EQ(drawn.status, 1);
+    EXPECT_EQ(drawn.errors,
+              "mrtool: bad.pcp:4: an earlier line has the name \"Red\" already\n"
+              "mrtool: gone.pcp: cannot be opened: No such file or directory\n"
+              "mrtool: cut.pcp:2: warning: longer than 1,023 characters; it and the lines after it "
+              "are not read\n");
+    auto const picture = read_png(folder.path("out/a.png"));
+    EXPECT_EQ(picture->width(), 3 * 72 + 8);
+    EXPECT_EQ(picture->height(), 3 * 72 + 8 + 2 * 16);
+    EXPECT_EQ(pixel(*picture, 0, 0), "240 240 240");
+    EXPECT_EQ(pixel(*picture, 8, 8), "255 0 0");
+    EXPECT_EQ(pixel(*picture, 71, 71), "255 0 0");
+    EXPECT_EQ(pixel(*picture, 80, 8), "0 255 0");
+    EXPECT_EQ(pixel(*picture, 152, 8), "0 0 255");
+    EXPECT_EQ(pixel(*picture, 8, 96), "1 2 3");
+    EXPECT_EQ(pixel(*picture, 80, 96), "240 240 240");
+    EXPECT_EQ(pixel(*picture, 8, 184), "7 8 9");
+}
+
+TEST(mrtool_palette, finds_room_for_very_many_colours)
+{
+    using mrtool::swatch_layout;
+    using mrtool::SwatchLayout;
+    auto const all_fit = [](SwatchLayout const& layout, std::vector<std::size_t> const& counts, int most) {
+        int const step = layout.swatch + layout.gap;
+        std::size_t rows = 0;
+        for (std::size_t const count : counts)
+            rows += (count + static_cast<std::size_t>(layout.columns) - 1) /
+                    static_cast<std::size_t>(layout.columns);
+        return layout.width == layout.columns * step + layout.gap && layout.width <= most &&
+               layout.height <= most &&
+               layout.height == static_cast<int>(rows) * step + layout.gap +
+                                    static_cast<int>(counts.size() - 1) * layout.extra();
+    };
+    struct
+    {
+        std::vector<std::size_t> counts;
+        int swatch;
+        int most;
+    } const cases[] = {
+        {{1}, 64, 2048},
+        {{8}, 64, 2048},
+        {{100'000}, 5, 2048},
+        {{1'000'000}, 2, 2048},
+        {{5'000'000}, 1, 8191},
+        {{8191u * 8191u}, 1, 8191},
+        {std::vector<std::size_t>(8191, 1), 1, 8191},
+        {{1, 1'000'000, 3}, 2, 2048},
+    };
+    for (auto const& each : cases) {
+        SCOPED_TRACE(each.counts.front());
+        auto const layout = swatch_layout(each.counts);
+        ASSERT_TRUE(layout);
+        EXPECT_EQ(layout->swatch, each.swatch);
+        EXPECT_TRUE(all_fit(*layout, each.counts, each.most)) << layout->width << " x " << layout->height;
+    }
+    EXPECT_EQ(swatch_layout({8})->columns, 8);
+    EXPECT_FALSE(swatch_layout({8191u * 8191u + 1}));
+    EXPECT_FALSE(swatch_layout(std::vector<std::size_t>(8192, 1)));
+}
+
+TEST(mrtool_palette, converts_and_says_what_it_changes)
+{
+    TestFolder const folder;
+    std::string const there = "cd " + folder.path("") + " &&";
+    write_bytes(folder.path("a.gpl"), "GIMP Palette\nName: Shop\n1 2 3\tGrey #1\n4 5 6\tGrey 1\n");
+    Outcome const made = run_mrtool("palette --from a.gpl -o a.pcp", there);
+    EXPECT_EQ(made.status, 0);
+    EXPECT_EQ(made.errors,
+              "mrtool: a.gpl: not carried over, a palette file has no place for it: 1 header line (\"Name: "
+              "Shop\")\n"
+              "mrtool: a.gpl: without the \"#\" that would begin a comment: 1 name (\"Grey #1\" becomes "
+              "\"Grey 1\")\n"
+              "mrtool: a.gpl: numbered, since an earlier colour has the name: 1 name (\"Grey 1\" becomes "
+              "\"Grey 1 (2)\")\n");
+    EXPECT_EQ(read_bytes(folder.path("a.pcp")), "rgb8 1 2 3 Grey 1\nrgb8 4 5 6 Grey 1 (2)\n");
+
+    write_bytes(folder.path("a.pcp"), three);
+    Outcome const refused = run_mrtool("palette --from a.gpl -o a.pcp", there);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.errors, "mrtool: a.gpl: a.pcp is there already; --force replaces it\n");
+    EXPECT_EQ(read_bytes(folder.path("a.pcp")), three);
+    EXPECT_EQ(run_mrtool("palette --from a.gpl -o a.pcp --force", there).status, 0);
+    EXPECT_THAT(read_bytes(folder.path("a.pcp")), StartsWith("rgb8 1 2 3 Grey 1\n"));
+
+    write_bytes(folder.path("bad.gpl"), "GIMP Palette\n1 2 3\n1 2\n");
+    EXPECT_THAT(run_mrtool("palette --from bad.gpl -o bad.pcp", there).errors,
+                StartsWith("mrtool: bad.gpl:3: "));
+    Outcome const full = run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;");
+    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()), 3);
+}
+
+TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
+{
+    TestFolder const folder;
+    std::string const there = "cd " + folder.path("") + " &&";
+    write_bytes(folder.path("a.pcp"), three);
+    write_bytes(folder.path("a.gpl"), "GIMP Palette\n1 2 3\n");
+    write_bytes(folder.path("notes.txt"), "my own");
+    fs::create_symlink("a.pcp", folder.path("link"));
+    fs::create_directory(folder.path("folder"));
+    struct
+    {
+        char const* arguments;
+        char const* said;
+    } const cases[] = {
+        {"a.pcp", "--output is required"},
+        {"-o a.png", "FILE is required, or --from"},
+        {"a.pcp -o ./a.pcp", "./a.pcp would replace the input a.pcp"},
+        {"a.pcp -o link", "link would replace the input a.pcp"},
+        {"a.pcp -o b.PCP", "b.PCP is a palette file by its name"},
+        {"a.pcp -o notes.txt", "would replace notes.txt, which is no picture"},
+        {"a.pcp -o /dev/null", "would replace /dev/null, which is no file"},
+        {"a.pcp -o folder", "folder is a folder"},
+        {"a.pcp -o new/", "new/ is a folder"},
+        {"a.pcp -o a.png --force", "--force goes with --from"},
+        {"--from a.gpl a.pcp -o b.pcp", "--from takes one file, and a.pcp is a second"},
+        {"--from a.gpl -o a.png", "a.png is a picture by its name"},
+        {"--from a.gpl -o a.gpl --force", "a.gpl would replace the input a.gpl"},
+        {"--from a.gpl -o /dev/null --force", "would replace /dev/null, which is no file"},
+    };
+    for (auto const& each : cases) {
+        Outcome const refused = run_mrtool(std::string("palette ") + each.arguments, there);
+        EXPECT_EQ(refused.status, 2) << each.arguments;
+        EXPECT_THAT(refused.errors, AllOf(StartsWith("mrtool: "), HasSubstr(each.said),
+                                          HasSubstr("Usage: mrtool palette [OPTIONS] [FILE...]")));
+    }
+    EXPECT_EQ(read_bytes(folder.path("a.pcp")), three);
+    EXPECT_EQ(read_bytes(folder.path("notes.txt")), "my own");
+    // Nor does it where there is nothing to draw.
+    EXPECT_EQ(run_mrtool("palette a.gpl -o a.png", there).status, 1);
+    EXPECT_FALSE(fs::exists(folder.path("a.png")));
+}

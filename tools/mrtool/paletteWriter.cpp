@@ -1,0 +1,91 @@
+#include "paletteWriter.h"
+
+#include "paletteNames.h"
+#include "pendingFile.h"
+#include "text.h"
+
+#include "mrColourPalette.h"
+#include "mrUtils.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t longest_line = 1023;
+
+/// Bytes that the colour's line has room for behind the numbers.
+std::size_t room_for_name(giColour const& colour)
+{
+    return longest_line - text("rgb8 ", colour.red(), " ", colour.green(), " ", colour.blue(), " ").size();
+}
+
+void fill(mrColourPalette& palette, std::vector<ForeignColour> const& colours,
+          std::vector<std::string>& notes)
+{
+    PaletteNames names;
+    for (ForeignColour const& each : colours) {
+        std::string name = names.take(each.name, room_for_name(each.colour));
+        palette.append(each.colour, name.empty() ? utString() : utString(std::move(name)),
+                       mrColourEncodingRgb8);
+    }
+    notes = names.notes();
+}
+
+bool same_colours(mrColourPalette const& first, mrColourPalette const& second)
+{
+    if (first.size() != second.size())
+        return false;
+    utString name, other_name;
+    for (int at = 0; at < first.size(); ++at)
+        if (first.colour(at, name) != second.colour(at, other_name) || name != other_name)
+            return false;
+    return true;
+}
+
+/// @return the error, or 0
+int write_file(mrColourPalette const& palette, std::string const& path)
+{
+    // The library flushes after every line, which on a file takes a write each.
+    std::ostringstream lines;
+    mrUtils::write_pcp(palette, lines);
+    errno = 0;
+    std::ofstream out(path, std::ios::binary);
+    out.write(lines.view().data(), static_cast<std::streamsize>(lines.view().size()));
+    out.close();
+    return out ? 0 : errno != 0 ? errno : EIO;
+}
+
+} // namespace
+
+bool write_palette(std::vector<ForeignColour> colours, std::string const& path,
+                   std::vector<std::string>& notes, std::string& reason)
+{
+    mrColourPalette palette;
+    fill(palette, colours, notes);
+    colours = {};
+    PendingFile pending(path);
+    reason = pending.reason();
+    if (!pending.good())
+        return false;
+    if (int const error = write_file(palette, pending.temporary_path()); error != 0) {
+        reason = text(path, " cannot be written: ", std::strerror(error));
+        return false;
+    }
+    mrColourPalette read_back;
+    std::ifstream in(pending.temporary_path(), std::ios::binary);
+    if (mrUtils::read_pcp(in, read_back) != mrPaletteFileOK || !same_colours(palette, read_back)) {
+        reason = path + " does not read back as it was written";
+        return false;
+    }
+    if (pending.complete())
+        return true;
+    reason = pending.reason();
+    return false;
+}
+
+} // namespace mrtool

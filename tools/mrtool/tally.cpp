@@ -1,0 +1,62 @@
+#include "tally.h"
+
+#include "messages.h"
+#include "text.h"
+
+#include <algorithm>
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t most_examples = 3;
+constexpr std::size_t most_shown = 60;
+constexpr std::size_t end_shown = 16;
+
+bool is_continuation(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+}
+
+} // namespace
+
+std::string_view cut_at_character(std::string_view text, std::size_t most)
+{
+    if (text.size() <= most)
+        return text;
+    std::size_t end = most;
+    // A character has at most three bytes after its first; more of that kind in a row are no UTF-8.
+    while (end > 0 && most - end < 3 && is_continuation(text[end]))
+        --end;
+    return text.substr(0, end);
+}
+
+std::string shown(std::string_view text)
+{
+    if (text.size() <= most_shown)
+        return in_quotes(text);
+    std::string_view end = text.substr(text.size() - end_shown);
+    while (end.size() > end_shown - 3 && is_continuation(end.front()))
+        end.remove_prefix(1);
+    return in_quotes(cut_at_character(text, most_shown - end_shown)) + "..." + in_quotes(end);
+}
+
+std::string number_of(std::size_t count, std::string_view things)
+{
+    return text(count, " ", things, count == 1 ? "" : "s");
+}
+
+void Tally::add(std::string example)
+{
+    if (m_count++ < most_examples)
+        m_examples += (m_examples.empty() ? "" : ", ") + example;
+}
+
+std::string Tally::of(std::string_view things) const
+{
+    std::string const more =
+        m_count > most_examples ? text(" and ", m_count - most_examples, " more") : std::string();
+    return text(number_of(m_count, things), " (", m_examples, more, ")");
+}
+
+} // namespace mrtool
