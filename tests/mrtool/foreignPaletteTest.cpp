@@ -151,7 +151,7 @@ TEST(foreign_palette, refuses_what_is_none)
         char const* fault;
     } const cases[] = {
         {"", "neither a GPL, an ASE nor an rgb.txt palette"},
-        {"rgb8 1 2 3\n", "neither"},
+        {"rgb8 1 2 3\n", "this is a palette file already"},
         {"1 2 3\n", "neither"},
         {std::string(1000, '\0'), "neither"},
         {std::string(max_foreign_bytes + 1, '1'), "larger than 32 MiB"},

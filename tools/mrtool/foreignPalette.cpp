@@ -1,6 +1,7 @@
 #include "foreignPalette.h"
 
 #include "inputFile.h"
+#include "paletteFile.h"
 #include "swatchExchange.h"
 #include "tally.h"
 #include "text.h"
@@ -51,7 +52,8 @@ bool read_foreign_palette(std::string const& path, ForeignPalette& palette, Fore
     else if (is_rgb_txt(bytes))
         read = read_rgb_txt(bytes, palette, fault);
     else
-        fault.words = "neither a GPL, an ASE nor an rgb.txt palette";
+        fault.words = is_palette(bytes) ? "this is a palette file already, and needs no --from"
+                                        : "neither a GPL, an ASE nor an rgb.txt palette";
     if (read && palette.colours.empty()) {
         fault.words = "it holds no colour";
         return false;
