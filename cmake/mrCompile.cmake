@@ -1,5 +1,16 @@
 # What every target of the project is compiled with.
 
+include(CheckIPOSupported)
+check_ipo_supported(RESULT mr_ipo_supported OUTPUT mr_ipo_output LANGUAGES CXX)
+
+# A library's functions call each other directly and are inlined into each other, across its sources: all public
+# ones begin with small checks.
+function(mr_compile_whole target)
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)
+  set_target_properties(${target} PROPERTIES INTERPROCEDURAL_OPTIMIZATION_RELEASE ${mr_ipo_supported})
+endfunction()
+
 function(mr_compile target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow

@@ -1,7 +1,7 @@
 #include "coHash.h"
 
-#include <bit>
 #include <chrono>
+#include <cstring>
 #include <exception>
 #include <random>
 
@@ -15,54 +15,23 @@ std::uint32_t fnv1a(unsigned char const* bytes, std::size_t length)
     return hash;
 }
 
-/// The state of SipHash and its one round.
-struct Sip
+constexpr std::uint64_t prime = (std::uint64_t{1} << 61) - 1;
+
+/// The product modulo the prime of two numbers below 2^62.
+std::uint64_t product(std::uint64_t one, std::uint64_t other)
 {
-    std::uint64_t v0, v1, v2, v3;
-
-    void round()
-    {
-        v0 += v1;
-        v2 += v3;
-        v1 = std::rotl(v1, 13) ^ v0;
-        v3 = std::rotl(v3, 16) ^ v2;
-        v0 = std::rotl(v0, 32) + v3;
-        v2 += v1;
-        v3 = std::rotl(v3, 21) ^ v0;
-        v1 = std::rotl(v1, 17) ^ v2;
-        v2 = std::rotl(v2, 32);
-    }
-
-    void absorb(std::uint64_t word)
-    {
-        v3 ^= word;
-        round();
-        v0 ^= word;
-    }
-};
-
-/// Eight bytes as a number, the first the lowest.
-std::uint64_t little_endian(char const* bytes)
-{
-    // Written so that compilers make one load of it.
-    auto const byte = [bytes](int i) {
-        return std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
-    };
-    return byte(0) | byte(1) | byte(2) | byte(3) | byte(4) | byte(5) | byte(6) | byte(7);
+    __extension__ using Wide = unsigned __int128;
+    Wide const wide = Wide{one} * other;
+    std::uint64_t const sum =
+        static_cast<std::uint64_t>(wide & prime) + static_cast<std::uint64_t>(wide >> 61);
+    return sum >= prime ? sum - prime : sum;
 }
 
-/// What is left of the bytes after all whole words, as such a number.
-std::uint64_t rest_of(std::string_view bytes)
+/// Eight bytes as a number.
+std::uint64_t word_at(char const* bytes)
 {
-    std::size_t const rest = bytes.size() % 8;
-    if (rest == 0)
-        return 0;
-    // The last whole word, without what of it is no rest: quicker than to go through the bytes.
-    if (bytes.size() > 8)
-        return little_endian(bytes.data() + bytes.size() - 8) >> (8 * (8 - rest));
     std::uint64_t word = 0;
-    for (std::size_t i = 0; i < rest; ++i)
-        word |= std::uint64_t{static_cast<unsigned char>(bytes[i])} << (8 * i);
+    std::memcpy(&word, bytes, sizeof word);
     return word;
 }
 
@@ -80,7 +49,7 @@ std::uint64_t random_word()
 /// What this process spreads its buckets by.
 struct Key
 {
-    coHashKey const text{random_word(), random_word()};
+    std::uint64_t const point = random_word() % (prime - 1) + 1;
     std::uint64_t const factor = random_word() | 1;
     std::uint64_t const offset = random_word();
 };
@@ -103,22 +72,18 @@ std::uint32_t co_hash(utString const& text)
     return fnv1a(reinterpret_cast<unsigned char const*>(text.c_str()), text.length());
 }
 
-std::uint64_t co_keyed_hash(std::string_view bytes, coHashKey const& key)
-{
-    Sip sip{key.first ^ 0x736f6d6570736575u, key.second ^ 0x646f72616e646f6du,
-            key.first ^ 0x6c7967656e657261u, key.second ^ 0x7465646279746573u};
-    for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8)
-        sip.absorb(little_endian(bytes.data() + at));
-    sip.absorb(rest_of(bytes) | std::uint64_t{bytes.size()} << 56);
-    sip.v2 ^= 0xff;
-    for (int i = 0; i < 3; ++i)
-        sip.round();
-    return sip.v0 ^ sip.v1 ^ sip.v2 ^ sip.v3;
-}
-
 std::size_t co_bucket_of_text(std::string_view text)
 {
-    return static_cast<std::size_t>(co_keyed_hash(text, key().text));
+    constexpr std::size_t step = 7;
+    constexpr std::uint64_t mask = (std::uint64_t{1} << 8 * step) - 1;
+    std::uint64_t const point = key().point;
+    std::uint64_t value = text.size();
+    for (; text.size() > step; text.remove_prefix(step))
+        value = product(value + (word_at(text.data()) & mask), point);
+    std::uint64_t rest = 0;
+    for (char const character : text)
+        rest = rest << 8 | static_cast<unsigned char>(character);
+    return static_cast<std::size_t>(product(value + rest, point));
 }
 
 // Dietzfelbinger, "Universal hashing and k-wise independent random variables via integer arithmetic without

@@ -16,22 +16,13 @@ UT_API std::uint32_t co_hash(void const* bytes, int length);
 /// The hash of the text's bytes; an invalid string hashes like the empty one.
 UT_API std::uint32_t co_hash(utString const& text);
 
-/// The 128 bits of a keyed hash's key, the first eight bytes of it the first number, the lowest byte first.
-struct coHashKey
-{
-    std::uint64_t first;
-    std::uint64_t second;
-};
-
-/// SipHash-1-3 of the bytes (Aumasson, Bernstein: "SipHash: a fast short-input PRF", 2012, with one round a
-/// word and three at the end). Who does not know the key cannot choose bytes that have one hash.
-UT_API std::uint64_t co_keyed_hash(std::string_view bytes, coHashKey const& key);
-
 // How containers spread their keys over buckets; nothing else depends on it. Files come from strangers, and
 // with a hash known beforehand one could hold keys that all fall into one bucket, so that reading it takes
 // the square of its length. Hence these depend on numbers that each process draws once, at random.
 
-/// co_keyed_hash with the key of this process.
+/// The text as a polynomial modulo 2^61 - 1, its coefficients seven bytes each, at a point drawn by this
+/// process (Carter, Wegman: "Universal classes of hash functions", 1979): two texts of n bytes have one value
+/// with a chance of n / 7 in 2^61.
 UT_API std::size_t co_bucket_of_text(std::string_view text);
 
 /// A universal hash of the number, chosen by this process.

@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-/// Positions from 0 on, found by a hash of what stands there.
+/// Positions, from 0 on, found by a hash of what stands there.
 ///
 /// The array and the comparison are the caller's, so what is looked up by is kept once, and looking it up
 /// among very many touches little memory. The hash should be one of coHash's, spread over all its bits.
@@ -18,6 +18,9 @@ public:
     /// An empty index. See coSizing for the two numbers.
     coIndex(int initial_size, int fill_limit);
 
+    /// For set(), where what is entered is not there yet.
+    static bool none(int) { return false; }
+
     /// @param same  is asked of positions with this hash whether what is sought stands there
     /// @return the position, or -1 when there is none
     template <class Same>
@@ -26,16 +29,31 @@ public:
         return m_slots[slot_of(hash, same)].position;
     }
 
-    /// Enters a position, in the place of the one that find() gives.
+    /// Enters a position, in the place of the one that find() gives. Where memory runs out, nothing has
+    /// changed.
     template <class Same>
     void set(std::uint32_t hash, int position, Same const& same)
     {
+        if (m_used >= m_most)
+            grow();
         Slot& slot = m_slots[slot_of(hash, same)];
-        bool const added = slot.position < 0;
+        m_used += slot.position < 0 ? 1 : 0;
         slot = {hash, position};
-        if (added)
-            count_one_more();
     }
+
+    /// Takes out the position that find() gives, if there is one.
+    template <class Same>
+    void remove(std::uint32_t hash, Same const& same)
+    {
+        std::size_t const at = slot_of(hash, same);
+        if (m_slots[at].position < 0)
+            return;
+        --m_used;
+        close_gap(at);
+    }
+
+    std::size_t size() const { return m_used; }
+    void clear();
 
 private:
     struct Slot
@@ -54,9 +72,12 @@ private:
         return at;
     }
 
-    void count_one_more();
+    void grow();
+    void resize(std::size_t slots);
+    void close_gap(std::size_t gap);
 
+    float m_fill_limit;
     std::vector<Slot> m_slots; ///< as many as a power of two, of which one at least is free
     std::size_t m_used = 0;
-    float m_fill_limit;
+    std::size_t m_most = 0; ///< slots in use before there are more of them
 };

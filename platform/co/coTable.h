@@ -2,14 +2,14 @@
 #pragma once
 
 #include "coHash.h"
-#include "coSizing.h"
+#include "coIndex.h"
 #include "utExport.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <iterator>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 
 /// For tables whose every key is an ordinary one.
@@ -98,18 +98,10 @@ public:
     };
 
     /// An empty table. See coSizing for the two numbers.
-    coTable(int initial_size, int fill_limit) : m_sizing(initial_size, fill_limit) { size_index(); }
-
-    coTable(coTable const& other) : m_sizing(other.m_sizing) { assign(other); }
-    coTable& operator=(coTable const& other)
-    {
-        if (this != &other)
-            assign(other);
-        return *this;
-    }
+    coTable(int initial_size, int fill_limit) : m_index(initial_size, fill_limit) {}
 
     std::size_t size() const { return m_index.size(); }
-    int empty() const { return m_index.empty() ? 1 : 0; }
+    int empty() const { return size() == 0 ? 1 : 0; }
 
     /// 1 when the table holds the key.
     /// @report "argument out of range | CO_TABLE::member | null key" for the null key
@@ -117,14 +109,14 @@ public:
     {
         if (NullKey::is_null(key))
             co_report_null_key_member();
-        return m_index.contains(key) ? 1 : 0;
+        return find(key) ? 1 : 0;
     }
 
     /// The value of the key, or null when the table does not hold it; reports nothing.
     Value const* find(Key const& key) const
     {
-        auto const found = m_index.find(key);
-        return found == m_index.end() ? nullptr : &m_places[found->second - m_first]->value;
+        int const number = number_of(key);
+        return number < 0 ? nullptr : &place(number)->value;
     }
 
     /// The value of the key, or a default one (null for a pointer) when the table does not hold it.
@@ -141,26 +133,19 @@ public:
     /// The value of the key, which is entered with a default value when the table does not hold it.
     Value& operator[](Key const& key)
     {
-        auto const [at, added] = m_index.try_emplace(key, m_first + m_places.size());
-        if (added)
-            try {
-                m_places.emplace_back(Entry{key, Value{}});
-            } catch (...) {
-                m_index.erase(at);
-                throw;
-            }
-        return m_places[at->second - m_first]->value;
+        int const number = number_of(key);
+        return number < 0 ? add(key) : place(number)->value;
     }
 
     /// Takes the key out, and nothing else: what its value points to stays, unless it is a coPrg.
     /// @return 1, or 0 when the table does not hold the key
     int remove(Key const& key)
     {
-        auto const found = m_index.find(key);
-        if (found == m_index.end())
+        int const number = number_of(key);
+        if (number < 0)
             return 0;
-        m_places[found->second - m_first].reset();
-        m_index.erase(found);
+        m_index.remove(hash_of(key), [number](int each) { return each == number; });
+        place(number).reset();
         drop_empty_places();
         return 1;
     }
@@ -175,13 +160,34 @@ public:
     const_iterator end() const { return const_iterator(m_places.end(), m_places.end()); }
 
 private:
-    void assign(coTable const& other)
+    static std::uint32_t hash_of(Key const& key)
     {
-        clear();
-        m_sizing = other.m_sizing;
-        size_index();
-        for (Entry const& entry : other)
-            (*this)[entry.key] = entry.value;
+        return static_cast<std::uint32_t>(coBucketHash<Key>()(key));
+    }
+
+    /// The number of the key's place, or -1.
+    int number_of(Key const& key) const
+    {
+        return m_index.find(hash_of(key), [&](int number) { return place(number)->key == key; });
+    }
+
+    std::optional<Entry> const& place(int number) const
+    {
+        return m_places[static_cast<std::size_t>(number - m_first)];
+    }
+    std::optional<Entry>& place(int number) { return m_places[static_cast<std::size_t>(number - m_first)]; }
+
+    /// Enters a key that the table does not hold.
+    Value& add(Key const& key)
+    {
+        m_places.emplace_back(Entry{key, Value{}});
+        try {
+            m_index.set(hash_of(key), m_first + static_cast<int>(m_places.size()) - 1, coIndex::none);
+        } catch (...) {
+            m_places.pop_back();
+            throw;
+        }
+        return m_places.back()->value;
     }
 
     /// At either end at once; those between when they are the most, so that the way over them stays short.
@@ -191,34 +197,31 @@ private:
             m_places.pop_front();
         while (!m_places.empty() && !m_places.back())
             m_places.pop_back();
-        if (m_places.size() > 2 * m_index.size())
+        if (m_places.size() > 2 * size() || m_first > highest_first)
             close_up();
     }
 
+    /// Closes the gaps and gives the first place the number 0.
     void close_up()
     {
-        std::size_t kept = 0;
+        int kept = 0;
         for (std::size_t i = 0; i < m_places.size(); ++i) {
             if (!m_places[i])
                 continue;
-            m_index.find(m_places[i]->key)->second = m_first + kept;
-            if (i != kept)
-                m_places[kept] = std::exchange(m_places[i], std::nullopt);
+            int const before = m_first + static_cast<int>(i);
+            m_index.set(hash_of(m_places[i]->key), kept, [before](int number) { return number == before; });
+            if (static_cast<std::size_t>(kept) != i)
+                m_places[static_cast<std::size_t>(kept)] = std::exchange(m_places[i], std::nullopt);
             ++kept;
         }
-        while (m_places.size() > kept)
+        while (m_places.size() > size())
             m_places.pop_back();
+        m_first = 0;
     }
 
-    void size_index()
-    {
-        m_index.max_load_factor(m_sizing.load_factor);
-        m_index.reserve(m_sizing.entries);
-    }
+    static constexpr int highest_first = 1 << 30;
 
-    coSizing m_sizing;
     Places m_places;
-    /// The number of the first place; each place after it has one more.
-    std::size_t m_first = 0;
-    std::unordered_map<Key, std::size_t, coBucketHash<Key>> m_index;
+    int m_first = 0; ///< the number of the first place; each place after it has one more
+    coIndex m_index;
 };

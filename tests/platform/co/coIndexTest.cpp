@@ -25,5 +25,10 @@ TEST(CoIndex, FindsPositionsAlsoWhereHashesAreEqual)
             index.set(hash(-7), 500, is(-7));
             for (int i = 0; i < 500; ++i)
                 EXPECT_EQ(index.find(hash(-i), is(-i)), i == 7 ? 500 : i) << hashes << ' ' << fill_limit;
+            for (int i = 0; i < 502; i += 3)
+                index.remove(hash(-i), is(-i));
+            EXPECT_EQ(index.size(), 333u);
+            for (int i = 8; i < 500; ++i)
+                EXPECT_EQ(index.find(hash(-i), is(-i)), i % 3 ? i : -1) << hashes << ' ' << fill_limit;
         }
 }
