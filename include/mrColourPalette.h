@@ -10,6 +10,10 @@
 #include "utCheckValid.h"
 #include "utString.h"
 
+#include <cstddef>
+#include <string>
+#include <string_view>
+
 /// Colours in a row, each with its encoding, some with a name or with the component values that they were
 /// computed from. A colour's index is its position, from 0; colours are only ever added.
 ///
@@ -64,23 +68,26 @@ public:
     int colour_components(int index, doublecoDList& values) const;
 
 private:
-    /// All that is kept of a colour, in one place, as palettes may have very many.
+    /// What is kept of a colour. Palettes may have very many, so this is small and owns nothing.
     struct Entry
     {
         giColour colour;
         mrColourEncoding encoding = mrColourEncodingNone;
-        utString name;
-        int components = none; ///< how many
-        int first = 0;         ///< component, in m_components
+        std::size_t name = 0;    ///< where it begins in m_names
+        int name_length = none;  ///< in bytes
+        int components = none;   ///< how many
+        int first_component = 0; ///< in m_components
     };
     static constexpr int none = -1;
 
     int has(int index) const;
-    int position_of(utString const& name) const;
-    void append(Entry const& entry);
+    std::string_view name_of(Entry const& entry) const;
+    int position_of(std::string_view name) const;
+    void append(Entry entry, utString const& name);
 
     coPageArr<Entry> m_colours;
     coPageArr<double> m_components; ///< of all the colours that have any
+    std::string m_names;            ///< of all the colours that have one, without anything between them
     coIndex m_by_name{mrInitialSize, mrFillLimit};
     utCheckValid m_check{this};
 };

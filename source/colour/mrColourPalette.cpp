@@ -7,9 +7,9 @@
 
 namespace {
 
-std::uint32_t hash_of(utString const& name)
+std::uint32_t hash_of(std::string_view name)
 {
-    return static_cast<std::uint32_t>(co_bucket_of_text(name.view()));
+    return static_cast<std::uint32_t>(co_bucket_of_text(name));
 }
 
 } // namespace
@@ -33,7 +33,10 @@ int mrColourPalette::size() const
 void mrColourPalette::append(giColour const& colour, utString const& name, mrColourEncoding const& encoding)
 {
     UT_CHECK_VALID(m_check);
-    append({colour, encoding, name});
+    Entry entry;
+    entry.colour = colour;
+    entry.encoding = encoding;
+    append(entry, name);
 }
 
 void mrColourPalette::append(utString const& name, mrColourEncoding const& encoding,
@@ -41,21 +44,26 @@ void mrColourPalette::append(utString const& name, mrColourEncoding const& encod
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!components.empty(), "Args!");
-    giColour colour;
-    mrUtils::colour_from_components(encoding, components, colour);
+    Entry entry;
+    entry.encoding = encoding;
+    entry.components = static_cast<int>(components.size());
+    entry.first_component = static_cast<int>(m_components.size());
+    mrUtils::colour_from_components(encoding, components, entry.colour);
 
-    int const first = static_cast<int>(m_components.size());
     components.restart();
     while (double const* value = components.next())
         m_components.append(*value);
-    append({colour, encoding, name, static_cast<int>(components.size()), first});
+    append(entry, name);
 }
 
 giColour const& mrColourPalette::colour(int index, utString& name) const
 {
     UT_CHECK_VALID(m_check);
     Entry const& entry = m_colours[index];
-    name = entry.name;
+    if (entry.name_length == none)
+        name.set_invalid();
+    else
+        name = utString(name_of(entry));
     return entry.colour;
 }
 
@@ -63,7 +71,7 @@ int mrColourPalette::find_colour(utString const& name, int& index) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!name.empty(), "Args");
-    index = position_of(name);
+    index = name.invalid() ? none : position_of(name.view());
     return index >= 0;
 }
 
@@ -81,7 +89,7 @@ int mrColourPalette::colour_components(int index, doublecoDList& values) const
         return 0;
     Entry const& entry = m_colours[index];
     for (int i = 0; i < entry.components; ++i)
-        values.append(m_components[entry.first + i]);
+        values.append(m_components[entry.first_component + i]);
     return 1;
 }
 
@@ -90,17 +98,27 @@ int mrColourPalette::has(int index) const
     return index >= 0 && index < size();
 }
 
-int mrColourPalette::position_of(utString const& name) const
+std::string_view mrColourPalette::name_of(Entry const& entry) const
 {
-    return m_by_name.find(hash_of(name), [&](int index) { return m_colours[index].name == name; });
+    return std::string_view(m_names).substr(entry.name, static_cast<std::size_t>(entry.name_length));
 }
 
-void mrColourPalette::append(Entry const& entry)
+int mrColourPalette::position_of(std::string_view name) const
 {
-    m_colours.append(entry);
-    utString const& name = entry.name;
-    if (name.invalid())
+    return m_by_name.find(hash_of(name), [&](int index) { return name_of(m_colours[index]) == name; });
+}
+
+void mrColourPalette::append(Entry entry, utString const& name)
+{
+    if (name.invalid()) {
+        m_colours.append(entry);
         return;
-    UT_REQUIRE(position_of(name) < 0, "Args");
-    m_by_name.set(hash_of(name), size() - 1, [&](int index) { return m_colours[index].name == name; });
+    }
+    entry.name = m_names.size();
+    entry.name_length = static_cast<int>(name.length());
+    m_names += name.view();
+    m_colours.append(entry);
+    UT_REQUIRE(position_of(name.view()) < 0, "Args");
+    m_by_name.set(hash_of(name.view()), size() - 1,
+                  [&](int index) { return name_of(m_colours[index]) == name.view(); });
 }
