@@ -58,7 +58,7 @@ cmyk   0  74  62  36   Brick        # two coats
 cmyk   8  62  30  44   Plum
 cmyk  42  22   0  38   Slate blue
 cmyk  64  12  24  40   Teal
-cmyk  36   8  46  24   Sage
+cmyk  20   4  30  30   Sage
 cmyk  52  18  70  48   Ivy
 cmyk   6   8  16  58   Umber grey
 cmyk   0   0   0  80   Soot

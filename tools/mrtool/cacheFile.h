@@ -1,5 +1,5 @@
-// Reading an image cache file. The library's cache gives no entries out; this reads the text part itself, with the
-// outcome that the library's reader has.
+// Reading an image cache file. The library's cache gives no entries out; this reads the text part itself, with
+// the outcome that the library's reader has.
 #pragma once
 
 #include "readOutcome.h"
@@ -10,8 +10,8 @@
 
 namespace mrtool {
 
-/// An entry as the library takes it from a file: hash value, image name and size from an image, the age from the
-/// line of the same rank.
+/// An entry as the library takes it from a file: hash value, image name and size from an image, the age from
+/// the line of the same rank.
 struct CacheEntry
 {
     int hash = 0;
@@ -28,7 +28,8 @@ struct CacheContents
     std::vector<CacheEntry> entries;
 };
 
-/// Whether a file with this beginning is an image cache file: its first line is two integers with a space between.
+/// Whether a file with this beginning is an image cache file: its first line is two integers with a space
+/// between.
 bool is_cache(std::string_view beginning);
 
 /// Reads the file. What the library's reader refuses is a fault, what it reports or passes over a warning.

@@ -28,8 +28,8 @@ struct FileInfo
     std::variant<MaterialContents, PaletteFile, CacheContents> contents;
 };
 
-/// Warnings of a material file are a layer whose image is missing, an image that no layer uses, and what of the
-/// file the library leaves out; those of the others are in the functions that read them.
+/// Warnings of a material file are a layer whose image is missing, an image that no layer uses, and what of
+/// the file the library leaves out; those of the others are in the functions that read them.
 /// @param info  a new one, to be filled
 void read_file_info(std::string const& path, FileInfo& info);
 

@@ -37,9 +37,10 @@ enum class OwnFormat
     image_cache
 };
 
-/// Which of the formats the file is to be read as. A material is one for its extension "multimat" or its content, as
-/// above; then a palette one for its extension "pcp", or a first line with a colour; then an image cache file one for
-/// a first line of two integers. Anything else is taken for a material, whose reader says what it lacks.
+/// Which of the formats the file is to be read as. A material is one for its extension "multimat" or its
+/// content, as above; then a palette one for its extension "pcp", or a first line with a colour; then an image
+/// cache file one for a first line of two integers. Anything else is taken for a material, whose reader says
+/// what it lacks.
 OwnFormat own_format(std::string const& path);
 
 /// Whether the extension, without the point and in any case, belongs to a format that can be no mesh just as

@@ -30,8 +30,8 @@ struct ImageBlock
 /// @param start  in bytes
 ImageBlock read_image_block(std::string const& path, long start);
 
-/// Adds to the warnings what the library passes over in a block: images without a title, the earlier of two with
-/// one title, bytes at the end.
+/// Adds to the warnings what the library passes over in a block: images without a title, the earlier of two
+/// with one title, bytes at the end.
 void check_images(ImageBlock const& block, std::vector<std::string>& warnings);
 
 /// Whether an image begins at the position, as far as its first bytes tell.

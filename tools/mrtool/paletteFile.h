@@ -28,8 +28,8 @@ struct PaletteFile
 /// mrColourEncodingNone, which no file gives.
 char const* keyword(mrColourEncoding encoding);
 
-/// Whether a file with this beginning is a palette file: its first line that is neither empty nor a comment begins
-/// with a keyword.
+/// Whether a file with this beginning is a palette file: its first line that is neither empty nor a comment
+/// begins with a keyword.
 bool is_palette(std::string_view beginning);
 
 /// @param file  a new one, to be filled
