@@ -11,8 +11,8 @@
 /// Palettes, each under the path of the file that it was read from.
 ///
 /// Every operation that takes a path uses it as mrUtils::standardize_path_name spells it, with the report of
-/// that for an empty one, and leaves the caller's as it is. Created on first use, deleted when the library is
-/// unloaded. For one thread at a time.
+/// that for an empty one, and leaves the caller's as it is. Created on first use, deleted when the process ends or
+/// the library is unloaded. For one thread at a time.
 class MR_API mrColourPaletteCache
 {
 public:
@@ -33,7 +33,8 @@ public:
     /// 1 when there is a palette of that path.
     int palette_exists(utString const& path);
 
-    /// The palette of that path, the cache's own until it is loaded again or removed.
+    /// The palette of that path, the cache's own until it is loaded again or removed, or the
+    /// cache is deleted.
     /// @return an empty palette where there is none
     /// @report "No such palette" when there is none
     mrColourPalette const& get_palette(utString const& path);
@@ -41,8 +42,9 @@ public:
     /// Reads a palette file and keeps its palette, in the place of one that was read from that path before.
     /// The file is opened by its path in small letters. Safe for untrusted input.
     /// @return mrPaletteFileOpenFailed when the file cannot be opened or is no regular file,
-    ///         mrPaletteFileBadFormat when it has no colour, else what mrUtils::read_pcp says. After any
-    ///         error the cache is as it was
+    ///         mrPaletteFileBadFormat when it has no colour or there is not enough memory, else what
+    ///         mrUtils::read_pcp says. After any error the cache is as it was. A file whose reading fails
+    ///         half way counts as one that ends there
     /// @report "Palette already exists" when there is a palette of that path
     mrPaletteFileError load_palette(utString const& path);
 
@@ -59,6 +61,8 @@ protected:
     static mrColourPaletteCache* access_singleton(utSingletonAccessAction action);
 
 private:
+    mrPaletteFileError load(utString const& path);
+
     friend class utKillerOfmrColourPaletteCache;
 
     mrPaletteFilePathmrColourPalettecoTablePrgcoPrgcoTable m_palettes{mrInitialSize, mrFillLimit};

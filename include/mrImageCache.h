@@ -66,6 +66,7 @@ public:
     /// @report "argument out of range | Args" when @p image is null
     /// @report "Invalid data" when invalid
     /// @report "Args" when @p image is null, from mrImageCacheItem
+    /// @report what shrink_by() does when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image);
 
     /// The image of that hash value, whose entry gets the present age, or null; takes time linear in the
@@ -78,6 +79,7 @@ public:
     /// Takes the entry of that hash value out of the cache.
     /// @report "Invalid data" when invalid
     /// @report "Hash value not found!" when there is none
+    /// @report "argument out of range | CO_TABLE::member | null key" for 0
     void remove_image(unsigned int hash);
 
     /// Writes the limits and the entries to the path, in the place of what is there, and after them the
@@ -102,7 +104,7 @@ public:
     /// @return mrFileMatReadOK; mrFileMatOpenFailed, and nothing has changed; or mrFileMatBadContent when the
     ///         images cannot be read, the empty line in front of them is missing, or a line is too long: no
     ///         entry has changed then. The same when there is not enough memory; then some may have been
-    ///         entered
+    ///         entered, evicted or replaced
     /// @report "argument out of range | Args" when the cache is valid already
     /// @report "argument out of range | Args" when @p path is empty
     /// @report "1 or both vales are invalid" unless the first line has two fields
@@ -125,19 +127,23 @@ protected:
     /// @report "argument out of range | Hash value already present!"
     /// @report "argument out of range | Args" when @p image is null
     /// @report "Args" unless @p age is above 0
+    /// @report "argument out of range | CO_TABLE::member | null key" for a hash value 0
     /// @report "Args" when @p image is null, from mrImageCacheItem
+    /// @report what shrink_by() does when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Evicts @p n entries, which becomes the shrinkage. Among entries that were entered in the order of
-    /// their ages those of the lowest ages go; otherwise an entry met later may go in the place of an older
-    /// one.
+    /// Evicts @p n entries, which becomes the shrinkage. Among entries that were entered in strictly
+    /// rising order of age those of the lowest ages go; otherwise an entry met later may go in the place of
+    /// an older one.
     ///
     /// The entries are met in the order in which they were entered, and the first @p n are candidates. Each
     /// of the others takes the place of the candidate of the greatest age, unless it is younger than every
     /// entry met before. Of 5, 10, 7 with one to evict it is 7 that goes.
     /// @report "Invalid data" when invalid
     /// @report "argument out of range | Args" unless @p n is above 0 and below size()
-    /// @report "List is empty!" for each such entry when @p n is 0 or less
+    /// @report "List is empty!", with that of mrItemKeycoSortedList::remove_last, for such an entry when the
+    ///         candidates are none, as at first when @p n is 0 or less
+    /// @report what mrItemKey::compare() does
     /// @report "Hash value not found in table!" for a candidate that is no entry
     /// @report "Incorrect shrinkage" when more or fewer than @p n were evicted
     void shrink_by(int n);

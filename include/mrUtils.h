@@ -44,8 +44,8 @@ public:
     // characters of a text are added up as -128 to 127.
 
     /// A hash of the path's characters (high), of the six numbers of the date on which the file was changed
-    /// last (middle) and of its size (low). The file is not opened. One file has different hashes by
-    /// different paths; and it keeps its hash when it is written again with the same size within the same
+    /// last (middle) and of its size (low). The file is not opened. One file may have different hashes
+    /// by different paths; and it keeps its hash when it is written again with the same size within the same
     /// second.
     /// @param path  of a file that is not there: date and size count as 0
     /// @report "argument out of range | Args" when there is nothing of that path
@@ -82,16 +82,19 @@ public:
     /// Only spaces separate; those around a line and around a name do not count. "#" begins a comment up to
     /// the line's end; lines without anything else are passed over. A carriage return may end a line that has
     /// a colour, and a NUL ends what counts of a line. A line of 1,024 characters or more ends the reading as
-    /// the end of the input does. Safe for untrusted input.
+    /// the end of the input does, and so does a stream that fails. Safe for untrusted input.
     /// @return that of the first line in error, which is the last one read; the palette keeps the colours of
     ///         those before it. mrPaletteFileBadFormat also where the colours need more memory than there is
     /// @report "argument out of range | Args" when the palette is not empty; its colours stay, and their
     ///         names cannot come again
+    /// @report "Invalid matcher!" when there is not enough memory for an expression, "Expected rgb8!",
+    ///         "Expected cmy8!" or "Expected cmyk!" should one match another keyword, which none does
     static mrPaletteFileError read_pcp(std::istream& in, mrColourPalette& palette);
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
     /// after it. Names are written as they are: one with "#", NUL or a line end, with spaces around it, or
-    /// too long for a line is not read back as it was. How the writing went is for @p out to tell.
+    /// too long for a line is not read back as it was. How the writing went is for @p out to tell, which
+    /// throws where it was told to.
     /// @return @p out
     static std::ostream& write_pcp(mrColourPalette const& palette, std::ostream& out);
 };

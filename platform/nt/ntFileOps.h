@@ -13,7 +13,8 @@ public:
     /// 1 when there is something of that path: a file, a folder or anything else.
     static int exists(utString const& path);
 
-    /// Zeros for what is not there, and for a date beyond what std::filesystem expresses, here from 2262 on.
+    /// Zeros for what is not there. A date beyond what std::filesystem expresses, here before 1882 or from
+    /// 2262 on, comes out as another or as zeros.
     /// @param path  not null
     static ntFileDate file_modified_date(char const* path);
 

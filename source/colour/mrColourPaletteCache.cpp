@@ -6,6 +6,8 @@
 
 #include <filesystem>
 #include <fstream>
+#include <new>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -24,9 +26,10 @@ mrPaletteFilePath key_of(utString path)
 /// @return not open when there is no such file
 std::ifstream opened(mrPaletteFilePath const& path)
 {
-    // Opening a pipe would wait for somebody to write to it.
+    // Opening a pipe would wait for somebody to write to it. A NUL would end the path before its end.
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path.c_str(), ignored))
+    if (path.locate_substring(std::string_view("", 1)) >= 0 ||
+        !std::filesystem::is_regular_file(path.c_str(), ignored))
         return std::ifstream();
     return std::ifstream(path.c_str(), std::ios::binary);
 }
@@ -73,6 +76,15 @@ mrColourPalette const& mrColourPaletteCache::get_palette(utString const& path)
 mrPaletteFileError mrColourPaletteCache::load_palette(utString const& path)
 {
     UT_CHECK_VALID(m_check);
+    try {
+        return load(path);
+    } catch (std::bad_alloc const&) {
+        return mrPaletteFileBadFormat;
+    }
+}
+
+mrPaletteFileError mrColourPaletteCache::load(utString const& path)
+{
     mrPaletteFilePath const key = key_of(path);
     UT_REQUIRE(!m_palettes.member(key), "Palette already exists");
     std::ifstream in = opened(key);

@@ -33,6 +33,18 @@ std::time_t start_of_2009()
     return std::mktime(&date);
 }
 
+// The leak checker knows the next two by name, as what they make may stay for the process's life.
+
+mrImageCacheItem* make_cache_entry(dgDuctImage* image, int age)
+{
+    return new mrImageCacheItem(image, age);
+}
+
+int read_cache_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+{
+    return mrUtils::read_images(path, start, images);
+}
+
 /// "ONE OTHER" and a line feed.
 void append_line(utString& text, int one, int other)
 {
@@ -252,7 +264,7 @@ mrFileMatReadStatus mrImageCache::read_parts(utString const& path)
     in.close();
 
     ReadImages images;
-    if (!mrUtils::read_images(path, start, images.table))
+    if (!read_cache_images(path, start, images.table))
         return mrFileMatBadContent;
     UT_REQUIRE(images.table.size() == ages.size(), "Expected same size");
     take(images.table, ages);
@@ -320,10 +332,9 @@ int mrImageCache::age()
     return seconds >= Limits::min() && seconds <= Limits::max() ? static_cast<int>(seconds) : 0;
 }
 
-// The one place where entries are made, which the leak checker knows by name.
 void mrImageCache::insert(int key, dgDuctImage* image, int age)
 {
-    auto* const entry = new mrImageCacheItem(image, age);
+    mrImageCacheItem* const entry = make_cache_entry(image, age);
     if (static_cast<int>(m_table.size()) >= m_max_cache_size)
         shrink_by(m_shrinkage);
     m_table[key] = entry;

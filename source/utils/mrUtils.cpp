@@ -347,6 +347,9 @@ mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
         return read_palette_lines(in, palette);
     } catch (std::bad_alloc const&) {
         return mrPaletteFileBadFormat;
+    } catch (std::ios_base::failure const&) {
+        // The stream was told to throw when it fails, which is the end of the lines.
+        return mrPaletteFileOK;
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include "mrTest.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <functional>
 #include <vector>
 
@@ -137,6 +139,21 @@ TEST_F(DamagedFile, ImageCache)
         return damage == Damage::cut && outcome.starts_with("read") != read ? outcome : std::string();
     };
     expect("image cache file, damaged", text + image + image, judge);
+}
+
+TEST_F(DamagedFile, Palette)
+{
+    std::string const text = "rgb8 255 0 9 Red\ncmy8 0 255 255 # red\ncmyk 0 0 0 100 Black\n";
+    Judge const judge = [this](std::string const& bytes, Damage, std::size_t at) {
+        std::string const outcome = read_palette(file_of(bytes));
+        // Lines before the damage are kept, and no colour comes of nothing.
+        auto const whole = std::count(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(at), '\n');
+        int const colours = std::atoi(outcome.c_str() + outcome.find(", ") + 2);
+        bool const status = outcome.starts_with("read") || outcome.starts_with("bad format") ||
+                            outcome.starts_with("out of range") || outcome.starts_with("duplicate name");
+        return status && colours >= whole && colours <= 4 ? std::string() : outcome;
+    };
+    expect("palette, damaged", text, judge);
 }
 
 TEST_F(DamagedFile, Block)

@@ -3,6 +3,7 @@
 #include "testImage.h"
 
 #include "gxPNG.h"
+#include "mrColourPalette.h"
 #include "mrFileMat.h"
 #include "mrImageCache.h"
 #include "mrUtils.h"
@@ -11,6 +12,7 @@
 #include "xmlParser.h"
 
 #include <cstdio>
+#include <fstream>
 
 namespace {
 
@@ -25,6 +27,23 @@ std::string words(mrFileMatReadStatus status)
         return "no document";
     case mrFileMatBadContent:
         return "bad content";
+    }
+    return "no status";
+}
+
+std::string words(mrPaletteFileError error)
+{
+    switch (error) {
+    case mrPaletteFileOK:
+        return "read";
+    case mrPaletteFileOpenFailed:
+        return "open failed";
+    case mrPaletteFileBadFormat:
+        return "bad format";
+    case mrPaletteFileDuplicateName:
+        return "duplicate name";
+    case mrPaletteFileOutOfRange:
+        return "out of range";
     }
     return "no status";
 }
@@ -68,6 +87,14 @@ std::string read_cache(std::string const& path)
     utClock::unset();
     ut_set_assert_handler(before);
     return outcome;
+}
+
+std::string read_palette(std::string const& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    mrColourPalette palette;
+    std::string const outcome = words(in ? mrUtils::read_pcp(in, palette) : mrPaletteFileOpenFailed);
+    return outcome + ", " + std::to_string(palette.size()) + " colours";
 }
 
 std::string read_block(std::string const& path)

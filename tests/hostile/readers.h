@@ -10,6 +10,8 @@ std::string read_material(std::string const& path);
 /// "open failed", "read" or "bad content", and "N entries" in the end, of a cache that had one before, or "an
 /// entry lost" where the file was not read.
 std::string read_cache(std::string const& path);
+/// "open failed", "read", "bad format", "duplicate name" or "out of range", and "N colours" in the end.
+std::string read_palette(std::string const& path);
 /// "N images" or "N images, then none"; reads from the start of the file.
 std::string read_block(std::string const& path);
 /// "WIDTH x HEIGHT", and in quotes the title where there is one, or why there is no image.

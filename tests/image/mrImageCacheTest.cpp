@@ -36,7 +36,8 @@ class mrImageCacheTest : public testing::Test
 protected:
     mrImageCacheTest()
     {
-        setenv("TZ", "WEST5", 1);
+        // Where it is summer in January: ages count standard time all the same.
+        setenv("TZ", "WEST5EAST,M10.1.0,M4.1.0", 1);
         utClock::set(start + 1);
     }
 
@@ -137,10 +138,19 @@ TEST_F(mrImageCacheTest, ChecksInTheOrderOfEachWayToAdd)
         Reports expected{invalid_data, invalid_data};
         expected.insert(expected.end(), evicting.begin(), evicting.end());
         EXPECT_EQ(reports(), expected);
-        invalid.add_image(2, nullptr, 1);
-        Reports const found = reports();
-        EXPECT_EQ(Reports(found.begin(), found.begin() + 3),
-                  (Reports{invalid_data, out_of_range, item + "Args"}));
+        auto const first_reports = [] {
+            Reports first = reports();
+            first.resize(5);
+            return first;
+        };
+        invalid.add_image(1, nullptr);
+        EXPECT_EQ(first_reports(),
+                  (Reports{invalid_data, present, out_of_range, invalid_data, item + "Args"}));
+        invalid.add_image(1, nullptr, 0);
+        EXPECT_EQ(first_reports(),
+                  (Reports{invalid_data, present, out_of_range, source + "Args", item + "Args"}));
+        invalid.remove_image(2);
+        EXPECT_EQ(reports(), (Reports{invalid_data, source + "Hash value not found!"}));
     }
     EXPECT_EQ(reports(), Reports{invalid_data});
 }
@@ -358,16 +368,20 @@ TEST_F(mrImageCacheTest, ReadsWithoutASeparatorOrALimitToNothing)
 
 TEST_F(mrImageCacheTest, LeavesImagesOutThatCannotBeWritten)
 {
-    Cache cache(9, 2);
-    fill(cache, {10, 20});
-    cache.add_image(3, images.emplace_back(new dgDuctImage("", 0, 0)).get(), 30);
-    images.back()->reference();
-    cache.add_image(4, image(4), 40);
-    EXPECT_EQ(text_of(cache), "9 2\n1 10\n2 20\n3 30\n4 40\n\n");
-    Cache restored;
-    EXPECT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
-    EXPECT_EQ(reports(), Reports{source + "Expected same size"});
-    EXPECT_EQ(restored.size(), 2);
+    Image const empty(new dgDuctImage("", 0, 0));
+    for (dgDuctImage* const missing : {empty.get(), static_cast<dgDuctImage*>(nullptr)}) {
+        Cache cache(9, 2);
+        fill(cache, {10, 20});
+        cache.add_image(3, missing, 30);
+        cache.add_image(4, image(4), 40);
+        reports();
+        EXPECT_EQ(text_of(cache), "9 2\n1 10\n2 20\n3 30\n4 40\n\n");
+        EXPECT_EQ(reports(), missing ? Reports{} : Reports{item + "Invalid image!"});
+        Cache restored;
+        EXPECT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+        EXPECT_EQ(reports(), Reports{source + "Expected same size"});
+        EXPECT_EQ(restored.size(), 2);
+    }
 }
 
 TEST_F(mrImageCacheTest, AFileThatCannotBeOpenedChangesNothing)

@@ -41,7 +41,7 @@ TEST(ReMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
 TEST(ReMatcher, TakesBytesAndEndsLinesAtCarriageReturnsAndLineFeeds)
 {
     Compiled matcher("^x(.*)$");
-    for (std::string_view const rest : {""sv, "\xFF\xC3"sv, "\0\t"sv})
+    for (std::string_view const rest : {""sv, "\xFF\xC3"sv, "\0\t"sv, "\v\f\x85"sv})
         for (char const* end : {"", "\r", "\n", "\r\n"}) {
             EXPECT_EQ(matcher.match(utString("x" + std::string(rest) + end), 0), 2);
             EXPECT_EQ(matcher.get_substring(1), utString(rest));
