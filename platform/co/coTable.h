@@ -7,10 +7,10 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <iterator>
 #include <optional>
 #include <utility>
+#include <vector>
 
 /// For tables whose every key is an ordinary one.
 struct coNoNullKey
@@ -36,7 +36,7 @@ UT_API void co_report_null_key_read();
 
 /// Entries, handed out in the order in which their keys were first set; a key set again keeps its place.
 ///
-/// Entering a key leaves references to values good, but no iterator; removing one leaves neither.
+/// Entering a key and removing one leave no reference to a value and no iterator good.
 /// A table of pointers never owns what they point to, unless they are coPrg.
 template <class Key, class Value, class NullKey = coNoNullKey>
 class coTable
@@ -51,7 +51,7 @@ public:
 private:
     // Entries stand one after the other, so that a walk over many is fast; one removed leaves its place
     // empty.
-    using Places = std::deque<std::optional<Entry>>;
+    using Places = std::vector<std::optional<Entry>>;
 
 public:
     class const_iterator
@@ -154,9 +154,13 @@ public:
     {
         m_index.clear();
         m_places.clear();
+        m_first = 0;
     }
 
-    const_iterator begin() const { return const_iterator(m_places.begin(), m_places.end()); }
+    const_iterator begin() const
+    {
+        return const_iterator(m_places.begin() + static_cast<std::ptrdiff_t>(m_first), m_places.end());
+    }
     const_iterator end() const { return const_iterator(m_places.end(), m_places.end()); }
 
 private:
@@ -171,18 +175,15 @@ private:
         return m_index.find(hash_of(key), [&](int number) { return place(number)->key == key; });
     }
 
-    std::optional<Entry> const& place(int number) const
-    {
-        return m_places[static_cast<std::size_t>(number - m_first)];
-    }
-    std::optional<Entry>& place(int number) { return m_places[static_cast<std::size_t>(number - m_first)]; }
+    std::optional<Entry> const& place(int number) const { return m_places[static_cast<std::size_t>(number)]; }
+    std::optional<Entry>& place(int number) { return m_places[static_cast<std::size_t>(number)]; }
 
     /// Enters a key that the table does not hold.
     Value& add(Key const& key)
     {
         m_places.emplace_back(Entry{key, Value{}});
         try {
-            m_index.set(hash_of(key), m_first + static_cast<int>(m_places.size()) - 1, coIndex::none);
+            m_index.set(hash_of(key), static_cast<int>(m_places.size()) - 1, coIndex::none);
         } catch (...) {
             m_places.pop_back();
             throw;
@@ -193,35 +194,31 @@ private:
     /// At either end at once; those between when they are the most, so that the way over them stays short.
     void drop_empty_places()
     {
-        for (; !m_places.empty() && !m_places.front(); ++m_first)
-            m_places.pop_front();
-        while (!m_places.empty() && !m_places.back())
+        while (m_first < m_places.size() && !m_places[m_first])
+            ++m_first;
+        while (m_places.size() > m_first && !m_places.back())
             m_places.pop_back();
-        if (m_places.size() > 2 * size() || m_first > highest_first)
+        if (m_places.size() > 2 * size())
             close_up();
     }
 
-    /// Closes the gaps and gives the first place the number 0.
     void close_up()
     {
-        int kept = 0;
-        for (std::size_t i = 0; i < m_places.size(); ++i) {
+        std::size_t kept = 0;
+        for (std::size_t i = m_first; i < m_places.size(); ++i) {
             if (!m_places[i])
                 continue;
-            int const before = m_first + static_cast<int>(i);
-            m_index.set(hash_of(m_places[i]->key), kept, [before](int number) { return number == before; });
-            if (static_cast<std::size_t>(kept) != i)
-                m_places[static_cast<std::size_t>(kept)] = std::exchange(m_places[i], std::nullopt);
+            auto const is_this = [i](int number) { return static_cast<std::size_t>(number) == i; };
+            m_index.set(hash_of(m_places[i]->key), static_cast<int>(kept), is_this);
+            if (kept != i)
+                m_places[kept] = std::exchange(m_places[i], std::nullopt);
             ++kept;
         }
-        while (m_places.size() > size())
-            m_places.pop_back();
+        m_places.resize(kept);
         m_first = 0;
     }
 
-    static constexpr int highest_first = 1 << 30;
-
     Places m_places;
-    int m_first = 0; ///< the number of the first place; each place after it has one more
-    coIndex m_index;
+    std::size_t m_first = 0; ///< place that is not empty, or where the next one will be
+    coIndex m_index;         ///< of the places, by their keys
 };

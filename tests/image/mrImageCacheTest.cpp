@@ -369,6 +369,7 @@ TEST_F(mrImageCacheTest, ReadsWithoutASeparatorOrALimitToNothing)
 TEST_F(mrImageCacheTest, LeavesImagesOutThatCannotBeWritten)
 {
     Image const empty(new dgDuctImage("", 0, 0));
+    empty->reference();
     for (dgDuctImage* const missing : {empty.get(), static_cast<dgDuctImage*>(nullptr)}) {
         Cache cache(9, 2);
         fill(cache, {10, 20});
