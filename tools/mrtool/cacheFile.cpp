@@ -12,8 +12,8 @@
 #include <algorithm>
 #include <ctime>
 #include <limits>
+#include <map>
 #include <set>
-#include <unordered_map>
 #include <utility>
 
 namespace mrtool {
@@ -45,7 +45,7 @@ Numbers numbers_of(std::string_view line)
 std::vector<BlockImage const*> images_by_title(ImageBlock const& block)
 {
     std::vector<BlockImage const*> images;
-    std::unordered_map<std::string_view, std::size_t> places;
+    std::map<std::string_view, std::size_t> places;
     for (BlockImage const& image : block.images) {
         if (image.title.empty())
             continue;

@@ -5,10 +5,10 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 namespace mrtool {
@@ -41,9 +41,9 @@ private:
 
     std::string numbered(std::string_view name, std::size_t most);
 
-    std::unordered_set<std::string> m_taken;
+    std::set<std::string> m_taken;
     /// By what stands before a number: the one to try next.
-    std::unordered_map<std::string, std::size_t> m_next;
+    std::map<std::string, std::size_t> m_next;
     std::array<Tally, reason_count> m_changed;
 };
 
