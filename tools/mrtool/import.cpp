@@ -75,25 +75,16 @@ bool same_material(mrFileMat const& first, mrFileMat const& second)
 /// @param reason  receives in words what went wrong
 bool write_material(mrFileMat const& material, std::string const& path, std::string& reason)
 {
-    PendingFile pending(path);
-    reason = pending.reason();
-    if (!pending.good())
-        return false;
-    utString const temporary(pending.temporary_path());
-    mrFileMat read_back;
-    errno = 0;
-    if (!material.write(temporary)) {
-        reason = text(path, " cannot be written", errno != 0 ? text(": ", std::strerror(errno)) : "");
-        return false;
-    }
-    if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back)) {
-        reason = path + " does not read back as it was written";
-        return false;
-    }
-    if (pending.complete())
-        return true;
-    reason = pending.reason();
-    return false;
+    return write_whole(path, reason, [&](std::string const& name) {
+        utString const temporary(name);
+        mrFileMat read_back;
+        errno = 0;
+        if (!material.write(temporary))
+            reason = text(path, " cannot be written", errno != 0 ? text(": ", std::strerror(errno)) : "");
+        else if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
+            reason = path + " does not read back as it was written";
+        return reason.empty();
+    });
 }
 
 /// Imports the materials of one scene after the other into one folder.

@@ -68,24 +68,17 @@ bool write_palette(std::vector<ForeignColour> colours, std::string const& path,
     mrColourPalette palette;
     fill(palette, colours, notes);
     colours = {};
-    PendingFile pending(path);
-    reason = pending.reason();
-    if (!pending.good())
-        return false;
-    if (int const error = write_file(palette, pending.temporary_path()); error != 0) {
-        reason = text(path, " cannot be written: ", std::strerror(error));
-        return false;
-    }
-    mrColourPalette read_back;
-    std::ifstream in(pending.temporary_path(), std::ios::binary);
-    if (mrUtils::read_pcp(in, read_back) != mrPaletteFileOK || !same_colours(palette, read_back)) {
-        reason = path + " does not read back as it was written";
-        return false;
-    }
-    if (pending.complete())
-        return true;
-    reason = pending.reason();
-    return false;
+    return write_whole(path, reason, [&](std::string const& temporary) {
+        if (int const error = write_file(palette, temporary); error != 0) {
+            reason = text(path, " cannot be written: ", std::strerror(error));
+            return false;
+        }
+        mrColourPalette read_back;
+        std::ifstream in(temporary, std::ios::binary);
+        if (mrUtils::read_pcp(in, read_back) != mrPaletteFileOK || !same_colours(palette, read_back))
+            reason = path + " does not read back as it was written";
+        return reason.empty();
+    });
 }
 
 } // namespace mrtool

@@ -167,25 +167,31 @@ bool PendingFile::complete()
     return true;
 }
 
-bool write_png(dgDuctImage const& image, std::string const& path, std::string& reason)
+bool write_whole(std::string const& path, std::string& reason,
+                 std::function<bool(std::string const& temporary)> const& write)
 {
     PendingFile pending(path);
     reason = pending.reason();
-    if (!pending.good())
+    if (!pending.good() || !write(pending.temporary_path()))
         return false;
-    errno = 0;
-    std::FILE* const file = std::fopen(pending.temporary_path().c_str(), "wb");
-    bool written = file && gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
-    int const error = errno;
-    written = file && std::fclose(file) == 0 && written;
-    if (!written) {
-        reason = text(path, " cannot be written: ", std::strerror(error != 0 ? error : errno));
-        return false;
-    }
-    if (pending.complete())
-        return true;
+    bool const complete = pending.complete();
     reason = pending.reason();
-    return false;
+    return complete;
+}
+
+bool write_png(dgDuctImage const& image, std::string const& path, std::string& reason)
+{
+    return write_whole(path, reason, [&](std::string const& temporary) {
+        errno = 0;
+        std::FILE* const file = std::fopen(temporary.c_str(), "wb");
+        bool written =
+            file && gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
+        int const error = errno;
+        written = file && std::fclose(file) == 0 && written;
+        if (!written)
+            reason = text(path, " cannot be written: ", std::strerror(error != 0 ? error : errno));
+        return written;
+    });
 }
 
 } // namespace mrtool

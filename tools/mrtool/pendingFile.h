@@ -1,6 +1,7 @@
 // Files that are there whole or not at all.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -34,6 +35,12 @@ private:
     std::string m_temporary;
     std::string m_reason;
 };
+
+/// Writes a file as a pending one.
+/// @param reason  receives in words why it could not be written
+/// @param write   writes the file of the temporary name that it is handed, or says in @p reason why not
+bool write_whole(std::string const& path, std::string& reason,
+                 std::function<bool(std::string const& temporary)> const& write);
 
 /// Whether a file with this name is, or was left over as, a pending one.
 bool is_pending_name(std::string_view name);
