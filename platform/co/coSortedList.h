@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <iterator>
 #include <set>
+#include <utility>
 
 /// @report "object in incorrect state for operation |CO_SORTEDLIST::remove_last | empty"
 UT_API void co_report_sorted_list_empty();
@@ -30,7 +31,15 @@ public:
     int empty() const { return m_elements.empty() ? 1 : 0; }
 
     /// Inserts a copy of @p element.
-    void add(T const& element) { m_elements.insert(place_of(element), element); }
+    void add(T const& element)
+    {
+        if (m_spare.empty()) {
+            m_elements.insert(place_of(element), element);
+            return;
+        }
+        m_spare.value() = element;
+        m_elements.insert(place_of(element), std::move(m_spare));
+    }
 
     /// Removes the last of the greatest elements.
     /// @return it, or T() when there is none
@@ -41,10 +50,8 @@ public:
             co_report_sorted_list_empty();
             return T();
         }
-        auto const last = std::prev(m_elements.end());
-        T removed(*last);
-        m_elements.erase(last);
-        return removed;
+        m_spare = m_elements.extract(std::prev(m_elements.end()));
+        return m_spare.value();
     }
 
     const_iterator begin() const { return m_elements.begin(); }
@@ -63,4 +70,6 @@ private:
     }
 
     Elements m_elements;
+    /// The node of the element removed last: most often another one is added next.
+    typename Elements::node_type m_spare;
 };
