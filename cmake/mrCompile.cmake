@@ -3,8 +3,8 @@
 include(CheckIPOSupported)
 check_ipo_supported(RESULT mr_ipo_supported OUTPUT mr_ipo_output LANGUAGES CXX)
 
-# A library's functions call each other directly and are inlined into each other, across its sources: all public
-# ones begin with small checks.
+# A library's functions call each other directly and are inlined into each other, across its sources: all
+# public ones begin with small checks.
 function(mr_compile_whole target)
   target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   target_link_options(${target} PRIVATE LINKER:-Bsymbolic-functions)

@@ -11,8 +11,8 @@
 /// Palettes, each under the path of the file that it was read from.
 ///
 /// Every operation that takes a path uses it as mrUtils::standardize_path_name spells it, with the report of
-/// that for an empty one, and leaves the caller's as it is. Created on first use, deleted when the process ends or
-/// the library is unloaded. For one thread at a time.
+/// that for an empty one, and leaves the caller's as it is. Created on first use, deleted when the process
+/// ends or the library is unloaded. For one thread at a time.
 class MR_API mrColourPaletteCache
 {
 public:

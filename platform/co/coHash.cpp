@@ -1,5 +1,6 @@
 #include "coHash.h"
 
+#include <bit>
 #include <chrono>
 #include <cstring>
 #include <exception>
@@ -17,7 +18,8 @@ std::uint32_t fnv1a(unsigned char const* bytes, std::size_t length)
 
 constexpr std::uint64_t prime = (std::uint64_t{1} << 61) - 1;
 
-/// The product modulo the prime of two numbers below 2^62.
+/// A number below 2^62 that is congruent, modulo the prime, to the product of one below 2^62 and one below
+/// the prime.
 std::uint64_t product(std::uint64_t one, std::uint64_t other)
 {
     __extension__ using Wide = unsigned __int128;
@@ -27,12 +29,16 @@ std::uint64_t product(std::uint64_t one, std::uint64_t other)
     return sum >= prime ? sum - prime : sum;
 }
 
-/// Eight bytes as a number.
-std::uint64_t word_at(char const* bytes)
+constexpr std::size_t step = 7;
+
+/// The first seven of eight bytes as a number.
+std::uint64_t coefficient_at(char const* bytes)
 {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes, sizeof word);
-    return word;
+    if constexpr (std::endian::native == std::endian::big)
+        return word >> 8;
+    return word & ((std::uint64_t{1} << 8 * step) - 1);
 }
 
 std::uint64_t random_word()
@@ -74,13 +80,11 @@ std::uint32_t co_hash(utString const& text)
 
 std::size_t co_bucket_of_text(std::string_view text)
 {
-    constexpr std::size_t step = 7;
-    constexpr std::uint64_t mask = (std::uint64_t{1} << 8 * step) - 1;
     std::uint64_t const point = key().point;
     std::uint64_t value = text.size();
     for (; text.size() > step; text.remove_prefix(step))
-        value = product(value + (word_at(text.data()) & mask), point);
-    std::uint64_t rest = 0;
+        value = product(value + coefficient_at(text.data()), point);
+    std::uint64_t rest = 1; // so that a NUL in front of it counts
     for (char const character : text)
         rest = rest << 8 | static_cast<unsigned char>(character);
     return static_cast<std::size_t>(product(value + rest, point));

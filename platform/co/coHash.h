@@ -21,16 +21,15 @@ UT_API std::uint32_t co_hash(utString const& text);
 // the square of its length. Hence these depend on numbers that each process draws once, at random.
 
 /// The text as a polynomial modulo 2^61 - 1, its coefficients seven bytes each, at a point drawn by this
-/// process (Carter, Wegman: "Universal classes of hash functions", 1979): two texts of n bytes have one value
-/// with a chance of n / 7 in 2^61.
+/// process (Carter, Wegman: "Universal classes of hash functions", 1979): two texts of at most n bytes have
+/// one value with a chance of n / 7 + 1 in 2^61, and the same lower 32 bits with one of about that in 2^31.
 UT_API std::size_t co_bucket_of_text(std::string_view text);
 
 /// A universal hash of the number, chosen by this process.
 UT_API std::size_t co_bucket_of_number(std::uint32_t number);
 
 template <class Key>
-struct coBucketHash : std::hash<Key>
-{};
+struct coBucketHash;
 
 template <>
 struct coBucketHash<utString>

@@ -30,8 +30,8 @@ void coIndex::resize(std::size_t slots)
     m_most = static_cast<std::size_t>(static_cast<float>(slots) * m_fill_limit);
 }
 
-// A search ends at a free slot. So each slot behind the gap, up to the next free one, moves into it, unless that
-// would be before the slot where its own search begins; then the gap is where it stood.
+// A search ends at a free slot. So each slot behind the gap, up to the next free one, moves into it, unless
+// that would be before the slot where its own search begins; then the gap is where it stood.
 void coIndex::close_gap(std::size_t gap)
 {
     std::size_t const mask = m_slots.size() - 1;

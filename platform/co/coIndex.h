@@ -29,13 +29,19 @@ public:
         return m_slots[slot_of(hash, same)].position;
     }
 
+    /// Makes room, so that the next set() needs no memory.
+    void reserve_one()
+    {
+        if (m_used >= m_most)
+            grow();
+    }
+
     /// Enters a position, in the place of the one that find() gives. Where memory runs out, nothing has
     /// changed.
     template <class Same>
     void set(std::uint32_t hash, int position, Same const& same)
     {
-        if (m_used >= m_most)
-            grow();
+        reserve_one();
         Slot& slot = m_slots[slot_of(hash, same)];
         m_used += slot.position < 0 ? 1 : 0;
         slot = {hash, position};

@@ -15,6 +15,10 @@ template <class T>
 class coPageArr
 {
 public:
+    coPageArr() = default;
+    coPageArr(coPageArr const&) = delete;
+    coPageArr& operator=(coPageArr const&) = delete;
+
     std::size_t size() const { return m_size; }
     int empty() const { return m_size == 0 ? 1 : 0; }
 

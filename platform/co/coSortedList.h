@@ -14,7 +14,8 @@ UT_API void co_report_sorted_list_empty();
 /// Elements in ascending order, which `int T::compare(T const&) const` gives: below 0, 0, or above 0.
 ///
 /// Elements that compare equal are all kept, the one added last before the others. What an element compares
-/// by may change while nothing is added; the order stays that of when the elements were added.
+/// by may change while nothing is added; the order stays that of when the elements were added. The element
+/// removed last lives on until the next is added. Not to be copied.
 template <class T>
 class coSortedList
 {

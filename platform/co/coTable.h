@@ -100,6 +100,16 @@ public:
     /// An empty table. See coSizing for the two numbers.
     coTable(int initial_size, int fill_limit) : m_index(initial_size, fill_limit) {}
 
+    coTable(coTable const&) = default;
+    coTable& operator=(coTable const& other)
+    {
+        coTable copy(other);
+        m_places.swap(copy.m_places);
+        std::swap(m_first, copy.m_first);
+        std::swap(m_index, copy.m_index);
+        return *this;
+    }
+
     std::size_t size() const { return m_index.size(); }
     int empty() const { return size() == 0 ? 1 : 0; }
 
@@ -181,14 +191,11 @@ private:
     /// Enters a key that the table does not hold.
     Value& add(Key const& key)
     {
+        m_index.reserve_one();
         m_places.emplace_back(Entry{key, Value{}});
-        try {
-            m_index.set(hash_of(key), static_cast<int>(m_places.size()) - 1, coIndex::none);
-        } catch (...) {
-            m_places.pop_back();
-            throw;
-        }
-        return m_places.back()->value;
+        Entry& added = *m_places.back();
+        m_index.set(hash_of(added.key), static_cast<int>(m_places.size()) - 1, coIndex::none);
+        return added.value;
     }
 
     /// At either end at once; those between when they are the most, so that the way over them stays short.

@@ -116,6 +116,7 @@ void mrColourPalette::append(Entry entry, utString const& name)
     }
     entry.name = m_names.size();
     entry.name_length = static_cast<int>(name.length());
+    m_by_name.reserve_one(); // so that no colour gets a name by which it cannot be found
     m_names += name.view();
     m_colours.append(entry);
     UT_REQUIRE(position_of(name.view()) < 0, "Args");

@@ -33,16 +33,18 @@ std::time_t start_of_2009()
     return std::mktime(&date);
 }
 
-// The leak checker knows the next two by name, as what they make may stay for the process's life.
+// The leak checker knows the next two by name, as what they make may stay for the process's life. So each has
+// to be there when it calls: not inlined, and with something left to do afterwards.
 
-mrImageCacheItem* make_cache_entry(dgDuctImage* image, int age)
+[[gnu::noinline]] mrImageCacheItem* make_cache_entry(dgDuctImage* image, int age)
 {
     return new mrImageCacheItem(image, age);
 }
 
-int read_cache_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+[[gnu::noinline]] bool read_cache_images(utString const& path, int start,
+                                         utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
 {
-    return mrUtils::read_images(path, start, images);
+    return mrUtils::read_images(path, start, images) != 0;
 }
 
 /// "ONE OTHER" and a line feed.

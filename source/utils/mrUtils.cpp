@@ -246,6 +246,32 @@ mrPaletteFileError append_colour(PaletteLineReader const& line, mrColourPalette&
     return mrPaletteFileOK;
 }
 
+/// Keeps a stream from throwing what it was told to throw, for as long as this lives.
+class QuietStream
+{
+public:
+    explicit QuietStream(std::istream& in) : m_in(in), m_exceptions(in.exceptions())
+    {
+        m_in.exceptions(std::ios::goodbit);
+    }
+
+    ~QuietStream()
+    {
+        try {
+            m_in.exceptions(m_exceptions);
+        } catch (std::ios_base::failure const&) {
+            // It is as it was told to be; that it has failed, its state says.
+        }
+    }
+
+    QuietStream(QuietStream const&) = delete;
+    QuietStream& operator=(QuietStream const&) = delete;
+
+private:
+    std::istream& m_in;
+    std::ios::iostate const m_exceptions;
+};
+
 mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette)
 {
     PaletteLineReader readers[] = {PaletteLineReader(palette_lines[0]), PaletteLineReader(palette_lines[1]),
@@ -343,13 +369,11 @@ void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& v
 mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
 {
     UT_REQUIRE(palette.empty(), "argument out of range | Args");
+    QuietStream const quiet(in);
     try {
         return read_palette_lines(in, palette);
     } catch (std::bad_alloc const&) {
         return mrPaletteFileBadFormat;
-    } catch (std::ios_base::failure const&) {
-        // The stream was told to throw when it fails, which is the end of the lines.
-        return mrPaletteFileOK;
     }
 }
 

@@ -74,6 +74,7 @@ TEST_F(mrColourPaletteCacheTest, IsAsBeforeAfterAnError)
         EXPECT_EQ(cache().load_palette(path), error) << path;
         EXPECT_EQ(cache().palette_exists(path), 0) << path;
     }
+    EXPECT_EQ(cache().load_palette(utString(std::string_view("third\0", 6))), mrPaletteFileOpenFailed);
     EXPECT_EQ(cache().size(), 1);
     EXPECT_EQ(cache().get_palette("good").size(), 1);
 }

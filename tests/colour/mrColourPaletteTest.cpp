@@ -86,8 +86,9 @@ TEST(mrColourPalette, KeepsTheComponentsOfAColour)
 {
     mrColourPalette palette;
     doublecoDList given = values({20.0, 40.0, 60.0, 10.0});
+    doublecoDList first = values({7.0, 8.0, 9.0});
     given.restart();
-    palette.append(rgb(1, 2, 3), none, mrColourEncodingRgb8);
+    palette.append(none, mrColourEncodingRgb8, first);
     palette.append("name", mrColourEncodingCmyk, given);
     EXPECT_EQ(given.next(), nullptr);
     given.clear();
@@ -97,8 +98,8 @@ TEST(mrColourPalette, KeepsTheComponentsOfAColour)
     EXPECT_EQ(name, "name");
     EXPECT_EQ(palette.colour_encoding(1), mrColourEncodingCmyk);
     doublecoDList kept = values({7.0});
-    EXPECT_EQ(palette.colour_components(0, kept), 0);
-    EXPECT_EQ(kept.size(), 0u);
+    EXPECT_EQ(palette.colour_components(0, kept), 1);
+    EXPECT_EQ(numbers(kept), (std::vector{7.0, 8.0, 9.0}));
     for (int twice = 0; twice < 2; ++twice) {
         EXPECT_EQ(palette.colour_components(1, kept), 1);
         EXPECT_EQ(numbers(kept), (std::vector{20.0, 40.0, 60.0, 10.0}));
@@ -112,5 +113,10 @@ TEST(mrColourPalette, KeepsTheComponentsOfAColour)
     EXPECT_EQ(palette.size(), 3);
     EXPECT_EQ(palette.colour(2, name), giColour());
     EXPECT_EQ(palette.colour_components(2, kept), 1);
+    EXPECT_EQ(kept.size(), 0u);
+
+    palette.append(rgb(1, 2, 3), none, mrColourEncodingRgb8);
+    kept.append(7.0);
+    EXPECT_EQ(palette.colour_components(3, kept), 0);
     EXPECT_EQ(kept.size(), 0u);
 }

@@ -51,6 +51,21 @@ TEST_F(HostilePalette, Lines)
     expect(many_words + " comments", repeated("  #\n", many) + colour, "read, 1 colours");
 }
 
+TEST_F(HostilePalette, MoreColoursThanThereIsMemoryFor)
+{
+    if (sanitized)
+        GTEST_SKIP() << "the sanitizer needs all memory";
+    write_bytes(path, repeated("rgb8 0 0 0\n", 3 * many));
+    std::string const fewer = folder.path("fewer.pcp");
+    write_bytes(fewer, repeated("rgb8 0 0 0\n", 1000));
+    EXPECT_EQ(confined({"3,000,000 colours in 64 MiB", 0},
+                       [&] {
+                           std::string const outcome = read_palette(path);
+                           return outcome.substr(0, outcome.find(',')) + ", then " + read_palette(fewer);
+                       }),
+              "bad format, then read, 1000 colours");
+}
+
 TEST_F(HostilePalette, Colours)
 {
     expect(many_words + " colours without a name", repeated("rgb8 0 0 0\n", many),

@@ -93,6 +93,18 @@ TEST(mrUtilsPalette, EndsAtALineThatIsTooLong)
     expect_lines(std::string(1 << 20, '\0'), mrPaletteFileOK, "");
 }
 
+TEST(mrUtilsPalette, LetsNoStreamThrow)
+{
+    for (std::ios::iostate const told : {std::ios::eofbit, std::ios::failbit, std::ios::badbit}) {
+        std::istringstream in("rgb8 1 2 3 A\nrgb8 4 5 6 B");
+        in.exceptions(told);
+        mrColourPalette palette;
+        EXPECT_EQ(mrUtils::read_pcp(in, palette), mrPaletteFileOK);
+        EXPECT_EQ(palette.size(), 2);
+        EXPECT_EQ(in.exceptions(), told);
+    }
+}
+
 TEST(mrUtilsPalette, KeepsComponentsWhichWritingLoses)
 {
     Read const read("cmyk 0 0 0 50 Grey\n");

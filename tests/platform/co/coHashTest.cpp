@@ -21,6 +21,8 @@ TEST(CoHash, SpreadsTextsByAllTheirBytes)
 {
     std::set<std::size_t> buckets;
     int texts = 0;
+    for (auto const& [one, other] : {std::pair{"\x02"sv, "\0\x01"sv}, {"axxxxxx\0a"sv, "bxxxxxxa"sv}})
+        EXPECT_NE(co_bucket_of_text(one), co_bucket_of_text(other));
     for (std::size_t length = 0; length < 32; ++length)
         for (std::size_t at = 0; at <= length; ++at) {
             std::string text(length, '\0');

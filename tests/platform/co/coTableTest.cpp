@@ -40,6 +40,24 @@ TEST(CoTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
     table[1] = "only";
     copy = table;
     EXPECT_EQ(keys(copy), std::vector<int>{1});
+
+    // A key that is a value of the same table.
+    auto const number = [](int value) { return utString("").append_integer(value); };
+    coTable<utString, utString> texts(0, 99);
+    texts["0"] = "1";
+    for (int i = 1; i < 100; ++i) {
+        utString const& key = texts.read(number(i - 1));
+        texts[key] = number(i + 1);
+    }
+    EXPECT_EQ(texts.size(), 100u);
+    EXPECT_EQ(texts.read("99"), "100");
+
+    // After the places in front are gone.
+    copy[2] = "second";
+    copy.remove(1);
+    copy.clear();
+    copy[3] = "third";
+    EXPECT_EQ(keys(copy), std::vector<int>{3});
 }
 
 TEST(CoTable, KeepsTheOrderOfTheRestWhenKeysAreRemoved)
