@@ -41,8 +41,8 @@ public:
     /// Reads an image file of the format; of an animation the first frame, turned upright where the file says
     /// how it was taken. PNG files are safe from strangers; what another format can do is bounded by what its
     /// loader does: read such files in a process of their own. A JPEG, BMP, ICO or PNM file that ends before
-    /// its image does is refused, a GIF file may give the part that was there. What is no regular file is refused without being read. Nothing
-    /// is written to standard error.
+    /// its image does is refused, a GIF file may give the part that was there. What is no regular file is
+    /// refused without being read. Nothing is written to standard error.
     /// @param reason  where not null, receives in words why there is no image
     /// @return a new image without a name and without references, or null
     static dgDuctImage* read_image_file(utString const& path, gxImageFileFormat format,
