@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
@@ -134,6 +135,8 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
     write_bytes(folder.path("notes.txt"), "my own");
     fs::create_symlink("a.pcp", folder.path("link"));
     fs::create_directory(folder.path("folder"));
+    // A fault in the program may replace this one; /dev/null would be lost to the whole machine.
+    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
     struct
     {
         char const* arguments;
@@ -145,14 +148,14 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
         {"a.pcp -o link", "link would replace the input a.pcp"},
         {"a.pcp -o b.PCP", "b.PCP is a palette file by its name"},
         {"a.pcp -o notes.txt", "would replace notes.txt, which is no picture"},
-        {"a.pcp -o /dev/null", "would replace /dev/null, which is no file"},
+        {"a.pcp -o pipe", "would replace pipe, which is no file"},
         {"a.pcp -o folder", "folder is a folder"},
         {"a.pcp -o new/", "new/ is a folder"},
         {"a.pcp -o a.png --force", "--force goes with --from"},
         {"--from a.gpl a.pcp -o b.pcp", "--from takes one file, and a.pcp is a second"},
         {"--from a.gpl -o a.png", "a.png is a picture by its name"},
         {"--from a.gpl -o a.gpl --force", "a.gpl would replace the input a.gpl"},
-        {"--from a.gpl -o /dev/null --force", "would replace /dev/null, which is no file"},
+        {"--from a.gpl -o pipe --force", "would replace pipe, which is no file"},
     };
     for (auto const& each : cases) {
         Outcome const refused = run_mrtool(std::string("palette ") + each.arguments, there);

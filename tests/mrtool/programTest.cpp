@@ -1,9 +1,13 @@
 // What all subcommands share: usage, help, exit statuses.
 #include "program.h"
 
+#include "text.h"
+
 #include <gmock/gmock.h>
 
+using mrtool::text;
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
 
@@ -64,6 +68,51 @@ TEST(mrtool, notices_when_standard_output_takes_nothing)
         EXPECT_EQ(unheard.status, 1) << output;
         EXPECT_THAT(unheard.errors, StartsWith("mrtool: standard output: cannot be written"));
     }
+}
+
+TEST(mrtool, goes_on_where_a_file_takes_more_memory_than_there_is)
+{
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+    GTEST_SKIP() << "takes terabytes itself";
+#endif
+#endif
+    TestFolder const folder;
+    std::string black;
+    for (int line = 0; line < 8'000; ++line)
+        black += "rgb8 0 0 0\n";
+    write_bytes(folder.path("few.pcp"), black);
+    for (int doubled = 0; doubled < 6; ++doubled)
+        black += black;
+    write_bytes(folder.path("many.pcp"), black);
+    write_bytes(folder.path("red.pcp"), "rgb8 255 0 0\n");
+    std::string fews;
+    for (int file = 0; file < 20; ++file)
+        fews += " few.pcp";
+    struct
+    {
+        std::string arguments;
+        int kilobytes;
+        char const* said;
+        char const* told;
+    } const cases[] = {
+        {"info many.pcp red.pcp", 20'000, "many.pcp:", "255 0 0, rgb8 255 0 0"},
+        {"palette many.pcp red.pcp -o a.png", 20'000, "many.pcp:", ""},
+        {"info many.pcp red.pcp", 45'000, "many.pcp: ", "255 0 0, rgb8 255 0 0"},
+        {"info --json many.pcp red.pcp", 45'000, "many.pcp: ", "\"rgb\": [255, 0, 0]"},
+        {"palette" + fews + " -o none.png", 10'000, "none.png: ", ""},
+    };
+    for (auto const& each : cases) {
+        SCOPED_TRACE(each.arguments + text(" in ", each.kilobytes));
+        Outcome const told =
+            run_mrtool(each.arguments, text("cd ", folder.path(""), " && ulimit -d ", each.kilobytes, ";"));
+        EXPECT_EQ(told.status, 1);
+        EXPECT_THAT(told.errors, AllOf(StartsWith("mrtool: " + std::string(each.said)),
+                                       EndsWith(": not enough memory\n")));
+        EXPECT_THAT(told.output, HasSubstr(each.told));
+    }
+    EXPECT_TRUE(std::filesystem::exists(folder.path("a.png")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path("none.png")));
 }
 
 TEST(mrtool, helps)

@@ -27,6 +27,12 @@ std::string told(FileInfo const& info, bool json)
     return info.outcome.read() ? info_text(info) : std::string();
 }
 
+/// Lets go of what was read; of what format it is stays known.
+void drop_contents(FileInfo& info)
+{
+    std::visit([&]<class Contents>(Contents const&) { info.contents.emplace<Contents>(); }, info.contents);
+}
+
 void say_fault(FileInfo const& info)
 {
     ReadOutcome const& outcome = info.outcome;
@@ -46,6 +52,7 @@ bool tell(std::string const& path, bool json)
         read_file_info(path, info);
         contents = told(info, json);
     } catch (std::bad_alloc const&) {
+        drop_contents(info);
         info.outcome = {mrFileMatBadContent, "not enough memory", 0, {}};
         contents = told(info, json);
     }

@@ -1,5 +1,6 @@
 // The contents of a file for a program.
 #include "fileInfo.h"
+#include "jsonText.h"
 #include "messages.h"
 
 #include "mrFMFacet.h"
@@ -9,13 +10,9 @@
 
 #include "dgDuctImage.h"
 
-#include <nlohmann/json.hpp>
-
 namespace mrtool {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 char const* word(mrFileMatReadStatus status)
 {
@@ -31,80 +28,104 @@ char const* word(mrFileMatReadStatus status)
     }
 }
 
-Json json(utString const& text)
+void add(JsonText& json, utString const& text)
 {
-    return text.invalid() ? Json() : Json(as_utf8(text.view()));
+    if (text.invalid())
+        json.null();
+    else
+        json.string(as_utf8(text.view()));
 }
 
 template <class Enum>
-Json json_word(Enum value)
+void add_word(JsonText& json, Enum value)
 {
     utString text;
     mrTypes::print(value, text);
-    return json(text);
+    add(json, text);
 }
 
-Json json(giColour const& colour)
+void add(JsonText& json, giColour const& colour)
 {
-    return Json::array({colour.red(), colour.green(), colour.blue()});
+    json.array([&] {
+        for (int const component : {colour.red(), colour.green(), colour.blue()})
+            json.integer(component);
+    });
 }
 
-Json json_value(mrMatProp const& property)
+void add_value(JsonText& json, mrMatProp const& property)
 {
     switch (property.prop_type()) {
     case mrMatPropString:
-        return json(property.string_value());
+        return add(json, property.string_value());
     case mrMatPropInteger:
-        return property.integer_value();
+        return json.integer(property.integer_value());
     default:
-        return property.double_value(); // null when it is no finite number, which JSON has no word for
+        return json.real(property.double_value());
     }
 }
 
-Json json(mrMatPropcoSet const& properties)
+void add(JsonText& json, mrMatPropcoSet const& properties)
 {
-    Json list = Json::array();
-    for (mrMatProp const& property : properties)
-        list.push_back({{"name", json(property.name())},
-                        {"type", json_word(property.prop_type())},
-                        {"value", json_value(property)}});
-    return list;
+    json.array([&] {
+        for (mrMatProp const& property : properties)
+            json.object([&] {
+                add(json.key("name"), property.name());
+                add_word(json.key("type"), property.prop_type());
+                add_value(json.key("value"), property);
+            });
+    });
 }
 
-Json json(mrFMPlainMat const& plain)
+void add(JsonText& json, mrFMPlainMat const& plain)
 {
-    return {{"name", json(plain.name())},
-            {"properties", json(plain.properties())},
-            {"affinity", plain.affinity()},
-            {"diffuse_colour", json(plain.diffuse_colour())},
-            {"polish", plain.polish()},
-            {"reflect", plain.reflect()},
-            {"transparency", plain.transparency()},
-            {"emission", plain.emission()},
-            {"refractive_index", plain.refractive_index()},
-            {"shader_definition", json(plain.shader_definition())}};
+    json.object([&] {
+        add(json.key("name"), plain.name());
+        add(json.key("properties"), plain.properties());
+        json.key("affinity").integer(plain.affinity());
+        add(json.key("diffuse_colour"), plain.diffuse_colour());
+        json.key("polish").real(plain.polish());
+        json.key("reflect").real(plain.reflect());
+        json.key("transparency").real(plain.transparency());
+        json.key("emission").real(plain.emission());
+        json.key("refractive_index").real(plain.refractive_index());
+        add(json.key("shader_definition"), plain.shader_definition());
+    });
 }
 
-Json json_size(dgDuctImage const* image)
+void add_size(JsonText& json, int width, int height)
 {
-    return image ? Json{{"width", image->width()}, {"height", image->height()}} : Json();
+    json.key("width").integer(width);
+    json.key("height").integer(height);
 }
 
-Json json(mrFMTexture const& layer, mrFileMat const& material)
+void add_size(JsonText& json, dgDuctImage const* image)
 {
-    return {{"image_name", json(layer.image_name())},
-            {"layer_type", json_word(layer.layer_type())},
-            {"recoloured", layer.recoloured() != 0},
-            {"recolour", json(layer.recolour())},
-            {"image", json_size(material.images().read(layer.image_name()))}};
+    if (image)
+        json.object([&] { add_size(json, image->width(), image->height()); });
+    else
+        json.null();
 }
 
-Json json(mrFMFacet const& facet, mrFileMat const& material)
+void add(JsonText& json, mrFMTexture const& layer, mrFileMat const& material)
 {
-    Json layers = Json::array();
-    for (mrFMTexture const& layer : facet.textures())
-        layers.push_back(json(layer, material));
-    return {{"plain_material", json(facet.plain_mat())}, {"textures", layers}};
+    json.object([&] {
+        add(json.key("image_name"), layer.image_name());
+        add_word(json.key("layer_type"), layer.layer_type());
+        json.key("recoloured").boolean(layer.recoloured() != 0);
+        add(json.key("recolour"), layer.recolour());
+        add_size(json.key("image"), material.images().read(layer.image_name()));
+    });
+}
+
+void add(JsonText& json, mrFMFacet const& facet, mrFileMat const& material)
+{
+    json.object([&] {
+        add(json.key("plain_material"), facet.plain_mat());
+        json.key("textures").array([&] {
+            for (mrFMTexture const& layer : facet.textures())
+                add(json, layer, material);
+        });
+    });
 }
 
 char const* kind(MaterialContents const&)
@@ -122,88 +143,96 @@ char const* kind(CacheContents const&)
     return "image_cache";
 }
 
-void add_contents(Json& file, MaterialContents const& contents)
+void add_contents(JsonText& json, MaterialContents const& contents)
 {
     mrFileMat const& material = contents.material;
-    file["encapsulation"] = json_word(contents.encapsulation);
-    file["properties"] = json(material.file_props());
-    file["facets"] = Json::array();
-    for (mrFMFacet const* facet : material.facets())
-        file["facets"].push_back(json(*facet, material));
-    file["images"] = Json::array();
-    for (auto const& [title, image] : material.images())
-        file["images"].push_back({{"title", json(title)},
-                                  {"name", as_utf8(image->name())},
-                                  {"width", image->width()},
-                                  {"height", image->height()}});
+    add_word(json.key("encapsulation"), contents.encapsulation);
+    add(json.key("properties"), material.file_props());
+    json.key("facets").array([&] {
+        for (mrFMFacet const* facet : material.facets())
+            add(json, *facet, material);
+    });
+    json.key("images").array([&] {
+        for (auto const& [title, image] : material.images())
+            json.object([&, &title = title, &image = image] {
+                add(json.key("title"), title);
+                json.key("name").string(as_utf8(image->name()));
+                add_size(json, image->width(), image->height());
+            });
+    });
 }
 
-Json json_colour(mrColourPalette const& palette, int index)
+void add_colour(JsonText& json, mrColourPalette const& palette, int index)
 {
     utString name;
     giColour const& colour = palette.colour(index, name);
     doublecoDList values;
     palette.colour_components(index, values);
-    Json components = Json::array();
-    for (double const value : values)
-        components.push_back(static_cast<int>(value)); // what a file has are whole numbers
-    return {{"index", index},
-            {"rgb", json(colour)},
-            {"encoding", keyword(palette.colour_encoding(index))},
-            {"components", components},
-            {"name", json(name)}};
+    json.object([&] {
+        json.key("index").integer(index);
+        add(json.key("rgb"), colour);
+        json.key("encoding").string(keyword(palette.colour_encoding(index)));
+        json.key("components").array([&] {
+            for (double const value : values)
+                json.integer(static_cast<int>(value)); // what a file has are whole numbers
+        });
+        add(json.key("name"), name);
+    });
 }
 
-void add_contents(Json& file, PaletteFile const& contents)
+void add_contents(JsonText& json, PaletteFile const& contents)
 {
-    file["colours"] = Json::array();
-    for (int index = 0; index < contents.palette.size(); ++index)
-        file["colours"].push_back(json_colour(contents.palette, index));
+    json.key("colours").array([&] {
+        for (int index = 0; index < contents.palette.size(); ++index)
+            add_colour(json, contents.palette, index);
+    });
 }
 
-void add_contents(Json& file, CacheContents const& contents)
+void add_contents(JsonText& json, CacheContents const& contents)
 {
-    file["max_cache_size"] = contents.max_cache_size;
-    file["shrinkage"] = contents.shrinkage;
-    file["entries"] = Json::array();
-    for (CacheEntry const& entry : contents.entries)
-        file["entries"].push_back({{"hash", entry.hash},
-                                   {"age", entry.age},
-                                   {"last_used", local_time(entry.age)},
-                                   {"image_name", as_utf8(entry.image_name)},
-                                   {"width", entry.width},
-                                   {"height", entry.height}});
+    json.key("max_cache_size").integer(contents.max_cache_size);
+    json.key("shrinkage").integer(contents.shrinkage);
+    json.key("entries").array([&] {
+        for (CacheEntry const& entry : contents.entries)
+            json.object([&] {
+                json.key("hash").integer(entry.hash);
+                json.key("age").integer(entry.age);
+                json.key("last_used").string(local_time(entry.age));
+                json.key("image_name").string(as_utf8(entry.image_name));
+                add_size(json, entry.width, entry.height);
+            });
+    });
 }
 
-void add_fault(Json& file, ReadOutcome const& outcome)
+void add_fault(JsonText& json, ReadOutcome const& outcome)
 {
-    file["fault"] = as_utf8(outcome.fault);
+    json.key("fault").string(as_utf8(outcome.fault));
     if (outcome.line > 0)
-        file["line"] = outcome.line;
+        json.key("line").integer(outcome.line);
 }
 
-Json json(FileInfo const& info)
+void add_members(JsonText& json, FileInfo const& info)
 {
     ReadOutcome const& outcome = info.outcome;
-    Json file{{"path", as_utf8(info.path)}};
-    file["kind"] = std::visit([](auto const& contents) { return kind(contents); }, info.contents);
-    file["status"] = word(outcome.status);
-    if (!outcome.read()) {
-        add_fault(file, outcome);
-        return file;
-    }
-    std::visit([&](auto const& contents) { add_contents(file, contents); }, info.contents);
-    file["warnings"] = Json::array();
-    for (std::string const& warning : outcome.warnings)
-        file["warnings"].push_back(as_utf8(warning));
-    return file;
+    json.key("path").string(as_utf8(info.path));
+    json.key("kind").string(std::visit([](auto const& contents) { return kind(contents); }, info.contents));
+    json.key("status").string(word(outcome.status));
+    if (!outcome.read())
+        return add_fault(json, outcome);
+    std::visit([&](auto const& contents) { add_contents(json, contents); }, info.contents);
+    json.key("warnings").array([&] {
+        for (std::string const& warning : outcome.warnings)
+            json.string(as_utf8(warning));
+    });
 }
 
 } // namespace
 
 std::string info_json(FileInfo const& info)
 {
-    return json(info).dump(2);
+    JsonText json;
+    json.object([&] { add_members(json, info); });
+    return json.take();
 }
 
 } // namespace mrtool

@@ -75,16 +75,15 @@ bool read_files(std::vector<std::string> const& paths, Swatches& swatches)
     bool all_read = true;
     for (std::string const& path : paths) {
         progress.begin(path);
-        std::vector<giColour> colours;
         try {
+            std::vector<giColour> colours;
             all_read = read_colours(path, colours) && all_read;
+            if (!colours.empty())
+                swatches.push_back(std::move(colours));
         } catch (std::bad_alloc const&) {
-            colours = {};
             say(path, "not enough memory");
             all_read = false;
         }
-        if (!colours.empty())
-            swatches.push_back(std::move(colours));
     }
     return all_read;
 }
@@ -97,16 +96,28 @@ bool draw(Swatches const& swatches, std::string const& path)
         counts.push_back(colours.size());
         total += colours.size();
     }
-    std::string reason;
-    if (auto const layout = swatch_layout(counts)) {
-        if (write_png(*draw_swatches(swatches, *layout), path, reason))
-            return true;
-    } else {
-        reason = text("a picture of at most ", SwatchLayout::max_side, " pixels on a side has no room for ",
-                      number_of(total, "colour"), " of ", number_of(counts.size(), "palette"));
+    auto const layout = swatch_layout(counts);
+    if (!layout) {
+        say(path, text("a picture of at most ", SwatchLayout::max_side, " pixels on a side has no room for ",
+                       number_of(total, "colour"), " of ", number_of(counts.size(), "palette")));
+        return false;
     }
-    say(path, reason);
+    std::string reason;
+    if (write_png(*draw_swatches(swatches, *layout), path, reason))
+        return true;
+    say("palette", reason); // which names the file that fails
     return false;
+}
+
+/// @return whether there is a picture now
+bool make_picture(Swatches const& swatches, std::string const& path)
+{
+    try {
+        return !swatches.empty() && draw(swatches, path);
+    } catch (std::bad_alloc const&) {
+        say(path, "not enough memory");
+        return false;
+    }
 }
 
 int run_picture(PaletteOptions const& options)
@@ -114,7 +125,7 @@ int run_picture(PaletteOptions const& options)
     check_picture_usage(options);
     Swatches swatches;
     bool const all_read = read_files(options.files, swatches);
-    bool const drawn = !swatches.empty() && draw(swatches, options.output);
+    bool const drawn = make_picture(swatches, options.output);
     return all_read && drawn ? all_well : something_failed;
 }
 

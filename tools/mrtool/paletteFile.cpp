@@ -103,7 +103,7 @@ std::string bad_format(std::string const& line)
                "lines of the file with line feeds alone";
     // The library's reader has but one word for a bad line and for too little memory.
     if (is_well_formed(line) || !is_well_formed("rgb8 0 0 0"))
-        return "not enough memory for its colour";
+        return "not enough memory";
     auto const flaw = std::find_if(std::begin(flaws), std::end(flaws),
                                    [&](Flaw const& each) { return is_well_formed(each.mended(line)); });
     if (flaw != std::end(flaws))
