@@ -2,12 +2,17 @@
 
 #include "program.h"
 
+#include "text.h"
+
 #include "mrImageCache.h"
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 using testing::Contains;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 namespace mrtool {
 
@@ -63,6 +68,47 @@ TEST(cache_file, comes_to_what_the_library_comes_to)
         }
 }
 
+TEST(cache_file, takes_the_entries_that_the_library_takes)
+{
+    auto const image = [](char const* title, char const* name, int width) {
+        return png_bytes(*hold(new dgDuctImage(name, width, 1)), title);
+    };
+    std::string const start = "20 5\n5 11\n6 12\n7 13\n\n" + image("5", "first", 1) + image("", "none", 2) +
+                              image("6", "second", 3) + image("5", "third", 4);
+    struct
+    {
+        std::string bytes;
+        std::vector<CacheEntry> entries;
+    } const cases[] = {
+        {start, {{5, 11, "third", 4, 1}, {6, 12, "second", 3, 1}}},
+        {start + image("+5", "last", 5), {{5, 13, "last", 5, 1}, {6, 12, "second", 3, 1}}},
+    };
+    TestFolder const folder;
+    for (auto const& each : cases) {
+        write_bytes(folder.path("a"), each.bytes);
+        CacheContents contents;
+        EXPECT_TRUE(read_cache_file(folder.path("a"), contents).read());
+        mrImageCache cache;
+        EXPECT_EQ(cache.read(utString(folder.path("a"))), mrFileMatReadOK);
+        EXPECT_TRUE(cache.write(utString(folder.path("b"))));
+        reports();
+        std::string lines = "20 5\n";
+        ASSERT_EQ(contents.entries.size(), each.entries.size());
+        for (std::size_t at = 0; at < each.entries.size(); ++at) {
+            CacheEntry const& entry = contents.entries[at];
+            CacheEntry const& expected = each.entries[at];
+            EXPECT_EQ(
+                std::tie(entry.hash, entry.age, entry.image_name, entry.width, entry.height),
+                std::tie(expected.hash, expected.age, expected.image_name, expected.width, expected.height));
+            lines += text(entry.hash, " ", entry.age, "\n");
+            dgDuctImage const* const taken = cache.get_image(static_cast<unsigned>(entry.hash));
+            ASSERT_TRUE(taken);
+            EXPECT_EQ(text(taken->name(), " ", taken->width()), text(entry.image_name, " ", entry.width));
+        }
+        EXPECT_THAT(read_bytes(folder.path("b")), StartsWith(lines + "\n"));
+    }
+}
+
 TEST(cache_file, says_what_is_wrong)
 {
     std::string const good = good_file();
@@ -97,9 +143,10 @@ TEST(cache_file, says_what_is_wrong)
         {"20 5\n7 0\n\n" + image, "line 2: the age 0 is not above 0"},
         {"20 5\n7 1\n8 1\n\n" + images,
          "line 3: the hash value is 8, but the image in its place has -1294967296"},
-        {"20 5\n7 1\n8 1\n\n" + image, "there are 2 entries but 1 images; the last entries are left out"},
-        {"20 5\n7 1\n\n" + images, "there are 2 images but 1 entries; the last images are left out"},
-        {"1 0\n7 1\n-1294967296 2\n\n" + images, "there are 2 entries for a cache of at most 1"},
+        {"20 5\n7 1\n8 1\n\n" + image, "more lines (2) than images (1); the last lines are left out"},
+        {"20 5\n7 1\n\n" + images, "more images (2) than lines (1); the last images are left out"},
+        {"1 0\n7 1\n-1294967296 2\n\n" + images,
+         "more entries (2) than the size limit (1); reading it may evict some"},
     };
     for (auto const& each : warnings) {
         ReadOutcome const outcome = outcome_of(each.bytes);

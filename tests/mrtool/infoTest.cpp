@@ -179,7 +179,7 @@ TEST(mrtool_info, tells_of_palettes)
 {
     TestFolder const folder;
     std::string const good = folder.path("a"), bad = folder.path("b.pcp"), cut = folder.path("c.pcp");
-    write_bytes(good, "cmyk 0 0 0 100 M\xfcller # dark\ncmy8 0 255 255\n");
+    write_bytes(good, "cmyk 0 0 0 100 M\xfcller\"\\\x01 # dark\ncmy8 0 255 255\n");
     write_bytes(bad, "rgb8 1 2 3\n\nrgb8 1 2 256\n");
     write_bytes(cut, "rgb8 1 2 3\n" + std::string(1024, '#') + "\n");
     std::string const files = good + " " + bad + " " + cut;
@@ -187,7 +187,7 @@ TEST(mrtool_info, tells_of_palettes)
     Outcome const told = run_mrtool("info " + files);
     EXPECT_EQ(told.status, 1);
     EXPECT_EQ(told.output, good + R"(
-  colour 0                0 0 0, cmyk 0 0 0 100, "Müller"
+  colour 0                0 0 0, cmyk 0 0 0 100, "Müller\"\\\x01"
   colour 1                255 0 0, cmy8 0 255 255
 )" + cut + R"(
   colour 0                1 2 3, rgb8 1 2 3
@@ -201,7 +201,7 @@ TEST(mrtool_info, tells_of_palettes)
                                                      {"rgb", {0, 0, 0}},
                                                      {"encoding", "cmyk"},
                                                      {"components", {0, 0, 0, 100}},
-                                                     {"name", "Müller"}}));
+                                                     {"name", "Müller\"\\\x01"}}));
     EXPECT_TRUE(json[0]["colours"][1]["name"].is_null());
     EXPECT_EQ(json[1]["status"], "bad_content");
     EXPECT_EQ(json[1]["line"], 3);

@@ -52,6 +52,30 @@ TEST(mrtool_palette, draws_swatches_in_order)
     EXPECT_EQ(pixel(*picture, 8, 184), "7 8 9");
 }
 
+TEST(mrtool_palette, draws_as_many_rows_as_it_needs)
+{
+    TestFolder const folder;
+    std::string lines;
+    for (int colour = 1; colour <= 17; ++colour)
+        lines += "rgb8 " + std::to_string(colour) + " 2 3\n";
+    write_bytes(folder.path("a.pcp"), lines);
+    std::string const there = "cd " + folder.path("") + " &&";
+    EXPECT_EQ(run_mrtool("palette a.pcp -o a.png", there).status, 0);
+    auto const picture = read_png(folder.path("a.png"));
+    EXPECT_EQ(picture->width(), 8 * 72 + 8);
+    EXPECT_EQ(picture->height(), 3 * 72 + 8);
+    EXPECT_EQ(pixel(*picture, 7 * 72 + 8, 8), "8 2 3");
+    EXPECT_EQ(pixel(*picture, 8, 72 + 8), "9 2 3");
+    EXPECT_EQ(pixel(*picture, 7 * 72 + 8, 72 + 8), "16 2 3");
+    EXPECT_EQ(pixel(*picture, 8, 2 * 72 + 8), "17 2 3");
+    EXPECT_EQ(pixel(*picture, 8, 2 * 72 + 7), "200 200 200");
+    EXPECT_EQ(pixel(*picture, 72 + 8, 2 * 72 + 8), "240 240 240");
+
+    // A failure names the picture, once.
+    EXPECT_THAT(run_mrtool("palette a.pcp a.pcp a.pcp -o full.png", there + "ulimit -f 1;").errors,
+                StartsWith("mrtool: palette: full.png cannot be written: "));
+}
+
 TEST(mrtool_palette, finds_room_for_very_many_colours)
 {
     using mrtool::swatch_layout;

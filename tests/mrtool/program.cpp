@@ -35,11 +35,16 @@ mrtool::Counted<dgDuctImage> four_colours(int side)
     return image;
 }
 
-std::string png_bytes(dgDuctImage const& image)
+std::string png_bytes(dgDuctImage const& image, std::string const& title)
 {
     TestFolder const folder;
+    utStringutStringcoTable texts(1, 50);
+    if (!title.empty()) {
+        texts["Title"] = utString(title);
+        texts["DuctImageName"] = image.name();
+    }
     std::FILE* const file = std::fopen(folder.path("image").c_str(), "wb");
-    EXPECT_TRUE(gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)));
+    EXPECT_TRUE(gxPNGWriterDuctImage::write_file(image, file, texts));
     std::fclose(file);
     return read_bytes(folder.path("image"));
 }

@@ -27,8 +27,9 @@ Outcome run_mrtool(std::string const& arguments, std::string const& before = {},
 /// A picture of four colours: red, green over blue, white.
 mrtool::Counted<dgDuctImage> four_colours(int side = 8);
 
-/// A PNG file of it.
-std::string png_bytes(dgDuctImage const& image);
+/// A PNG file of it, as the library puts it into a block of images; without title and name where @p title is
+/// empty.
+std::string png_bytes(dgDuctImage const& image, std::string const& title = {});
 
 /// Writes a material file: a facet for each colour, the first with a layer of each image name.
 void write_material(std::string const& path, std::vector<giColour> const& colours,

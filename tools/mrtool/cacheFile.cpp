@@ -13,7 +13,6 @@
 #include <ctime>
 #include <limits>
 #include <map>
-#include <set>
 #include <utility>
 
 namespace mrtool {
@@ -84,8 +83,8 @@ private:
     std::ifstream m_in;
     std::string m_line;
     long m_line_number = 0;
-    std::vector<Numbers> m_lines; ///< hash value and age, as they stand
-    std::set<int> m_hashes;       ///< of the images
+    std::vector<Numbers> m_lines;        ///< hash value and age, as they stand
+    std::map<int, std::size_t> m_places; ///< of the entries, by their hash values
 };
 
 ReadOutcome Reader::read()
@@ -188,23 +187,26 @@ void Reader::enter(BlockImage const& image, std::size_t rank)
     if (line.both && line.first != entry.hash)
         warn(text("line ", rank + 2, ": the hash value is ", line.first, ", but the image in its place has ",
                   entry.hash, ", which gets this age"));
-    if (!m_hashes.insert(entry.hash).second)
-        warn(text("two images have the hash value ", entry.hash, "; the later one replaces the earlier"));
-    m_contents.entries.push_back(std::move(entry));
+    auto const [place, is_new] = m_places.try_emplace(entry.hash, m_contents.entries.size());
+    if (is_new)
+        return m_contents.entries.push_back(std::move(entry));
+    warn(text("two images have the hash value ", entry.hash, "; the later one replaces the earlier"));
+    m_contents.entries[place->second] = std::move(entry);
 }
 
 void Reader::check_counts(std::size_t images)
 {
     if (images < m_lines.size())
-        warn(text("there are ", m_lines.size(), " entries but ", images,
-                  " images; the last entries are left out"));
+        warn(text("more lines (", m_lines.size(), ") than images (", images,
+                  "); the last lines are left out"));
     if (images > m_lines.size())
-        warn(text("there are ", images, " images but ", m_lines.size(),
-                  " entries; the last images are left out"));
+        warn(text("more images (", images, ") than lines (", m_lines.size(),
+                  "); the last images are left out"));
     auto const limit = static_cast<std::size_t>(std::max(m_contents.max_cache_size, 0));
-    if (m_hashes.size() > limit)
-        warn(text("there are ", m_hashes.size(), " entries for a cache of at most ", limit,
-                  "; reading it may evict some"));
+    std::size_t const entries = m_contents.entries.size();
+    if (entries > limit)
+        warn(text("more entries (", entries, ") than the size limit (", limit,
+                  "); reading it may evict some"));
 }
 
 void Reader::warn(std::string words)
