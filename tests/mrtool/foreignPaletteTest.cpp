@@ -102,9 +102,9 @@ TEST(foreign_palette, reads_lines_of_text)
     EXPECT_EQ(transparent.lines, "rgb8 1 2 3 None\nrgb8 4 5 6 All\n");
     EXPECT_THAT(transparent.left_out, ElementsAre("the transparency of 1 colour (\"None\")"));
 
-    Converted const names("! by hand\n\n255 250 250\t\tsnow\n 1 2 3\tghost white\n1 2 3\tGhostWhite");
+    Converted const names("! by hand\n\n # too\n255 250 250\t\tsnow\n 1 2 3\tghost white\n1 2 3\tGhostWhite");
     EXPECT_EQ(names.lines, "rgb8 255 250 250 snow\nrgb8 1 2 3 ghost white\nrgb8 1 2 3 GhostWhite\n");
-    EXPECT_THAT(names.left_out, ElementsAre("1 comment"));
+    EXPECT_THAT(names.left_out, ElementsAre("2 comments"));
 }
 
 TEST(foreign_palette, reads_swatches_of_every_model)
@@ -117,23 +117,25 @@ TEST(foreign_palette, reads_swatches_of_every_model)
              ase_colour(u"e", "LAB ", {0.8782f, -79.29f, 80.99f}),
              ase_colour(u"f", "LAB ", {0.2957f, 68.30f, -112.03f}), ase_colour(u"g", "LAB ", {1.f, 0.f, 0.f}),
              ase_colour(u"h", "LAB ", {0.6f, -120.f, 100.f}), ase_colour(u"", "RGB ", {-1.f, 2.f, 0.f}),
-             ase_block(0xc002, ""), ase_block(7, "?")}) +
+             ase_colour(u"j", "CMYK", {0.2f, 0.f, 0.f, 0.f}), ase_colour(u"k", "LAB ", {0.02f, 0.f, 0.f}),
+             ase_colour(u"l", "LAB ", {1.f, 0.f, 60.f}), ase_block(0xc002, ""), ase_block(7, "?")}) +
         "tail");
     EXPECT_EQ(all.fault, "");
     EXPECT_EQ(all.lines,
               "rgb8 0 128 255 a\nrgb8 183 137 91 b\nrgb8 128 128 128 c\nrgb8 255 0 0 d\nrgb8 0 255 0 e\n"
-              "rgb8 0 0 255 f\nrgb8 255 255 255 g\nrgb8 0 183 0 h\nrgb8 0 255 0\n");
+              "rgb8 0 0 255 f\nrgb8 255 255 255 g\nrgb8 0 183 0 h\nrgb8 0 255 0\n"
+              "rgb8 204 255 255 j\nrgb8 7 7 7 k\nrgb8 255 253 134 l\n");
     EXPECT_THAT(all.left_out,
                 ElementsAre("1 group (\"Prints\")", "the kind \"global\" of 1 colour (\"c\")",
                             "the kind \"spot\" of 1 colour (\"b\")", HasSubstr("1 unknown block (at byte "),
                             "4 bytes behind the last block"));
     EXPECT_THAT(
         all.notes,
-        ElementsAre("converted from CMYK as the library does it, without a profile: 1 colour (\"b\")",
-                    "converted from Lab under D50 to sRGB: 5 colours (\"d\", \"e\", \"f\" and 2 more)",
+        ElementsAre("converted from CMYK as the library does it, without a profile: 2 colours (\"b\", \"j\")",
+                    "converted from Lab under D50 to sRGB: 7 colours (\"d\", \"e\", \"f\" and 4 more)",
                     "converted from gray: 1 colour (\"c\")",
-                    "outside of sRGB and clipped to it: 1 colour (\"h\")",
-                    "with components out of their range and brought into it: 1 colour (colour 9)"));
+                    "outside of sRGB and clipped to it: 2 colours (\"h\", \"l\")",
+                    "with components out of their range and brought into it: 1 colour (colour 8)"));
 
     std::u16string const broken{u'a', 0xd800, u'b', 0xdc00, 0xd83d, 0xde00, 0, 0xd801};
     Converted const name(ase({ase_colour(broken, "RGB ", {0.f, 0.f, 0.f})}));

@@ -226,6 +226,9 @@ TEST(mrtool_info, tells_of_image_caches)
   shrinkage               5
   entry -1294967296       b2d05e00, used 2026-10-03 05:00:00, 8 x 8, named "four colours"
 )");
+    // South of the equator the time in summer is that of the new year, from which ages count.
+    EXPECT_THAT(run_mrtool("info " + path, "export TZ=WEST5EAST,M10.1.0,M4.1.0;").output,
+                HasSubstr("used 2026-10-03 04:00:00"));
     auto const json =
         nlohmann::json::parse(run_mrtool("info --json " + path, in_new_york).output)["files"][0];
     EXPECT_EQ(json["kind"], "image_cache");

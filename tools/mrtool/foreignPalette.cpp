@@ -16,7 +16,7 @@ bool read_bytes(std::string const& path, std::string& bytes, ForeignFault& fault
 {
     std::ifstream in = open_input(path, fault.words);
     if (!in) {
-        fault.words = "cannot be opened: " + fault.words;
+        fault.words = cannot_be_opened(fault.words);
         return false;
     }
     // By what comes, as the size that a file has now may be another one afterwards.
@@ -34,9 +34,9 @@ bool read_bytes(std::string const& path, std::string& bytes, ForeignFault& fault
 
 } // namespace
 
-std::string shown_colour(std::string const& name, std::size_t number)
+std::string shown_colour(std::string const& name, std::size_t index)
 {
-    return name.empty() ? text("colour ", number) : shown(name);
+    return name.empty() ? text("colour ", index) : shown(name);
 }
 
 bool read_foreign_palette(std::string const& path, ForeignPalette& palette, ForeignFault& fault)

@@ -34,8 +34,8 @@ struct ForeignFault
 inline constexpr std::size_t max_foreign_bytes = std::size_t{32} << 20;
 
 /// How a colour is called in notes.
-/// @param number  its place in the file, from 1
-std::string shown_colour(std::string const& name, std::size_t number);
+/// @param index  its own in the palette that is made
+std::string shown_colour(std::string const& name, std::size_t index);
 
 /// Reads a GPL, ASE or rgb.txt palette; which of them it is, its content decides. Safe for untrusted input: it
 /// takes memory for the file's bytes, and for colours that are there.

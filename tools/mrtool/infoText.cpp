@@ -21,14 +21,11 @@ constexpr std::size_t longest_text = 400;
 /// The text in quotes; of a very long one the beginning.
 std::string shown(utString const& value)
 {
-    std::string whole = as_utf8(value.view());
+    std::string const whole = as_utf8(value.view());
     if (whole.size() <= longest_text)
         return printable(in_quotes(whole));
-    std::size_t end = longest_text;
-    while ((static_cast<unsigned char>(whole[end]) & 0xc0) == 0x80)
-        --end;
-    whole.resize(end);
-    return text(printable(in_quotes(whole)), " and so on, ", value.length(), " bytes");
+    return text(printable(in_quotes(cut_at_character(whole, longest_text))), " and so on, ", value.length(),
+                " bytes");
 }
 
 std::string colour_text(giColour const& colour)

@@ -28,4 +28,9 @@ std::ifstream open_input(std::string const& path, std::string& fault)
     return in;
 }
 
+std::string cannot_be_opened(std::string const& fault)
+{
+    return "cannot be opened: " + fault;
+}
+
 } // namespace mrtool

@@ -11,4 +11,7 @@ namespace mrtool {
 /// @return a stream that has failed where it cannot be
 std::ifstream open_input(std::string const& path, std::string& fault);
 
+/// How it is said: "cannot be opened: FAULT".
+std::string cannot_be_opened(std::string const& fault);
+
 } // namespace mrtool

@@ -205,7 +205,7 @@ std::string in_words(mrFileMatReadStatus status, std::string const& fault)
 {
     switch (status) {
     case mrFileMatOpenFailed:
-        return "cannot be opened: " + fault;
+        return cannot_be_opened(fault);
     case mrFileMatNoDocument:
         return "not a material file: " + fault;
     default:

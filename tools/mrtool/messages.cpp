@@ -148,6 +148,22 @@ std::string printable(std::string_view text)
     return made;
 }
 
+bool continues_character(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
+}
+
+std::string_view cut_at_character(std::string_view text, std::size_t most)
+{
+    if (text.size() <= most)
+        return text;
+    std::size_t end = most;
+    // A character has at most three bytes after its first; more of that kind in a row are no UTF-8.
+    while (end > 0 && most - end < 3 && continues_character(text[end]))
+        --end;
+    return text.substr(0, end);
+}
+
 std::string in_quotes(std::string_view text)
 {
     std::string made = "\"";
@@ -186,10 +202,7 @@ void Progress::begin(std::string_view name)
     }
     line += text(": ", printable(name));
     // A line that wraps could not be taken away again.
-    std::size_t end = std::min(line.size(), terminal_width() - 1);
-    while (end < line.size() && (static_cast<unsigned char>(line[end]) & 0xc0) == 0x80)
-        --end;
-    line.resize(end);
+    line.resize(cut_at_character(line, terminal_width() - 1).size());
     clear_progress();
     std::fputs(line.c_str(), stderr);
     std::fflush(stderr);

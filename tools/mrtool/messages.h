@@ -16,6 +16,12 @@ std::string as_utf8(std::string_view text);
 /// show nothing and those that turn the direction of writing become "\x1b", "\u{202e}" and the like.
 std::string printable(std::string_view text);
 
+/// Whether the byte is one of a UTF-8 character behind its first.
+bool continues_character(char byte);
+
+/// As many bytes from the beginning of the text as @p most allows, and of a UTF-8 character all or none.
+std::string_view cut_at_character(std::string_view text, std::size_t most);
+
 /// The text in quotes, with a backslash before each quote and backslash in it.
 std::string in_quotes(std::string_view text);
 

@@ -1,5 +1,7 @@
 #include "objStatements.h"
 
+#include "text.h"
+
 #include <algorithm>
 #include <charconv>
 
@@ -8,7 +10,6 @@ namespace mrtool {
 namespace {
 
 constexpr char blanks[] = " \t\r\v\f";
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
 
 std::string_view trimmed(std::string_view text)
 {

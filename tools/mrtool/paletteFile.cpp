@@ -2,6 +2,7 @@
 
 #include "inputFile.h"
 #include "messages.h"
+#include "tally.h"
 #include "text.h"
 
 #include "mrUtils.h"
@@ -56,11 +57,9 @@ bool is_well_formed(std::string const& line)
     return read_line(line, palette) != mrPaletteFileBadFormat;
 }
 
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
-
-std::string without_byte_order_mark(std::string line)
+std::string without_mark(std::string line)
 {
-    return line.starts_with(byte_order_mark) ? line.substr(byte_order_mark.size()) : line;
+    return std::string(without_byte_order_mark(line));
 }
 
 std::string with_spaces_for_tabs(std::string line)
@@ -90,7 +89,7 @@ struct Flaw
 };
 
 constexpr Flaw flaws[] = {
-    {without_byte_order_mark, "it begins with a byte order mark (EF BB BF), which must go"},
+    {without_mark, "it begins with a byte order mark (EF BB BF), which must go"},
     {with_spaces_for_tabs, "it has a tab where only spaces may be"},
     {in_small_letters, "its keyword is not in small letters"},
     {without_carriage_returns, "it has a carriage return inside; lines end with a line feed, or both"},
@@ -118,7 +117,7 @@ std::string duplicate_name(std::string const& line)
     utString name;
     if (!palette.empty())
         palette.colour(0, name);
-    return text("an earlier line has the name ", in_quotes(name.view()), " already");
+    return text("an earlier line has the name ", shown(name.view()), " already");
 }
 
 std::string fault_in(std::string const& line, mrPaletteFileError status)
@@ -186,7 +185,7 @@ void say_remark(std::string const& path, PaletteFile const& file)
     if (file.remark.empty())
         return;
     std::string const place = file.line > 0 ? text(path, ":", file.line) : path;
-    say(place, file.status == mrPaletteFileOpenFailed ? "cannot be opened: " + file.remark : file.remark);
+    say(place, file.status == mrPaletteFileOpenFailed ? cannot_be_opened(file.remark) : file.remark);
 }
 
 } // namespace mrtool

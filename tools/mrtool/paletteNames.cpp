@@ -1,5 +1,6 @@
 #include "paletteNames.h"
 
+#include "messages.h"
 #include "text.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "sceneBounds.h"
 
+#include "messages.h"
 #include "text.h"
 
 #include <string_view>
@@ -9,22 +10,11 @@ namespace mrtool {
 
 namespace {
 
-/// As much of the text as goes into so many bytes, without a part of a character in UTF-8 at its end.
-std::string_view beginning(std::string_view text, std::size_t most)
-{
-    if (text.size() <= most)
-        return text;
-    std::size_t end = most;
-    while (end > 0 && most - end < 3 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
-        --end;
-    return text.substr(0, end);
-}
-
 /// @return whether the name was too long
 bool shorten(std::string& name)
 {
     std::size_t const size = name.size();
-    name.resize(beginning(name, max_scene_text).size());
+    name.resize(cut_at_character(name, max_scene_text).size());
     return name.size() < size;
 }
 
@@ -53,7 +43,8 @@ void bound(SceneMaterial& material)
         material.left_out.push_back("the end of its name");
     if (material.texture.size() <= max_scene_text)
         return;
-    material.failures.push_back(text("written without its texture \"", beginning(material.texture, 100),
+    material.failures.push_back(text("written without its texture \"",
+                                     cut_at_character(material.texture, 100),
                                      "...\": its path is longer than ", max_scene_text, " bytes"));
     material.texture.clear();
 }
@@ -64,7 +55,7 @@ std::string cut(std::string text)
 {
     constexpr std::string_view sign = " ... (cut)";
     if (text.size() > max_scene_text) {
-        text.resize(beginning(text, max_scene_text - sign.size()).size());
+        text.resize(cut_at_character(text, max_scene_text - sign.size()).size());
         text += sign;
     }
     return text;

@@ -294,7 +294,7 @@ private:
     void take_colour(Cursor& block)
     {
         std::string name = take_name(block);
-        std::string const example = shown_colour(name, m_palette.colours.size() + 1);
+        std::string const example = shown_colour(name, m_palette.colours.size());
         std::size_t const start = block.at();
         std::string_view const called = block.bytes(4, "its colour model");
         Model const* const model = model_called(called);

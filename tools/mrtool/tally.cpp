@@ -3,8 +3,6 @@
 #include "messages.h"
 #include "text.h"
 
-#include <algorithm>
-
 namespace mrtool {
 
 namespace {
@@ -13,30 +11,14 @@ constexpr std::size_t most_examples = 3;
 constexpr std::size_t most_shown = 60;
 constexpr std::size_t end_shown = 16;
 
-bool is_continuation(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80;
-}
-
 } // namespace
-
-std::string_view cut_at_character(std::string_view text, std::size_t most)
-{
-    if (text.size() <= most)
-        return text;
-    std::size_t end = most;
-    // A character has at most three bytes after its first; more of that kind in a row are no UTF-8.
-    while (end > 0 && most - end < 3 && is_continuation(text[end]))
-        --end;
-    return text.substr(0, end);
-}
 
 std::string shown(std::string_view text)
 {
     if (text.size() <= most_shown)
         return in_quotes(text);
     std::string_view end = text.substr(text.size() - end_shown);
-    while (end.size() > end_shown - 3 && is_continuation(end.front()))
+    while (end.size() > end_shown - 3 && continues_character(end.front()))
         end.remove_prefix(1);
     return in_quotes(cut_at_character(text, most_shown - end_shown)) + "..." + in_quotes(end);
 }

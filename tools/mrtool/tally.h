@@ -7,9 +7,6 @@
 
 namespace mrtool {
 
-/// As many bytes from the beginning of the text as @p most allows, and of a UTF-8 character all or none.
-std::string_view cut_at_character(std::string_view text, std::size_t most);
-
 /// The text in quotes; of a long one the beginning and the end.
 std::string shown(std::string_view text);
 

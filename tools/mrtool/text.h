@@ -35,6 +35,13 @@ void append_text(std::string& made, Number number)
     made.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
+inline constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+
+inline std::string_view without_byte_order_mark(std::string_view text)
+{
+    return text.starts_with(byte_order_mark) ? text.substr(byte_order_mark.size()) : text;
+}
+
 /// The parts, one after the other.
 template <class... Parts>
 std::string text(Parts const&... parts)

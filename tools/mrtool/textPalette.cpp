@@ -13,17 +13,11 @@ namespace mrtool {
 namespace {
 
 constexpr std::string_view blanks = " \t";
-constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
 constexpr std::string_view gpl_title = "GIMP Palette";
 
 std::string_view without_leading_blanks(std::string_view line)
 {
     return line.substr(std::min(line.find_first_not_of(blanks), line.size()));
-}
-
-std::string_view without_byte_order_mark(std::string_view text)
-{
-    return text.starts_with(byte_order_mark) ? text.substr(byte_order_mark.size()) : text;
 }
 
 /// The lines of a text, one after the other.
@@ -160,7 +154,7 @@ private:
         }
         m_palette.colours.push_back({std::string(made.name), made.colour()});
         if (made.numbers[3] != 255)
-            m_transparent.add(shown_colour(m_palette.colours.back().name, m_palette.colours.size()));
+            m_transparent.add(shown_colour(m_palette.colours.back().name, m_palette.colours.size() - 1));
         return nullptr;
     }
 
