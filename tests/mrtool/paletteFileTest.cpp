@@ -44,6 +44,7 @@ TEST(palette_file, finds_the_line_and_the_reason)
         {"rgb8 1 2 3\r\n\r\n", mrPaletteFileBadFormat, 2, "nothing but a carriage return", 1},
         {"cmyk 0 0 101 0", mrPaletteFileOutOfRange, 1, "0 to 100 in cmyk"},
         {"rgb8 1 2 3 Red\ncmy8 1 2 3  Red # too\n", mrPaletteFileDuplicateName, 2, "the name \"Red\"", 1},
+        {wide + "\n" + wide, mrPaletteFileDuplicateName, 2, "n\"...\"nnn", 1},
         {"rgb8 1 2 3\n" + wide + "n\nrgb8 4 5 6\n", mrPaletteFileOK, 2, "longer than 1,023 characters", 1},
         {std::string(5000, '\0'), mrPaletteFileBadFormat, 1, "longer than 1,023 characters"},
         {"", mrPaletteFileBadFormat, 0, "no colour"},
