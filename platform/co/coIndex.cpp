@@ -6,7 +6,7 @@ coIndex::coIndex(int initial_size, int fill_limit)
     : m_fill_limit(coSizing(initial_size, fill_limit).load_factor)
 {
     auto const entries = static_cast<float>(coSizing(initial_size, fill_limit).entries);
-    resize(std::bit_ceil(static_cast<std::size_t>(entries / m_fill_limit) + 1));
+    take(std::vector<Slot>(std::bit_ceil(static_cast<std::size_t>(entries / m_fill_limit) + 1)));
 }
 
 void coIndex::clear()
@@ -17,17 +17,17 @@ void coIndex::clear()
 
 void coIndex::grow()
 {
-    std::vector<Slot> const old = m_slots;
-    resize(2 * old.size());
+    std::vector<Slot> const old = take(std::vector<Slot>(2 * m_slots.size()));
     for (Slot const& slot : old)
         if (slot.position >= 0)
             m_slots[slot_of(slot.hash, none)] = slot;
 }
 
-void coIndex::resize(std::size_t slots)
+std::vector<coIndex::Slot> coIndex::take(std::vector<Slot> slots)
 {
-    m_slots = std::vector<Slot>(slots);
-    m_most = static_cast<std::size_t>(static_cast<float>(slots) * m_fill_limit);
+    m_most = static_cast<std::size_t>(static_cast<float>(slots.size()) * m_fill_limit);
+    m_slots.swap(slots);
+    return slots;
 }
 
 // A search ends at a free slot. So each slot behind the gap, up to the next free one, moves into it, unless

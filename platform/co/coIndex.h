@@ -79,7 +79,8 @@ private:
     }
 
     void grow();
-    void resize(std::size_t slots);
+    /// @return the slots that there were
+    std::vector<Slot> take(std::vector<Slot> slots);
     void close_gap(std::size_t gap);
 
     float m_fill_limit;
