@@ -6,8 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <fstream>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -39,4 +41,14 @@ inline gxFile gx_open_file(char const* path, utString& reason)
         ::close(descriptor);
     reason = utString(why);
     return nullptr;
+}
+
+/// Opens such a file as a stream, for what reads lines.
+/// @return not open where gx_open_file() gives none, or a NUL would end the path before its end
+inline std::ifstream gx_open_stream(utString const& path)
+{
+    utString reason;
+    if (path.view().find('\0') != std::string_view::npos || !gx_open_file(path.c_str(), reason))
+        return std::ifstream();
+    return std::ifstream(path.c_str(), std::ios::binary);
 }

@@ -2,13 +2,11 @@
 
 #include "mrUtils.h"
 
+#include "gxOpenFile.h"
 #include "utAssert.h"
 
-#include <filesystem>
 #include <fstream>
 #include <new>
-#include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace {
@@ -21,17 +19,6 @@ mrPaletteFilePath key_of(utString path)
 {
     mrUtils::standardize_path_name(path);
     return path;
-}
-
-/// @return not open when there is no such file
-std::ifstream opened(mrPaletteFilePath const& path)
-{
-    // Opening a pipe would wait for somebody to write to it. A NUL would end the path before its end.
-    std::error_code ignored;
-    if (path.locate_substring(std::string_view("", 1)) >= 0 ||
-        !std::filesystem::is_regular_file(path.c_str(), ignored))
-        return std::ifstream();
-    return std::ifstream(path.c_str(), std::ios::binary);
 }
 
 } // namespace
@@ -87,7 +74,7 @@ mrPaletteFileError mrColourPaletteCache::load(utString const& path)
 {
     mrPaletteFilePath const key = key_of(path);
     UT_REQUIRE(!m_palettes.member(key), "Palette already exists");
-    std::ifstream in = opened(key);
+    std::ifstream in = gx_open_stream(key);
     if (!in.is_open())
         return mrPaletteFileOpenFailed;
     auto palette = std::make_unique<mrColourPalette>();

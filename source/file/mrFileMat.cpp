@@ -103,11 +103,8 @@ mrFileMatReadStatus mrFileMat::read(utString const& path)
 
 mrFileMatReadStatus mrFileMat::read_parts(utString const& path)
 {
-    utString reason;
-    if (!gx_open_file(path.c_str(), reason))
-        return mrFileMatOpenFailed;
-    std::ifstream in(path.c_str(), std::ios::binary);
-    if (!in)
+    std::ifstream in = gx_open_stream(path);
+    if (!in.is_open())
         return mrFileMatOpenFailed;
     utString document;
     if (!mrXMLUtils::read_doc(in, root_name, document))

@@ -254,11 +254,8 @@ mrFileMatReadStatus mrImageCache::read(utString const& path)
 
 mrFileMatReadStatus mrImageCache::read_parts(utString const& path)
 {
-    utString reason;
-    if (!gx_open_file(path.c_str(), reason))
-        return mrFileMatOpenFailed;
-    std::ifstream in(path.c_str(), std::ios::binary);
-    if (!in)
+    std::ifstream in = gx_open_stream(path);
+    if (!in.is_open())
         return mrFileMatOpenFailed;
     read_limits(in);
     coDList<int> const ages = read_ages(in);
