@@ -47,6 +47,8 @@ public:
     /// @param components  walked with the list's own cursor, which is past the end afterwards
     /// @report "Args!" when there are no values; the colour is added all the same
     /// @report what mrUtils::colour_from_components does; where that makes no colour, black is added
+    /// @report "Already present!" when the new colour's index has values already, which takes an index used
+    ///         twice
     /// @report "Args" when the palette has the name already, as above
     void append(utString const& name, mrColourEncoding const& encoding, doublecoDList& components);
 
@@ -81,6 +83,7 @@ private:
     static constexpr int none = -1;
 
     int has(int index) const;
+    int has_components(int index) const;
     std::string_view name_of(Entry const& entry) const;
     int position_of(std::string_view name) const;
     void append(Entry entry, utString const& name);

@@ -49,6 +49,7 @@ void mrColourPalette::append(utString const& name, mrColourEncoding const& encod
     entry.components = static_cast<int>(components.size());
     entry.first_component = static_cast<int>(m_components.size());
     mrUtils::colour_from_components(encoding, components, entry.colour);
+    UT_REQUIRE(!has_components(size()), "Already present!");
 
     components.restart();
     while (double const* value = components.next())
@@ -85,7 +86,7 @@ int mrColourPalette::colour_components(int index, doublecoDList& values) const
 {
     UT_CHECK_VALID(m_check);
     values.clear();
-    if (!has(index) || m_colours[index].components == none)
+    if (!has_components(index))
         return 0;
     Entry const& entry = m_colours[index];
     for (int i = 0; i < entry.components; ++i)
@@ -96,6 +97,11 @@ int mrColourPalette::colour_components(int index, doublecoDList& values) const
 int mrColourPalette::has(int index) const
 {
     return index >= 0 && index < size();
+}
+
+int mrColourPalette::has_components(int index) const
+{
+    return has(index) && m_colours[index].components != none;
 }
 
 std::string_view mrColourPalette::name_of(Entry const& entry) const
