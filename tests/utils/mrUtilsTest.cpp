@@ -141,10 +141,10 @@ TEST(mrUtilsHash, OfADefinition)
 
 TEST(mrUtilsPath, IsMadeOfSmallLettersAndSlashes)
 {
-    for (char const* spelt : {"C:\\Work\\.\\A//B\xC9.PCP", "c:/work/./a//b\xC9.pcp"}) {
+    for (char const* spelt : {"P:\\Paints\\.\\A//B\xC9.PCP", "p:/paints/./a//b\xC9.pcp"}) {
         utString path = spelt;
         mrUtils::standardize_path_name(path);
-        EXPECT_EQ(path, "c:/work/./a//b\xC9.pcp");
+        EXPECT_EQ(path, "p:/paints/./a//b\xC9.pcp");
     }
     for (utString path : {utString(), utString("")}) {
         utString const before = path;
