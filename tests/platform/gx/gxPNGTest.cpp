@@ -57,30 +57,24 @@ Image gradient(int width, int height, bool opaque)
     return image;
 }
 
-std::string written(dgDuctImage const& image, Texts const& texts)
-{
-    TestFolder folder;
-    File file(std::fopen(folder.path("a").c_str(), "wb"));
-    EXPECT_TRUE(gxPNGWriterDuctImage::write_file(image, file.get(), texts));
-    file.reset();
-    return read_bytes(folder.path("a"));
-}
-
 TEST(gxPNG, what_is_written_reads_back)
 {
     Texts texts(4, 50);
     texts["Title"] = "line\nbreak";
     texts["DuctImageName"] = "B\xc3\xa4r";
     texts["Overlong"] = "\xe0\x80\x80";
-    texts["Surrogate"] = "\xed\xa0\x80";
     texts["Long"] = utString(std::string(Reader::max_text_bytes, 'x'));
     texts["Empty"] = "";
+    TestFolder folder;
 
     for (bool opaque : {true, false}) {
         Image const image = gradient(37, 11, opaque);
-        std::string const bytes = written(*image, texts);
+        File out(std::fopen(folder.path("a").c_str(), "wb"));
+        EXPECT_TRUE(gxPNGWriterDuctImage::write_file(*image, out.get(), texts));
+        out.reset();
+        std::string const bytes = read_bytes(folder.path("a"));
         EXPECT_EQ(bytes[25], opaque ? 2 : 6);
-        for (auto const entry : {"tEXtTitle", "iTXtDuctImageName", "tEXtOverlong", "tEXtSurrogate"})
+        for (auto const entry : {"tEXtTitle", "iTXtDuctImageName", "tEXtOverlong"})
             EXPECT_NE(bytes.find(entry), std::string::npos) << entry;
 
         std::string two = "in front" + bytes + bytes + "behind";
@@ -137,7 +131,6 @@ TEST(gxPNG, every_kind_becomes_rgba)
     std::string const gamma = chunk("gAMA", big_endian(20000));
     std::pair<RawPNG, Pixel> const kinds[] = {
         {{.width = 8, .depth = 1, .rows = "\0\x01"s}, {255, 255, 255, 255}},
-        {{.width = 2, .depth = 4, .rows = "\0\x07"s}, {119, 119, 119, 255}},
         {{.depth = 16, .rows = "\0\0\xff"s}, {1, 1, 1, 255}},
         {{.before = clear_grey, .rows = "\0\x63"s}, {99, 99, 99, 0}},
         {{.colour_type = 2, .before = gamma, .rows = "\0\x01\x02\x03"s}, {1, 2, 3, 255}},
@@ -166,54 +159,38 @@ TEST(gxPNG, interlaced)
         EXPECT_EQ(outcome.image->pixels()[4 * i], i);
 }
 
-TEST(gxPNG, more_pixels_than_allowed)
+TEST(gxPNG, more_than_allowed_or_than_the_file_holds)
 {
-    std::string const too_many = "the image has more pixels than are allowed";
-    std::string const too_short = "the file is too short for the pixels that it announces";
     RawPNG raw{.width = 20, .height = 10, .rows = std::string(std::size_t{21} * 10, '\0')};
     EXPECT_TRUE(read(raw.bytes(), 200).image);
-    EXPECT_EQ(read(raw.bytes(), 199).reason.view(), too_many);
-
+    EXPECT_EQ(read(raw.bytes(), 199).reason.view(), "the image has more pixels than are allowed");
     raw.width = raw.height = 16384;
-    EXPECT_EQ(refusal(raw), too_short);
     raw.interlaced = true;
-    EXPECT_EQ(refusal(raw), too_short);
-    raw.width = 2'000'000;
-    raw.height = 1;
-    EXPECT_NE(refusal(raw), "none");
-}
+    EXPECT_EQ(refusal(raw), "the file is too short for the pixels that it announces");
 
-/// More than the file holds, or than the image needs.
-TEST(gxPNG, chunks_too_long)
-{
-    for (char const* name : {"tEXt", "zTXt", "iTXt", "tRNS", "abCd"}) {
-        RawPNG const raw{.before = big_endian(0x7fffffff) + name};
-        EXPECT_EQ(refusal(raw), "the file ends before the image does") << name;
-    }
-    RawPNG raw{.rows = std::string(std::size_t{1} << 20, '\0')};
-    EXPECT_EQ(refusal(raw), "none");
-    std::minstd_rand numbers;
-    for (std::size_t at = 1; at < raw.rows.size(); ++at)
-        raw.rows[at] = static_cast<char>(numbers());
-    EXPECT_EQ(refusal(raw), "the image has data past its last row");
+    for (char const* name : {"tEXt", "zTXt", "iTXt", "tRNS", "abCd"})
+        EXPECT_EQ(refusal({.before = big_endian(0x7fffffff) + name}), "the file ends before the image does");
+    // More than the image needs, but little of the file.
+    EXPECT_EQ(refusal({.rows = std::string(std::size_t{1} << 20, '\0')}), "none");
+
+    std::FILE* const pipe = popen("true", "r");
+    EXPECT_STREQ(read(pipe).reason.c_str(), "the length of the file cannot be told");
+    pclose(pipe);
 }
 
 TEST(gxPNG, texts_beyond_the_limits_are_passed_over)
 {
     std::string const long_text(8 << 20, 'x');
-    std::string const bomb = chunk("zTXt", "Bomb\0\0"s + deflated(long_text));
-    RawPNG raw{.before = chunk("tEXt", "Title\0first"s) + bomb +
-                         chunk("iTXt", "Bomb\0\1\0\0\0"s + deflated(long_text)) +
+    RawPNG raw{.before = chunk("tEXt", "Title\0first"s) + chunk("zTXt", "Bomb\0\0"s + deflated(long_text)) +
                          chunk("tEXt", "Bomb\0"s + long_text) + chunk("iCCP", "profile\0\0"s + long_text) +
                          chunk("zTXt", "Packed\0\0"s + deflated("packed")) + chunk("tEXt", "Title\0second"s)};
-
     Outcome const outcome = read(raw.bytes());
     ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
     EXPECT_STREQ(outcome.texts.read("Title").c_str(), "second");
     EXPECT_STREQ(outcome.texts.read("Packed").c_str(), "packed");
     EXPECT_EQ(outcome.texts.size(), 2u);
 
-    raw = RawPNG();
+    raw.before = "";
     for (int i = 0; i < Reader::max_texts + 1; ++i)
         raw.before += chunk("tEXt", std::to_string(i) + "\0text"s);
     EXPECT_EQ(read(raw.bytes()).texts.size(), static_cast<std::size_t>(Reader::max_texts));
@@ -235,13 +212,6 @@ TEST(gxPNG, a_chunk_for_each_byte)
     Outcome const outcome = read(cut + whole.substr(at + 12 + packed.size()));
     ASSERT_TRUE(outcome.image) << outcome.reason.c_str();
     EXPECT_TRUE(outcome.image->equal(read(whole).image.get()));
-}
-
-TEST(gxPNG, a_stream_that_cannot_seek)
-{
-    std::FILE* const pipe = popen("true", "r");
-    EXPECT_STREQ(read(pipe).reason.c_str(), "the length of the file cannot be told");
-    pclose(pipe);
 }
 
 } // namespace
