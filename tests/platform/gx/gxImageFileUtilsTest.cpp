@@ -119,15 +119,18 @@ TEST(gxImageFileUtils, failures_have_a_reason)
     EXPECT_EQ(reason("empty.gif"), "the file is empty");
 
     // Of these the loaders say nothing.
+    write_bytes(folder.path("cut.pgm"), "P5 2 2 255\nxyz");
     write_bytes(folder.path("cut.bmp"), read_bytes(sample("images/hills.bmp")).substr(0, 8000));
     save_stripes(folder.path("a.jpeg"), "jpeg");
     std::string const jpeg = read_bytes(folder.path("a.jpeg"));
     write_bytes(folder.path("cut.jpeg"), jpeg.substr(0, jpeg.size() - 8));
-    for (char const* name : {"cut.bmp", "cut.jpeg"})
+    for (char const* name : {"cut.pgm", "cut.bmp", "cut.jpeg"})
         EXPECT_EQ(reason(name), "the file ends before the image does") << name;
 
     write_bytes(folder.path("big.pgm"), "P5 40000 40000 255\nx");
-    EXPECT_EQ(reason("big.pgm"), "the image has more pixels than are allowed");
+    write_bytes(folder.path("big.tga"), "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0xxxxxxxxx"s);
+    for (char const* name : {"big.pgm", "big.tga"})
+        EXPECT_EQ(reason(name), "the image has more pixels than are allowed") << name;
 
     for (char const* name :
          {"a.png", "a.jpg", "a.tif", "a.gif", "a.bmp", "a.tga", "a.ico", "a.pnm", "a.svg"}) {
