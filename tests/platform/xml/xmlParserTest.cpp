@@ -45,16 +45,6 @@ void expect_read(std::vector<std::pair<std::string_view, std::string_view>> cons
         EXPECT_EQ(read(text), result) << text;
 }
 
-std::string nested(int depth)
-{
-    std::string text;
-    for (int i = 0; i < depth; ++i)
-        text += "<a>";
-    for (int i = 0; i < depth; ++i)
-        text += "</a>";
-    return text;
-}
-
 } // namespace
 
 TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
@@ -64,8 +54,7 @@ TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
         {"<r>one<!-- not this -->two<?nor this?>three<![CDATA[<&]]>]]&gt;</r>", "(r|onetwothree<&]]>|)"},
         {"<r>&lt;&gt;&amp;&quot;&apos;&#65;&#x20AC;&#13;</r>", "(r|<>&\"'A\xE2\x82\xAC\r|)"},
         {"<r a='1' b=\"&lt;\">a\r\nb\rc<c d=''/></r>", "(r|a\nb\nc|(c))"},
-        {"<?xml version=\"1.0\"?>\n<!-- x --><r/>\n\n", "(r)"},
-        {"<?xml version='1.0' encoding='ISO-8859-1'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
+        {"<?xml version='1.0' encoding='ISO-8859-1'?>\n<!-- x --><r>\xC3\xA9</r>\n", "(r|\xC3\xA9|)"},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='no-such-thing'?><r>\xC3\xA9</r>", "(r|\xC3\xA9|)"},
     });
 }
@@ -81,7 +70,6 @@ TEST(XmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
         {"<r\xE9>\xE9<a/>\xC3\xA9</r\xE9>", "(r\xE9|\xE9|(a)|\xC3\xA9|)"},
         {"\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?><r>\xE9</r>", "(r|\xE9|)"},
         {"<r>\xEF\xBF\xBE \xEF\xBF\xBF</r>", "(r|\xEF\xBF\xBE \xEF\xBF\xBF|)"}, // U+FFFE, U+FFFF
-        {"<r>\xED\xA0\x80\xC0\x80\xF4\x90\x80\x80</r>", "(r|\xED\xA0\x80\xC0\x80\xF4\x90\x80\x80|)"},
         {"<r>\xE9&#233;&#x20AC;</r>", "(r|\xE9\xE9\xE2\x82\xAC|)"},
     });
 }
@@ -90,7 +78,6 @@ TEST(XmlParser, RefusesWithLineColumnAndReason)
 {
     expect_read({
         {"", "error: line 1, column 1: no element found"},
-        {"<a>\n <b></a>", "error: line 2, column 7: mismatched tag"},
         {"<a>\xE9\n</b>", "error: line 2, column 3: mismatched tag"},
         {"<a>&copy;</a>", "error: line 1, column 4: undefined entity"},
         {"<!DOCTYPE a [<!ENTITY e 'e'>]><a>&e;</a>",
@@ -102,11 +89,14 @@ TEST(XmlParser, RefusesWithLineColumnAndReason)
 
 TEST(XmlParser, BoundsTheDepth)
 {
-    std::string one_more = nested(xmlParser::max_depth);
-    EXPECT_EQ(read(one_more).substr(0, 4), "(a(a");
-    one_more.insert(3 * xmlParser::max_depth, "<a/>");
-    for (std::string const& text : {one_more, nested(xmlParser::max_depth + 1)})
-        EXPECT_EQ(read(text), "error: line 1, column 769: elements nested too deep");
+    std::string text;
+    for (int i = 0; i < xmlParser::max_depth; ++i)
+        text = "<a>" + text + "</a>";
+    EXPECT_EQ(read(text).substr(0, 4), "(a(a");
+    for (std::string const one_more : {"<a/>", "<a></a>"}) {
+        std::string const deeper = std::string(text).insert(3 * xmlParser::max_depth, one_more);
+        EXPECT_EQ(read(deeper), "error: line 1, column 769: elements nested too deep");
+    }
 }
 
 TEST(XmlParser, StartsAnewWithEachText)
