@@ -49,14 +49,6 @@ std::size_t longest_line(std::string const& file)
     return longest;
 }
 
-std::string repeated(std::string_view text, std::size_t count)
-{
-    std::string all;
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
 } // namespace
 
 TEST(XmlWriter, WritesOneElementALine)
@@ -84,8 +76,8 @@ TEST(XmlWriter, WritesOneElementALine)
 
 TEST(XmlWriter, AddsNothingBesideTextThatStandsAmongElements)
 {
-    for (std::string const text : {"<r>a<b>c<d></d></b><e><f></f></e> g</r>\n",
-                                   "<r>\n <a>1</a>\n\n<b><c></c></b></r>\n", "<r></r>\n"}) {
+    for (std::string const text :
+         {"<r>a<b>c<d></d></b><e><f></f></e> g</r>\n", "<r>\n <a>1</a>\n\n<b><c></c></b></r>\n"}) {
         xmlDocument document;
         ASSERT_TRUE(xmlParser().parse(utString(text), document));
         EXPECT_EQ(written(document), text);
@@ -103,7 +95,9 @@ TEST(XmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLongAndPartsNoCharacter)
         for (std::size_t lead = 985; lead < 1009; ++lead)
             for (std::size_t room = 0; room < 50; ++room) {
                 std::size_t const count = (2 * xmlWriter::max_line - lead - room) / written_size;
-                std::string const text = repeated("y", lead) + "&" + repeated(unit, count);
+                std::string text = std::string(lead, 'y') + "&";
+                for (std::size_t i = 0; i < count; ++i)
+                    text += unit;
                 std::string const file = written_leaf(text);
                 ASSERT_EQ(read_leaf(file), text) << unit << " " << lead << " " << count;
                 longest = std::max(longest, longest_line(file));
@@ -113,7 +107,7 @@ TEST(XmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLongAndPartsNoCharacter)
             }
         EXPECT_EQ(longest, xmlWriter::max_line) << unit;
     }
-    EXPECT_EQ(written_leaf(repeated("x", 1000)).find("<!--"), std::string::npos);
+    EXPECT_EQ(written_leaf(std::string(1000, 'x')).find("<!--"), std::string::npos);
 }
 
 TEST(XmlWriter, TakesAnyDepth)
