@@ -8,31 +8,29 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
+#include <algorithm>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
-namespace {
-
-std::string const three = "rgb8 255 0 0 Red\ncmy8 255 0 255 Green\ncmyk 100 100 0 0 Blue\n";
-
-} // namespace
+static std::string const three = "rgb8 255 0 0 Red\ncmy8 255 0 255 Green\ncmyk 100 100 0 0 Blue\n";
 
 TEST(mrtool_palette, draws_swatches_in_order)
 {
     TestFolder const folder;
+    std::string const there = "cd " + folder.path("") + " &&";
+    std::string lines;
+    for (int colour = 1; colour <= 17; ++colour)
+        lines += "rgb8 " + std::to_string(colour) + " 2 3\n";
     write_bytes(folder.path("a.pcp"), three);
-    write_bytes(folder.path("b.pcp"), "rgb8 1 2 3\n");
+    write_bytes(folder.path("b.pcp"), lines);
     write_bytes(folder.path("bad.pcp"), three + "rgb8 4 5 6 Red\n");
     write_bytes(folder.path("cut.pcp"), "rgb8 7 8 9\n" + std::string(2000, '#') + "\nrgb8 1 1 1\n");
-    Outcome const drawn = run_mrtool("palette a.pcp bad.pcp gone.pcp b.pcp cut.pcp -o out/a.png",
-                                     "cd " + folder.path("") + " &&");
+    Outcome const drawn = run_mrtool("palette a.pcp bad.pcp gone.pcp b.pcp cut.pcp -o out/a.png", there);
     EXPECT_EQ(drawn.status, 1);
     EXPECT_EQ(drawn.errors,
               "mrtool: bad.pcp:4: an earlier line has the name \"Red\" already\n"
@@ -40,67 +38,35 @@ TEST(mrtool_palette, draws_swatches_in_order)
               "mrtool: cut.pcp:2: warning: longer than 1,023 characters; it and the lines after it "
               "are not read\n");
     auto const picture = read_png(folder.path("out/a.png"));
-    EXPECT_EQ(picture->width(), 3 * 72 + 8);
-    EXPECT_EQ(picture->height(), 3 * 72 + 8 + 2 * 16);
-    EXPECT_EQ(pixel(*picture, 0, 0), "240 240 240");
-    EXPECT_EQ(pixel(*picture, 8, 8), "255 0 0");
-    EXPECT_EQ(pixel(*picture, 71, 71), "255 0 0");
-    EXPECT_EQ(pixel(*picture, 80, 8), "0 255 0");
-    EXPECT_EQ(pixel(*picture, 152, 8), "0 0 255");
-    EXPECT_EQ(pixel(*picture, 8, 96), "1 2 3");
-    EXPECT_EQ(pixel(*picture, 80, 96), "240 240 240");
-    EXPECT_EQ(pixel(*picture, 8, 184), "7 8 9");
-}
-
-TEST(mrtool_palette, draws_as_many_rows_as_it_needs)
-{
-    TestFolder const folder;
-    std::string lines;
-    for (int colour = 1; colour <= 17; ++colour)
-        lines += "rgb8 " + std::to_string(colour) + " 2 3\n";
-    write_bytes(folder.path("a.pcp"), lines);
-    std::string const there = "cd " + folder.path("") + " &&";
-    EXPECT_EQ(run_mrtool("palette a.pcp -o a.png", there).status, 0);
-    auto const picture = read_png(folder.path("a.png"));
     EXPECT_EQ(picture->width(), 8 * 72 + 8);
-    EXPECT_EQ(picture->height(), 3 * 72 + 8);
-    EXPECT_EQ(pixel(*picture, 7 * 72 + 8, 8), "8 2 3");
-    EXPECT_EQ(pixel(*picture, 8, 72 + 8), "9 2 3");
-    EXPECT_EQ(pixel(*picture, 7 * 72 + 8, 72 + 8), "16 2 3");
-    EXPECT_EQ(pixel(*picture, 8, 2 * 72 + 8), "17 2 3");
-    EXPECT_EQ(pixel(*picture, 8, 2 * 72 + 7), "200 200 200");
-    EXPECT_EQ(pixel(*picture, 72 + 8, 2 * 72 + 8), "240 240 240");
+    EXPECT_EQ(picture->height(), 5 * 72 + 8 + 2 * 16);
+    struct
+    {
+        int x, y;
+        char const* colour;
+    } const pixels[] = {
+        {0, 0, "240 240 240"}, {8, 8, "255 0 0"},  {71, 71, "255 0 0"},     {80, 8, "0 255 0"},
+        {152, 8, "0 0 255"},   {8, 96, "1 2 3"},   {512, 96, "8 2 3"},      {8, 168, "9 2 3"},
+        {512, 168, "16 2 3"},  {8, 240, "17 2 3"}, {8, 239, "200 200 200"}, {80, 240, "240 240 240"},
+        {8, 328, "7 8 9"},
+    };
+    for (auto const& each : pixels)
+        EXPECT_EQ(pixel(*picture, each.x, each.y), each.colour) << each.x << " " << each.y;
 
     // A failure names the picture, once.
-    EXPECT_THAT(run_mrtool("palette a.pcp a.pcp a.pcp -o full.png", there + "ulimit -f 1;").errors,
+    EXPECT_THAT(run_mrtool("palette b.pcp b.pcp b.pcp -o full.png", there + "ulimit -f 1;").errors,
                 StartsWith("mrtool: palette: full.png cannot be written: "));
 }
 
 TEST(mrtool_palette, finds_room_for_very_many_colours)
 {
-    using mrtool::swatch_layout;
-    using mrtool::SwatchLayout;
-    auto const all_fit = [](SwatchLayout const& layout, std::vector<std::size_t> const& counts, int most) {
-        int const step = layout.swatch + layout.gap;
-        std::size_t rows = 0;
-        for (std::size_t const count : counts)
-            rows += (count + static_cast<std::size_t>(layout.columns) - 1) /
-                    static_cast<std::size_t>(layout.columns);
-        return layout.width == layout.columns * step + layout.gap && layout.width <= most &&
-               layout.height <= most &&
-               layout.height == static_cast<int>(rows) * step + layout.gap +
-                                    static_cast<int>(counts.size() - 1) * layout.extra();
-    };
     struct
     {
         std::vector<std::size_t> counts;
-        int swatch;
-        int most;
+        int swatch, most;
     } const cases[] = {
-        {{1}, 64, 2048},
         {{8}, 64, 2048},
         {{100'000}, 5, 2048},
-        {{1'000'000}, 2, 2048},
         {{5'000'000}, 1, 8191},
         {{8191u * 8191u}, 1, 8191},
         {std::vector<std::size_t>(8191, 1), 1, 8191},
@@ -108,14 +74,21 @@ TEST(mrtool_palette, finds_room_for_very_many_colours)
     };
     for (auto const& each : cases) {
         SCOPED_TRACE(each.counts.front());
-        auto const layout = swatch_layout(each.counts);
+        auto const layout = mrtool::swatch_layout(each.counts);
         ASSERT_TRUE(layout);
         EXPECT_EQ(layout->swatch, each.swatch);
-        EXPECT_TRUE(all_fit(*layout, each.counts, each.most)) << layout->width << " x " << layout->height;
+        int const step = layout->swatch + layout->gap;
+        auto const columns = static_cast<std::size_t>(layout->columns);
+        int height = layout->gap + static_cast<int>(each.counts.size() - 1) * layout->extra();
+        for (std::size_t const count : each.counts)
+            height += static_cast<int>((count + columns - 1) / columns) * step;
+        EXPECT_EQ(layout->width, layout->columns * step + layout->gap);
+        EXPECT_EQ(layout->height, height);
+        EXPECT_LE(std::max(layout->width, layout->height), each.most);
     }
-    EXPECT_EQ(swatch_layout({8})->columns, 8);
-    EXPECT_FALSE(swatch_layout({8191u * 8191u + 1}));
-    EXPECT_FALSE(swatch_layout(std::vector<std::size_t>(8192, 1)));
+    EXPECT_EQ(mrtool::swatch_layout({8})->columns, 8);
+    EXPECT_FALSE(mrtool::swatch_layout({8191u * 8191u + 1}));
+    EXPECT_FALSE(mrtool::swatch_layout(std::vector<std::size_t>(8192, 1)));
 }
 
 TEST(mrtool_palette, converts_and_says_what_it_changes)
@@ -145,8 +118,7 @@ TEST(mrtool_palette, converts_and_says_what_it_changes)
     write_bytes(folder.path("bad.gpl"), "GIMP Palette\n1 2 3\n1 2\n");
     EXPECT_THAT(run_mrtool("palette --from bad.gpl -o bad.pcp", there).errors,
                 StartsWith("mrtool: bad.gpl:3: "));
-    Outcome const full = run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;");
-    EXPECT_EQ(full.status, 1);
+    EXPECT_EQ(run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;").status, 1);
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()), 3);
 }
 
@@ -168,13 +140,11 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
     } const cases[] = {
         {"a.pcp", "--output is required"},
         {"-o a.png", "FILE is required, or --from"},
-        {"a.pcp -o ./a.pcp", "./a.pcp would replace the input a.pcp"},
         {"a.pcp -o link", "link would replace the input a.pcp"},
         {"a.pcp -o b.PCP", "b.PCP is a palette file by its name"},
         {"a.pcp -o notes.txt", "would replace notes.txt, which is no picture"},
         {"a.pcp -o pipe", "would replace pipe, which is no file"},
         {"a.pcp -o folder", "folder is a folder"},
-        {"a.pcp -o new/", "new/ is a folder"},
         {"a.pcp -o a.png --force", "--force goes with --from"},
         {"--from a.gpl a.pcp -o b.pcp", "--from takes one file, and a.pcp is a second"},
         {"--from a.gpl -o a.png", "a.png is a picture by its name"},
