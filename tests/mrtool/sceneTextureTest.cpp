@@ -7,18 +7,7 @@
 
 namespace mrtool {
 
-namespace {
-
-UntrustedReader const reader(MRTOOL);
-
-SceneMaterial textured(std::string const& texture)
-{
-    SceneMaterial material;
-    material.texture = texture;
-    return material;
-}
-
-} // namespace
+static UntrustedReader const reader(MRTOOL);
 
 TEST(SceneTextures, have_so_many_pixels_together)
 {
@@ -32,7 +21,9 @@ TEST(SceneTextures, have_so_many_pixels_together)
     SceneTextures textures(folder.path("a.obj"), scene, reader);
     std::uint64_t taken = 0;
     std::string reason;
-    while (textures.image(textured("black.png"), reason) && taken < 1000)
+    SceneMaterial material;
+    material.texture = "black.png";
+    while (textures.image(material, reason) && taken < 1000)
         ++taken;
     EXPECT_EQ(reason, "the scene's textures have more pixels than are allowed");
     std::uint64_t const pixels = std::uint64_t{side} * side;
@@ -49,9 +40,12 @@ TEST(SceneTextures, tries_no_second_time_what_failed)
     Scene const scene;
     SceneTextures textures(folder.path("a.obj"), scene, reader);
     std::string first, second;
-    EXPECT_FALSE(textures.image(textured("a.png"), first));
+    SceneMaterial material;
+    material.texture = "a.png";
+    EXPECT_FALSE(textures.image(material, first));
     write_bytes(folder.path("a.png"), png_bytes(*four_colours()));
-    EXPECT_FALSE(textures.image(textured("./b.png"), second));
+    material.texture = "./b.png";
+    EXPECT_FALSE(textures.image(material, second));
     EXPECT_NE(first, "");
     EXPECT_EQ(second, first);
 }
