@@ -33,8 +33,9 @@ TEST(CoDList, ReportsAnIndexPastAnEndAsThePagedArrayDoes)
 {
     coDList<double> list;
     coPageArr<double> array;
-    double const* const first = (array.append(4.5), &array[0]);
     list.append(4.5);
+    array.append(4.5);
+    double const* const first = &array[0];
     for (int i = 0; i < 10000; ++i)
         array.append(i);
     EXPECT_EQ(&array[0], first);
