@@ -3,6 +3,7 @@
 #include "mrTest.h"
 #include "testImage.h"
 
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -74,17 +75,12 @@ TEST(gr_stretch_blt, scaling_takes_every_pixel_alike)
             return Pixel{reds[static_cast<std::size_t>(x + y)], 0, 0, 255};
         });
     };
-    struct Case
-    {
-        grStretchBltMode mode;
-        std::vector<short> before, after;
-    };
-    for (auto const& [mode, before, after] :
-         {Case{grStretchBltNearest, {0, 80}, {0, 0, 80, 80}},
-          Case{grStretchBltLinear, {0, 80}, {0, 20, 60, 80}},
-          Case{grStretchBltAverage, {0, 80}, {0, 20, 60, 80}}, Case{grStretchBltNearest, {90, 30, 240}, {30}},
-          Case{grStretchBltLinear, {90, 30, 240}, {30}}, Case{grStretchBltAverage, {90, 30, 240}, {70, 170}},
-          Case{grStretchBltAverage, {0, 255}, {128}}})
+    std::tuple<grStretchBltMode, std::vector<short>, std::vector<short>> const cases[] = {
+        {grStretchBltNearest, {0, 80}, {0, 0, 80, 80}},  {grStretchBltLinear, {0, 80}, {0, 20, 60, 80}},
+        {grStretchBltAverage, {0, 80}, {0, 20, 60, 80}}, {grStretchBltNearest, {90, 30, 240}, {30}},
+        {grStretchBltLinear, {90, 30, 240}, {30}},       {grStretchBltAverage, {90, 30, 240}, {70, 170}},
+        {grStretchBltAverage, {0, 255}, {128}}};
+    for (auto const& [mode, before, after] : cases)
         for (bool const upright : {false, true}) {
             Image const picture = strip(std::vector<short>(after.size()), upright);
             lay(strip(before, upright), picture, mode);
