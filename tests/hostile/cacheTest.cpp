@@ -3,7 +3,7 @@
 #include "rawPNG.h"
 #include "readers.h"
 
-#include "mrTest.h"
+#include <tuple>
 
 using namespace std::literals;
 
@@ -14,14 +14,6 @@ constexpr int million = sanitized ? 50'000 : 1'000'000;
 std::string const million_words = sanitized ? "50,000" : "1,000,000";
 constexpr int many = sanitized ? 500 : 5'000;
 std::string const many_words = sanitized ? "500" : "5,000";
-
-std::string repeated(std::string const& unit, int count)
-{
-    std::string text;
-    for (int i = 0; i < count; ++i)
-        text += unit;
-    return text;
-}
 
 std::string image(int number)
 {
@@ -43,89 +35,77 @@ std::string cache_file(std::string const& limits, int count, int step, int base 
     return text + '\n' + images;
 }
 
-class HostileCache : public testing::Test
-{
-protected:
-    void expect(std::string const& name, std::string const& bytes, std::string const& outcome,
-                std::int64_t pixels = 0)
-    {
-        write_bytes(path, bytes);
-        EXPECT_EQ(confined({name, static_cast<std::int64_t>(bytes.size()), pixels},
-                           [this] { return read_cache(path); }),
-                  outcome)
-            << name;
-    }
-
-    TestFolder const folder;
-    std::string const path = folder.path("hostile.cache");
-};
+using HostileCache = HostileFile;
 
 } // namespace
 
 TEST_F(HostileCache, Lines)
 {
     std::string const long_line(2000, '1');
-    expect("limits of 2,000 characters", long_line + "\n1 1\n\n", "bad content, 1 entries");
-    expect("an entry of 2,000 characters", "9 2\n" + long_line + "\n\n", "bad content, 1 entries");
-    expect(million_words + " entries without an image", "9 2\n" + repeated("1 1\n", million) + "\n",
-           "read, 1 entries");
-    expect(million_words + " entries without fields", "9 2\n" + repeated(" \n", million) + "\n",
-           "read, 1 entries");
-    expect(million_words + " entries without an end", "9 2\n" + repeated("1 1\n", million),
-           "bad content, 1 entries");
-    expect("a line of NULs without an end", std::string(std::size_t{1} << 23, '\0'),
-           "bad content, 1 entries");
-    expect("an empty file", "", "bad content, 1 entries");
+    for (auto const& [title, bytes, outcome] : {
+             std::tuple{"limits of 2,000 characters"s, long_line + "\n1 1\n\n", "bad content, 1 entries"},
+             {"an entry of 2,000 characters", "9 2\n" + long_line + "\n\n", "bad content, 1 entries"},
+             {million_words + " entries without an image", "9 2\n" + repeated("1 1\n", million) + "\n",
+              "read, 1 entries"},
+             {million_words + " entries without fields", "9 2\n" + repeated(" \n", million) + "\n",
+              "read, 1 entries"},
+             {million_words + " entries without an end", "9 2\n" + repeated("1 1\n", million),
+              "bad content, 1 entries"},
+             {"a line of NULs without an end", std::string(std::size_t{1} << 23, '\0'),
+              "bad content, 1 entries"},
+         })
+        expect(title, bytes, read_cache, outcome);
 }
 
 TEST_F(HostileCache, Limits)
 {
-    expect("a size of 2,147,483,647", cache_file("2147483647 2147483646", 3, 1), "read, 4 entries", 3);
-    expect("a shrinkage of 2,147,483,647", cache_file("2 2147483647", 3, 1), "read, 2 entries", 3);
-    expect("a size and a shrinkage of -2,147,483,648", cache_file("-2147483648 -2147483648", 3, 1),
-           "read, 4 entries", 3);
-    expect("ages of -2,147,483,648", cache_file("9 2", 3, 0, -2147483647 - 1), "read, 4 entries", 3);
-    expect("numbers beyond an int", "9 2\n99999999999 99999999999\n\n" + image(5), "read, 2 entries", 1);
+    for (auto const& [title, bytes, outcome] : {
+             std::tuple{"a size of 2,147,483,647", cache_file("2147483647 2147483646", 3, 1),
+                        "read, 4 entries"},
+             {"a shrinkage of 2,147,483,647", cache_file("2 2147483647", 3, 1), "read, 2 entries"},
+             {"a size and a shrinkage of -2,147,483,648", cache_file("-2147483648 -2147483648", 3, 1),
+              "read, 4 entries"},
+             {"ages of -2,147,483,648", cache_file("9 2", 3, 0, -2147483647 - 1), "read, 4 entries"},
+             {"numbers beyond an int", "9 2\n99999999999 99999999999\n\n" + image(5), "read, 2 entries"},
+         })
+        expect(title, bytes, read_cache, outcome, 3);
 }
 
 TEST_F(HostileCache, ManyEvictions)
 {
-    expect(many_words + " entries, a shrinkage of 0 and rising ages", cache_file("5 0", many, 1),
-           "read, " + std::to_string(many + 1) + " entries", many);
-    expect(many_words + " entries, a shrinkage of 0 and equal ages", cache_file("5 0", many, 0),
-           "read, 5 entries", many);
+    auto const read = [](int count) { return "read, " + std::to_string(count) + " entries"; };
+    expect(many_words + " entries, a shrinkage of 0 and rising ages", cache_file("5 0", many, 1), read_cache,
+           read(many + 1), many);
+    expect(many_words + " entries, a shrinkage of 0 and equal ages", cache_file("5 0", many, 0), read_cache,
+           read(5), many);
     expect(many_words + " entries, half of them evicted one by one, of falling ages",
-           cache_file(std::to_string(many / 2) + " 1", many, -1),
-           "read, " + std::to_string(many / 2) + " entries", many);
-    expect("an image and no age, often", "9 2\n\n" + repeated(image(1), 10 * many), "read, 1 entries",
+           cache_file(std::to_string(many / 2) + " 1", many, -1), read_cache, read(many / 2), many);
+    expect("an image and no age, often", "9 2\n\n" + repeated(image(1), 10 * many), read_cache, read(1),
            10 * many);
 }
 
 TEST_F(HostileCache, ImagesThatNoEntryTookAreLetGo)
 {
     std::uint32_t const side = 4096;
-    std::string const large = RawPNG{.width = side,
-                                     .height = side,
-                                     .depth = 1,
-                                     .before = chunk("tEXt", "Title\0006"s),
-                                     .rows = std::string((side / 8 + 1) * side, '\0')}
-                                  .bytes();
-    std::int64_t const pixels = std::int64_t{side} * side;
-    for (std::string const& end : {""s, "ten bytes."s}) {
-        std::string const bytes = "9 2\n\n" + large + end;
-        write_bytes(path, bytes);
-        std::string const outcome = end.empty() ? "read, 1 entries" : "bad content, 1 entries";
-        std::string const good = folder.path("good.cache");
-        write_bytes(good, "9 2\n\n" + large);
-        EXPECT_EQ(
-            confined({"an image without an age, five times", static_cast<std::int64_t>(bytes.size()), pixels},
-                     [&] {
-                         for (int i = 0; i < 4; ++i)
-                             if (read_cache(path) != outcome)
-                                 return "read " + std::to_string(i);
-                         // One that needs the memory of one image more.
-                         return read_cache(good);
-                     }),
-            "read, 1 entries");
+    std::string const good = "9 2\n\n" + RawPNG{.width = side,
+                                                .height = side,
+                                                .depth = 1,
+                                                .before = chunk("tEXt", "Title\0006"s),
+                                                .rows = std::string((side / 8 + 1) * side, '\0')}
+                                             .bytes();
+    write_bytes(path, good);
+    for (char const* end : {"", "ten bytes."}) {
+        std::string const bytes = good + end;
+        std::string const repeatedly = folder.path("repeatedly.cache");
+        write_bytes(repeatedly, bytes);
+        Hostile const input{"an image without an age, five times", static_cast<std::int64_t>(bytes.size()),
+                            std::int64_t{side} * side};
+        auto const read_five = [&] {
+            for (int i = 0; i < 4; ++i)
+                if (read_cache(repeatedly) != (*end ? "bad content, 1 entries" : "read, 1 entries"))
+                    return "read " + std::to_string(i);
+            return read_cache(path); // which needs the memory of one image more
+        };
+        EXPECT_EQ(confined(input, read_five), "read, 1 entries");
     }
 }

@@ -2,10 +2,6 @@
 #include "confined.h"
 #include "readers.h"
 
-#include "mrTest.h"
-
-using namespace std::literals;
-
 namespace {
 
 /// Lines; fewer where everything takes ten times as long.
@@ -13,42 +9,22 @@ constexpr int many = sanitized ? 50'000 : 1'000'000;
 std::string const many_words = sanitized ? "50,000" : "1,000,000";
 constexpr std::size_t large = sanitized ? 10'000'000 : 100'000'000;
 
-std::string repeated(std::string const& unit, int count)
-{
-    std::string text;
-    for (int i = 0; i < count; ++i)
-        text += unit;
-    return text;
-}
-
-class HostilePalette : public testing::Test
-{
-protected:
-    void expect(std::string const& name, std::string const& bytes, std::string const& outcome)
-    {
-        write_bytes(path, bytes);
-        EXPECT_EQ(
-            confined({name, static_cast<std::int64_t>(bytes.size())}, [this] { return read_palette(path); }),
-            outcome)
-            << name;
-    }
-
-    TestFolder const folder;
-    std::string const path = folder.path("hostile.pcp");
-};
+using HostilePalette = HostileFile;
 
 } // namespace
 
 TEST_F(HostilePalette, Lines)
 {
     std::string const colour = "rgb8 1 2 3\n";
-    expect("zeros", std::string(large, '\0'), "read, 0 colours");
-    expect("a colour, and a line without an end", colour + std::string(large, '1'), "read, 1 colours");
-    expect("components of 30 digits", "rgb8 " + repeated("1", 30) + " 0 0\n", "bad format, 0 colours");
+    expect("zeros", std::string(large, '\0'), read_palette, "read, 0 colours");
+    expect("a colour, and a line without an end", colour + std::string(large, '1'), read_palette,
+           "read, 1 colours");
+    expect("components of 30 digits", "rgb8 " + repeated("1", 30) + " 0 0\n", read_palette,
+           "bad format, 0 colours");
     // Nothing that matches an expression up to its last character may take long to be found out.
-    expect("a line of digits and spaces", "cmyk " + repeated("1 ", 500) + "\r1\n", "bad format, 0 colours");
-    expect(many_words + " empty lines", std::string(std::size_t{many}, '\n') + colour, "read, 1 colours");
-    expect(many_words + " comments", repeated("  #\n", many) + colour, "read, 1 colours");
+    expect("a line of digits and spaces", "cmyk " + repeated("1 ", 500) + "\r1\n", read_palette,
+           "bad format, 0 colours");
+    expect(many_words + " comments", repeated("  #\n", many) + colour, read_palette, "read, 1 colours");
 }
 
 TEST_F(HostilePalette, MoreColoursThanThereIsMemoryFor)
@@ -68,12 +44,12 @@ TEST_F(HostilePalette, MoreColoursThanThereIsMemoryFor)
 
 TEST_F(HostilePalette, Colours)
 {
-    expect(many_words + " colours without a name", repeated("rgb8 0 0 0\n", many),
-           "read, " + std::to_string(many) + " colours");
+    std::string const count = std::to_string(many) + " colours";
+    expect(many_words + " colours without a name", repeated("rgb8 0 0 0\n", many), read_palette,
+           "read, " + count);
     std::string text;
     for (int i = 0; i < many; ++i)
         text += "cmyk 0 0 0 9 " + std::to_string(i) + '\n';
-    expect(many_words + " colours of short names", text, "read, " + std::to_string(many) + " colours");
     expect(many_words + " colours, the last with the name of the first", text + "rgb8 1 1 1 0\n",
-           "duplicate name, " + std::to_string(many) + " colours");
+           read_palette, "duplicate name, " + count);
 }

@@ -1,5 +1,6 @@
 #include "readers.h"
 
+#include "confined.h"
 #include "testImage.h"
 
 #include "gxPNG.h"
@@ -13,39 +14,20 @@
 
 #include <cstdio>
 #include <fstream>
+#include <iterator>
+#include <vector>
 
 namespace {
 
-std::string words(mrFileMatReadStatus status)
+/// The word for a status that counts from 0.
+std::string word(int status, std::vector<std::string> const& words)
 {
-    switch (status) {
-    case mrFileMatOpenFailed:
-        return "open failed";
-    case mrFileMatReadOK:
-        return "read";
-    case mrFileMatNoDocument:
-        return "no document";
-    case mrFileMatBadContent:
-        return "bad content";
-    }
-    return "no status";
+    return status >= 0 && status < std::ssize(words) ? words[static_cast<std::size_t>(status)] : "no status";
 }
 
-std::string words(mrPaletteFileError error)
+std::string words(mrFileMatReadStatus status)
 {
-    switch (error) {
-    case mrPaletteFileOK:
-        return "read";
-    case mrPaletteFileOpenFailed:
-        return "open failed";
-    case mrPaletteFileBadFormat:
-        return "bad format";
-    case mrPaletteFileDuplicateName:
-        return "duplicate name";
-    case mrPaletteFileOutOfRange:
-        return "out of range";
-    }
-    return "no status";
+    return word(status, {"open failed", "read", "no document", "bad content"});
 }
 
 } // namespace
@@ -93,8 +75,9 @@ std::string read_palette(std::string const& path)
 {
     std::ifstream in(path, std::ios::binary);
     mrColourPalette palette;
-    std::string const outcome = words(in ? mrUtils::read_pcp(in, palette) : mrPaletteFileOpenFailed);
-    return outcome + ", " + std::to_string(palette.size()) + " colours";
+    mrPaletteFileError const error = in ? mrUtils::read_pcp(in, palette) : mrPaletteFileOpenFailed;
+    return word(error, {"read", "open failed", "bad format", "duplicate name", "out of range"}) + ", " +
+           std::to_string(palette.size()) + " colours";
 }
 
 std::string read_block(std::string const& path)
@@ -122,4 +105,21 @@ std::string read_png(std::string const& path)
     std::string const size = std::to_string(image->width()) + " x " + std::to_string(image->height());
     utString const& title = texts.read("Title");
     return title.empty() ? size : size + " \"" + title.c_str() + '"';
+}
+
+std::string repeated(std::string const& unit, int count)
+{
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += unit;
+    return text;
+}
+
+void HostileFile::expect(std::string const& title, std::string const& bytes,
+                         std::string (*reader)(std::string const&), std::string const& outcome,
+                         std::int64_t pixels) const
+{
+    write_bytes(path, bytes);
+    Hostile const input{title, static_cast<std::int64_t>(bytes.size()), pixels};
+    EXPECT_EQ(confined(input, [&] { return reader(path); }), outcome) << title;
 }

@@ -1,6 +1,9 @@
 // The readers of files from strangers, each with what becomes of a file in words.
 #pragma once
 
+#include "mrTest.h"
+
+#include <cstdint>
 #include <string>
 
 /// "read", or why not, without the place.
@@ -16,3 +19,16 @@ std::string read_palette(std::string const& path);
 std::string read_block(std::string const& path);
 /// "WIDTH x HEIGHT", and in quotes the title where there is one, or why there is no image.
 std::string read_png(std::string const& path);
+
+std::string repeated(std::string const& unit, int count);
+
+class HostileFile : public testing::Test
+{
+protected:
+    /// Reads a file of the bytes under the limits that they and the pixels give.
+    void expect(std::string const& title, std::string const& bytes, std::string (*reader)(std::string const&),
+                std::string const& outcome, std::int64_t pixels = 0) const;
+
+    TestFolder const folder;
+    std::string const path = folder.path("hostile");
+};
