@@ -86,6 +86,7 @@ TEST(mrtool_palette, finds_room_for_very_many_colours)
         EXPECT_EQ(layout->height, height);
         EXPECT_LE(std::max(layout->width, layout->height), each.most);
     }
+    EXPECT_EQ(mrtool::swatch_layout({3})->columns, 3);
     EXPECT_EQ(mrtool::swatch_layout({8})->columns, 8);
     EXPECT_FALSE(mrtool::swatch_layout({8191u * 8191u + 1}));
     EXPECT_FALSE(mrtool::swatch_layout(std::vector<std::size_t>(8192, 1)));
