@@ -18,8 +18,7 @@ TEST_F(dgOffscreenMeshTest, LeavesOutTheTrianglesThatDoNotHoldTogether)
         return draw({{.block = &block}});
     };
     Image const expected = half(block_of({}), {});
-    EXPECT_TRUE(half(block_of({}), {4})->equal(expected.get()));
-    EXPECT_TRUE(half(block_of({}), {5, -1, INT_MAX, INT_MIN})->equal(expected.get()));
+    EXPECT_TRUE(half(block_of({}), {4, 5, -1, INT_MAX, INT_MIN})->equal(expected.get()));
     giTriBlock odd_nodes = block_of({});
     gsTriUtils::check_out_nodes(odd_nodes).append({0.5, NAN, 0.5});
     gsTriUtils::check_out_nodes(odd_nodes).append({HUGE_VAL, 0.5, 0.5});
@@ -34,8 +33,7 @@ TEST_F(dgOffscreenMeshTest, TakesTheFacesNormalWhereTheBlockHasNone)
     };
     giVector3 const normal(-0.5, 0.3, 1.0);
     Pixel const expected = leaning(giNormArr(4, normal));
-    giVector3 const odd[] = {{0, 0, 0},   {0, NAN, 0},     {HUGE_VAL, 0, 0},
-                             giVector3(), normal * 1e-300, normal * 1e300};
+    giVector3 const odd[] = {{0, 0, 0}, {0, NAN, 0}, {HUGE_VAL, 0, 0}, normal * 1e-300, normal * 1e300};
     for (giVector3 const& each : odd)
         EXPECT_THAT(leaning(giNormArr(4, each)), near(expected, 1)) << each.x << ' ' << each.y;
     for (std::size_t const count : {0U, 1U, 5U})
@@ -51,21 +49,15 @@ TEST_F(dgOffscreenMeshTest, EmptyBlocksLeaveTheBackground)
         EXPECT_EQ(middle({.block = &block}), background);
 }
 
-TEST_F(dgOffscreenMeshTest, DrawsAnySizeAlike)
+TEST_F(dgOffscreenMeshTest, DrawsAnySizeAlikeAndTheNearerInFront)
 {
     for (double const size : {1e-300, 1e-30, 1e30, 1e300}) {
         Image const image =
             draw({{.corner = {5 * size, -7 * size, size}, .right = {size, 0, 0}, .up = {0, size, 0}}});
-        EXPECT_EQ(pixel(*image, 5, 5), white) << size;
-        EXPECT_EQ(pixel(*image, 94, 94), white) << size;
+        EXPECT_EQ(pixel(*image, 5, 94), white) << size;
         EXPECT_EQ(pixel(*image, 2, 50), background) << size;
     }
-}
-
-TEST_F(dgOffscreenMeshTest, NearerTrianglesHideFartherOnes)
-{
-    Square const far{.colour = green};
     Square const near{.corner = {0, 0, 1}, .colour = red};
-    EXPECT_EQ(pixel(*draw({near, far}), 50, 50), red);
-    EXPECT_EQ(pixel(*draw({far, near}), 50, 50), red);
+    EXPECT_EQ(pixel(*draw({near, Square()}), 50, 50), red);
+    EXPECT_EQ(pixel(*draw({Square(), near}), 50, 50), red);
 }
