@@ -14,7 +14,6 @@
 
 namespace fs = std::filesystem;
 
-using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -46,26 +45,27 @@ Outcome import(TestFolder const& folder, std::string const& scene, std::string c
     return run_mrtool("import " + folder.path(scene) + " -o " + folder.path("out") + options);
 }
 
+void expect_said(Outcome const& made, std::vector<std::string> const& texts)
+{
+    for (std::string const& text : texts)
+        EXPECT_THAT(made.errors, HasSubstr(text));
+}
+
 std::string little_endian(std::size_t value)
 {
     return {static_cast<char>(value), static_cast<char>(value >> 8), static_cast<char>(value >> 16),
             static_cast<char>(value >> 24)};
 }
 
-/// A GLB file with an image in it, materials in JSON, and a triangle for each of the first ones.
-void write_glb(std::string const& path, std::string const& materials, int used = 1)
+/// A GLB file with an image in it, materials in JSON, and a triangle of the first one.
+void write_glb(std::string const& path, std::string const& materials)
 {
     std::string const image = png_bytes(*four_colours());
     std::string data(36, '\0');
-    std::string triangles;
-    for (int at = 0; at < used; ++at)
-        triangles += std::string(at > 0 ? "," : "") + R"({"attributes":{"POSITION":0},"material":)" +
-                     std::to_string(at) + "}";
     std::string json =
-        R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],)"
-        R"("meshes":[{"primitives":[)" +
-        triangles +
-        R"(]}],"accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
+        R"({"asset":{"version":"2.0"},"scene":0,"scenes":[{"nodes":[0]}],"nodes":[{"mesh":0}],
+        "meshes":[{"primitives":[{"attributes":{"POSITION":0},"material":0}]}],
+        "accessors":[{"bufferView":0,"componentType":5126,"count":3,"type":"VEC3","min":[0,0,0],"max":[1,1,0]}],
         "images":[{"bufferView":1,"mimeType":"image/png","name":"oak"}],"textures":[{"source":0}],"materials":)" +
         materials +
         R"(,"bufferViews":[{"buffer":0,"byteLength":36},{"buffer":0,"byteOffset":36,"byteLength":)" +
@@ -111,15 +111,12 @@ TEST(mrtool_import, brings_over_an_obj_scene)
     EXPECT_EQ(facet.textures().begin()->image_name(), "my oak.png");
     ASSERT_TRUE(oak.images().member("my oak.png"));
     EXPECT_TRUE(four_colours()->equal(oak.images().read("my oak.png")));
-    EXPECT_THAT(made.errors,
-                HasSubstr("room.obj: material \"oak/1\": not carried over, a material file has no place "
-                          "for it: the ambient colour, the bump map \"bumps.png\"\n"));
-
     // The missing texture is said and makes the run a failed one; the rest is there.
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(
-        made.errors,
-        HasSubstr("material \"glass\": written without its texture \"gone.png\": there is no such file"));
+    expect_said(made,
+                {"room.obj: material \"oak/1\": not carried over, a material file has no place for it: "
+                 "the ambient colour, the bump map \"bumps.png\"\n",
+                 "material \"glass\": written without its texture \"gone.png\": there is no such file"});
     mrFileMat glass;
     mrFMFacet const& pane = only_facet(glass, folder.path("out/glass.multimat"));
     EXPECT_EQ(pane.plain_mat().polish(), 0.7);
@@ -134,8 +131,7 @@ TEST(mrtool_import, brings_over_a_glb_scene)
     write_glb(folder.path("a.glb"),
               R"([{"name":"../up","pbrMetallicRoughness":{"baseColorFactor":[0.8,0.4,0.2,0.5],
         "metallicFactor":0.25,"roughnessFactor":0.75,"baseColorTexture":{"index":0}},"normalTexture":{"index":0},
-        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{}])",
-              3);
+        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{}])");
     Outcome const made = import(folder, "a.glb");
     EXPECT_EQ(made.status, 0) << made.errors;
     mrFileMat first;
@@ -146,8 +142,8 @@ TEST(mrtool_import, brings_over_a_glb_scene)
     EXPECT_EQ(facet.plain_mat().reflect(), 0.25);
     ASSERT_EQ(facet.textures().size(), 1u);
     EXPECT_TRUE(first.images().member(facet.textures().begin()->image_name()));
-    EXPECT_THAT(made.errors, AllOf(HasSubstr("the normal map"), Not(HasSubstr("further")),
-                                   HasSubstr("the emitted colour (0 0.5 0) becomes an emission of 0.5")));
+    expect_said(made, {"the normal map", "the emitted colour (0 0.5 0) becomes an emission of 0.5"});
+    EXPECT_THAT(made.errors, Not(HasSubstr("further")));
     mrFileMat second, third;
     EXPECT_EQ(only_facet(second, folder.path("out/_._up-2.multimat")).plain_mat().name(), "../up");
     EXPECT_EQ(only_facet(third, folder.path("out/material_3.multimat")).plain_mat().name(), "material 3");
@@ -159,7 +155,7 @@ TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
 {
     TestFolder const folder;
     std::string const long_name(2000, 'x');
-    // No surface has the last two.
+    // No surface has any but the first.
     write_glb(folder.path("a.glb"), R"([{"name":")" + long_name + R"(","pbrMetallicRoughness":
         {"baseColorFactor":[1,1,1,0.5],"roughnessFactor":"rough"},"extras":{"shop":7},"emissiveFactor":[0.25,0.25,0.25],
         "extensions":{"KHR_materials_iridescence":{},"KHR_materials_ior":{"ior":1.4},
@@ -175,25 +171,23 @@ TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
     Outcome const made = import(folder, "a.glb");
     EXPECT_EQ(made.status, 1);
     std::string const no_place = "\": not carried over, a material file has no place for it: ";
-    EXPECT_THAT(
-        made.errors,
-        AllOf(HasSubstr(long_name + "\": its \"roughnessFactor\" makes no sense\n"),
-              HasSubstr("its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE"),
-              HasSubstr(long_name + no_place + "the extension KHR_materials_iridescence, the extras\n"),
-              HasSubstr("\"leaf\\x00" + no_place +
-                        "the texture's choice of a further set of coordinates, the texture's scale, "
-                        "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
-                        "MASK)\n"),
-              HasSubstr("\"both\": its pbrMetallicRoughness is passed over, since it has "
-                        "KHR_materials_pbrSpecularGlossiness\n"),
-              HasSubstr("\"material 5\": its \"name\" makes no sense\n"),
-              HasSubstr("\"material 5\": its \"extensions\" makes no sense\n"),
-              HasSubstr("\"material 5\": its \"pbrMetallicRoughness\" makes no sense\n"),
-              HasSubstr("\"strange\": its \"KHR_materials_ior\" makes no sense\n"),
-              HasSubstr("\"strange" + no_place +
-                        "the member \"a\" of its pbrMetallicRoughness, the extras of its "
-                        "pbrMetallicRoughness, the extension C of its use of the texture\n"),
-              HasSubstr("\"lost\": written without its texture, an image that the scene does not have")));
+    expect_said(made, {long_name + "\": its \"roughnessFactor\" makes no sense\n",
+                       "its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE",
+                       long_name + no_place + "the extension KHR_materials_iridescence, the extras\n",
+                       "\"leaf\\x00" + no_place +
+                           "the texture's choice of a further set of coordinates, the texture's scale, "
+                           "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
+                           "MASK)\n",
+                       "\"both\": its pbrMetallicRoughness is passed over, since it has "
+                       "KHR_materials_pbrSpecularGlossiness\n",
+                       "\"material 5\": its \"name\" makes no sense\n",
+                       "\"material 5\": its \"extensions\" makes no sense\n",
+                       "\"material 5\": its \"pbrMetallicRoughness\" makes no sense\n",
+                       "\"strange\": its \"KHR_materials_ior\" makes no sense\n",
+                       "\"strange" + no_place +
+                           "the member \"a\" of its pbrMetallicRoughness, the extras of its "
+                           "pbrMetallicRoughness, the extension C of its use of the texture\n",
+                       "\"lost\": written without its texture, an image that the scene does not have"});
     mrFileMat plain, leaf;
     mrFMPlainMat const& first =
         only_facet(plain, folder.path("out/" + std::string(100, 'x') + ".multimat")).plain_mat();
@@ -227,14 +221,12 @@ TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
             R"(],"materials":[)" + materials + "]}");
     Outcome const made = import(folder, "a.gltf");
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(
-        made.errors,
-        AllOf(
-            HasSubstr("\"material 3\": written without its texture \"cut\": the file ends before it does\n"),
-            HasSubstr(
-                "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n"),
-            HasSubstr("\"material 5\": written without its texture: its URI is empty\n"),
-            Not(HasSubstr("material 1")), Not(HasSubstr("material 2"))));
+    expect_said(made,
+                {"\"material 3\": written without its texture \"cut\": the file ends before it does\n",
+                 "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n",
+                 "\"material 5\": written without its texture: its URI is empty\n"});
+    EXPECT_THAT(made.errors, Not(HasSubstr("material 1")));
+    EXPECT_THAT(made.errors, Not(HasSubstr("material 2")));
     mrFileMat red, four;
     EXPECT_EQ(only_facet(red, folder.path("out/material_1.multimat")).textures().size(), 1u);
     EXPECT_EQ(pixel(*red.images().read("texture-1"), 0, 0), "255 0 0");
@@ -255,19 +247,15 @@ TEST(mrtool_import, takes_from_an_mtl_file_what_it_says_and_no_more)
     write_bytes(folder.path("oak.png"), png_bytes(*four_colours()));
     Outcome const made = import(folder, "a.obj");
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(
-        made.errors,
-        AllOf(
-            HasSubstr("a.obj: the colours of the vertices: not carried over"),
-            HasSubstr("a.obj: the material library \"gone.mtl\": there is no such file\n"),
-            HasSubstr(
-                "a.obj: material \"lost\": not carried over, no material library that was read has it\n"),
-            HasSubstr("it: the texture's option \"-s 2 2 1\", the texture's option \"-clamp on\"\n"),
-            HasSubstr("\"plain\": \"Kd\" in line 8 of a.mtl makes no sense\n"),
-            HasSubstr("\"Kd\" in line 13 of a.mtl takes the place of an earlier one\n"),
-            HasSubstr(
-                "it: the reflection map \"sky.png\", the sharpness of reflections, the statement \"glow\"\n"),
-            Not(HasSubstr("\"tr\""))));
+    expect_said(
+        made, {"a.obj: the colours of the vertices: not carried over",
+               "a.obj: the material library \"gone.mtl\": there is no such file\n",
+               "a.obj: material \"lost\": not carried over, no material library that was read has it\n",
+               "it: the texture's option \"-s 2 2 1\", the texture's option \"-clamp on\"\n",
+               "\"plain\": \"Kd\" in line 8 of a.mtl makes no sense\n",
+               "\"Kd\" in line 13 of a.mtl takes the place of an earlier one\n",
+               "it: the reflection map \"sky.png\", the sharpness of reflections, the statement \"glow\"\n"});
+    EXPECT_THAT(made.errors, Not(HasSubstr("\"tr\"")));
     mrFileMat plain, other;
     EXPECT_EQ(only_facet(plain, folder.path("out/plain.multimat")).plain_mat().transparency(), 0.5);
     mrFMPlainMat const& red = only_facet(other, folder.path("out/plain-2.multimat")).plain_mat();
@@ -291,14 +279,12 @@ TEST(mrtool_import, reads_each_library_once_and_keeps_texts_short)
     Outcome const made = import(folder, "a.obj");
     EXPECT_EQ(made.status, 1);
     std::string const no_place = "not carried over, a material file has no place for it: ";
-    EXPECT_THAT(
-        made.errors,
-        AllOf(HasSubstr("\"one\": " + no_place + "the statement \"bad\"\n"),
-              HasSubstr("\"two\": written without its texture \"" + std::string(100, 'a') +
-                        "...\": its path is longer than 4096 bytes\n"),
-              HasSubstr("bbb ... (cut)\n"),
-              HasSubstr("nnn\": " + no_place + "the statement \"unknown1\", the statement \"unknown2\""),
-              HasSubstr("\"unknown100\", and 3 more of this kind, the end of its name\n")));
+    expect_said(made, {"\"one\": " + no_place + "the statement \"bad\"\n",
+                       "\"two\": written without its texture \"" + std::string(100, 'a') +
+                           "...\": its path is longer than 4096 bytes\n",
+                       "bbb ... (cut)\n",
+                       "nnn\": " + no_place + "the statement \"unknown1\", the statement \"unknown2\"",
+                       "\"unknown100\", and 3 more of this kind, the end of its name\n"});
     mrFileMat one, mine;
     EXPECT_EQ(only_facet(one, folder.path("out/one.multimat")).plain_mat().transparency(), 0.5);
     only_facet(mine, folder.path("out/" + std::string(100, 'n') + ".multimat"));
@@ -309,7 +295,7 @@ TEST(mrtool_import, reads_each_library_once_and_keeps_texts_short)
 TEST(mrtool_import, replaces_nothing_unless_told)
 {
     TestFolder const folder;
-    write_glb(folder.path("a.glb"), R"([{"name":"red"},{"name":"green"}])", 2);
+    write_glb(folder.path("a.glb"), R"([{"name":"red"},{"name":"green"}])");
     fs::create_directory(folder.path("out"));
     write_bytes(folder.path("out/red.multimat"), "as it was");
     Outcome const refused = import(folder, "a.glb");
@@ -342,10 +328,9 @@ TEST(mrtool_import, names_what_fails)
                                     folder.path("") + " " + folder.path("gone.obj") + " " +
                                     folder.path("good.glb") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
-    EXPECT_THAT(made.errors, AllOf(HasSubstr("bad.obj: not a readable scene: "),
-                                   HasSubstr("cut.ply: not a readable scene: the file ends too early"),
-                                   HasSubstr(": a folder, not a scene file"),
-                                   HasSubstr("gone.obj: No such file or directory")));
+    expect_said(made,
+                {"bad.obj: not a readable scene: ", "cut.ply: not a readable scene: the file ends too early",
+                 ": a folder, not a scene file", "gone.obj: No such file or directory"});
     EXPECT_TRUE(fs::exists(folder.path("out/red.multimat")));
 
     Outcome const full =
