@@ -83,19 +83,6 @@ TEST_F(thumbPlan, names_the_file_for_one_input)
                 ElementsAre("all/oak.multimat > new/oak.multimat.png"));
 }
 
-TEST_F(thumbPlan, knows_each_kind)
-{
-    ThumbPlan const plan =
-        plan_thumbs({path("all/plain"), path("all/chair.OBJ"), path("all/sub/photo.jpg"), path("all/really")},
-                    std::nullopt);
-    std::vector<FileKind> kinds;
-    for (ThumbJob const& job : plan.jobs)
-        kinds.push_back(job.file.kind);
-    EXPECT_THAT(kinds, ElementsAre(FileKind::material, FileKind::mesh, FileKind::image, FileKind::image));
-    EXPECT_EQ(plan.jobs[2].file.format, gxImageFileJPEG);
-    EXPECT_EQ(plan.jobs[3].file.format, gxImageFilePNG);
-}
-
 TEST_F(thumbPlan, names_what_is_nothing_to_draw)
 {
     ThumbPlan const plan =
@@ -113,58 +100,52 @@ TEST_F(thumbPlan, names_what_is_nothing_to_draw)
     EXPECT_EQ(walked.failures[0].reason, "No such file or directory");
 }
 
-TEST_F(thumbPlan, refuses_two_inputs_with_one_output)
+TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
 {
-    ThumbPlan const plan = plan_thumbs({path("all/oak.multimat"), path("other/oak.multimat")}, path("out"));
-    EXPECT_THAT(plan.jobs, IsEmpty());
-    EXPECT_EQ(plan.wrong_usage, "the thumbnails of " + path("all/oak.multimat") + " and " +
-                                    path("other/oak.multimat") + " would both be " +
-                                    path("out/oak.multimat.png"));
-    // One input given twice is one.
-    EXPECT_EQ(plan_thumbs({path("other"), path("all/../other/oak.multimat")}, path("out")).jobs.size(), 1u);
-}
-
-TEST_F(thumbPlan, refuses_an_output_that_is_an_input)
-{
-    std::string const input = path("all/really");
-    EXPECT_THAT(plan_thumbs({input}, input).wrong_usage, HasSubstr("would replace the input"));
-    EXPECT_THAT(plan_thumbs({input}, path("other/../all/really")).wrong_usage, HasSubstr("would replace"));
-    // Also where a link leads to it.
-    std::string const link = path("all/linked.multimat"), target = path("other/oak.multimat");
-    EXPECT_EQ(plan_thumbs({link}, target).wrong_usage, "the thumbnail of " + link + " would replace " +
-                                                           target + ", to which the input " + link +
-                                                           " leads");
-}
-
-TEST_F(thumbPlan, refuses_an_output_in_the_place_of_other_work)
-{
-    std::string const input = path("all/plain");
-    for (char const* name : {"all/notes.txt", "all/chair.OBJ", "other/oak.multimat"}) {
-        make(name, "work");
-        EXPECT_EQ(plan_thumbs({input}, path(name)).wrong_usage,
-                  "the thumbnail of " + input + " would replace " + path(name) + ", which is no picture");
+    std::string const oak = path("all/oak.multimat"), other = path("other/oak.multimat"),
+                      link = path("all/linked.multimat"), image = path("all/really"),
+                      plain = path("all/plain"), notes = path("all/notes.txt");
+    make("all/notes.txt", "work");
+    make("other/oak.multimat", "work");
+    make("tree/plain", "<multimat>");
+    make("tree/plain.png/photo.jpg");
+    struct
+    {
+        std::vector<std::string> inputs;
+        std::string output;
+        std::string said;
+    } const cases[] = {
+        {{oak, other},
+         path("out"),
+         "the thumbnails of " + oak + " and " + other + " would both be " + path("out/oak.multimat.png")},
+        {{image}, image, "the thumbnail of " + image + " would replace the input"},
+        {{image}, path("other/../all/really"), "would replace the input"},
+        {{link},
+         other,
+         "the thumbnail of " + link + " would replace " + other + ", to which the input " + link + " leads"},
+        {{plain}, notes, "the thumbnail of " + plain + " would replace " + notes + ", which is no picture"},
+        {{plain}, other, "would replace " + other + ", which is no picture"},
+        {{plain}, "/dev/null", "would replace /dev/null, which is no file"},
+        {{path("all")}, notes, "the thumbnails need a folder, and " + notes + " is none"},
+        {{plain, image}, notes, "the thumbnails need a folder, and " + notes + " is none"},
+        {{path("tree")},
+         path("out"),
+         "the thumbnail of " + path("tree/plain.png/photo.jpg") + " would lie below that of " +
+             path("tree/plain") + ", " + path("out/plain.png")},
+        {{path("all/sub")}, path("all/sub"), " is searched for inputs"},
+    };
+    for (auto const& each : cases) {
+        ThumbPlan const plan = plan_thumbs({each.inputs.begin(), each.inputs.end()}, each.output);
+        EXPECT_THAT(plan.wrong_usage, HasSubstr(each.said));
+        EXPECT_THAT(plan.jobs, IsEmpty()) << each.said;
     }
-    EXPECT_EQ(plan_thumbs({input}, "/dev/null").wrong_usage,
-              "the thumbnail of " + input + " would replace /dev/null, which is no file");
-    EXPECT_EQ(plan_thumbs({input}, path("all/really")).jobs.size(), 1u);
 }
 
-TEST_F(thumbPlan, refuses_an_output_that_has_no_place)
+TEST_F(thumbPlan, takes_outputs_that_do_no_harm)
 {
-    std::string const file = path("all/notes.txt");
-    for (auto const& inputs : {std::vector{path("all")}, {path("all/plain"), path("all/chair.OBJ")}})
-        EXPECT_EQ(plan_thumbs(inputs, file).wrong_usage,
-                  "the thumbnails need a folder, and " + file + " is none");
-    make("all/plain.png/photo.jpg");
-    EXPECT_EQ(plan_thumbs({path("all")}, path("out")).wrong_usage,
-              "the thumbnail of " + path("all/plain.png/photo.jpg") + " would lie below that of " +
-                  path("all/plain") + ", " + path("out/plain.png"));
-}
-
-TEST_F(thumbPlan, does_not_walk_the_output)
-{
-    EXPECT_THAT(plan_thumbs({path("all/sub")}, path("all/sub")).wrong_usage,
-                HasSubstr(" is searched for inputs"));
+    // One input given twice is one, a picture may be replaced, and an output is not walked.
+    EXPECT_EQ(plan_thumbs({path("other"), path("all/../other/oak.multimat")}, path("out")).jobs.size(), 1u);
+    EXPECT_EQ(plan_thumbs({path("all/plain")}, path("all/really")).jobs.size(), 1u);
     make("all/sub/out/old.png");
     EXPECT_EQ(plan_thumbs({path("all/sub")}, path("all/sub/out")).jobs.size(), 2u);
 }
