@@ -14,12 +14,6 @@ namespace {
 
 UntrustedReader const reader(MRTOOL);
 
-/// The smallest BMP file: one red pixel.
-std::string const
-    bmp("BM\x3a\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0\x01\0\0\0\x01\0\0\0\x01\0\x18\0\0\0\0\0\4\0\0\0"
-        "\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\xff\0",
-        58);
-
 } // namespace
 
 TEST(UntrustedReader, hands_meshes_over_as_they_are)
@@ -46,19 +40,9 @@ TEST(UntrustedReader, hands_meshes_over_as_they_are)
     EXPECT_TRUE((*meshes.blocks.begin())->tus());
 }
 
-TEST(UntrustedReader, hands_images_over)
+TEST(UntrustedReader, hands_images_of_scenes_over)
 {
-    TestFolder const folder;
-    write_bytes(folder.path("a.bmp"), bmp);
     std::string reason;
-    auto const from_file = reader.image(folder.path("a.bmp"), gxImageFileBMP, reason);
-    ASSERT_TRUE(from_file) << reason;
-    EXPECT_EQ(pixel(*from_file, 0, 0), "255 0 0");
-
-    // Out of a scene: a file of either kind, and plain pixels.
-    auto const from_scene = reader.image(SceneImage{"", "bmp", 0, 0, bmp}, reason);
-    ASSERT_TRUE(from_scene) << reason;
-    EXPECT_EQ(pixel(*from_scene, 0, 0), "255 0 0");
     EXPECT_TRUE(reader.image(SceneImage{"", "jpg", 0, 0, png_bytes(*four_colours())}, reason)) << reason;
     auto const pixels = reader.image(SceneImage{"", "", 2, 1, std::string("\1\2\3\4\5\6\7\x8")}, reason);
     ASSERT_TRUE(pixels) << reason;
@@ -68,7 +52,6 @@ TEST(UntrustedReader, hands_images_over)
 
 TEST(UntrustedReader, believes_no_child)
 {
-    TestFolder const folder;
     std::string reason;
     Meshes meshes;
     // A child that answers with its arguments instead of meshes.
