@@ -20,18 +20,6 @@ ChildResult shell(std::string const& command, ChildLimits const& limits = {})
     return run_child({"/bin/sh", "-c", command}, limits);
 }
 
-ChildLimits at_most(std::chrono::milliseconds time)
-{
-    ChildLimits limits;
-    limits.time = time;
-    return limits;
-}
-
-bool no_child_is_left()
-{
-    return waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
-}
-
 /// Gone, or dead and waiting for whoever it was left to.
 bool is_dead(std::string const& process)
 {
@@ -49,14 +37,12 @@ TEST(childProcess, gives_output_and_status)
     EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.output, std::string(300000, '\0'));
     EXPECT_EQ(shell("cat").output, "");
-    EXPECT_TRUE(no_child_is_left());
 }
 
 TEST(childProcess, says_what_became_of_it)
 {
     ChildLimits const limits;
     EXPECT_EQ(describe(shell("kill -SEGV $$"), limits), "crashed (signal 11)");
-    EXPECT_EQ(describe(shell("kill -ABRT $$"), limits), "crashed (signal 6)");
     EXPECT_EQ(describe(shell("exit 77"), limits), "used more than 2 GiB");
     EXPECT_EQ(describe(shell("echo memory allocation of 9 bytes failed >&2; kill -ABRT $$"), limits),
               "used more than 2 GiB");
@@ -65,14 +51,15 @@ TEST(childProcess, says_what_became_of_it)
 
 TEST(childProcess, is_killed_at_its_limits)
 {
-    EXPECT_EQ(describe(shell("exec sleep 60", at_most(200ms)), at_most(200ms)), "took longer than 200 ms");
-    // One that closes its output and goes on.
-    EXPECT_EQ(shell("exec sleep 60 >/dev/null 2>&1", at_most(200ms)).end, ChildEnd::out_of_time);
-
     ChildLimits limits;
+    limits.time = 200ms;
+    EXPECT_EQ(describe(shell("exec sleep 60", limits), limits), "took longer than 200 ms");
+    // One that closes its output and goes on.
+    EXPECT_EQ(shell("exec sleep 60 >/dev/null 2>&1", limits).end, ChildEnd::out_of_time);
+    limits = ChildLimits();
     limits.output = 1 << 20;
     EXPECT_EQ(describe(shell("cat /dev/zero", limits), limits), "gave more than 1 MiB");
-    EXPECT_TRUE(no_child_is_left());
+    EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD) << "a child is left";
 }
 
 TEST(childProcess, is_given_a_limit_of_memory)
