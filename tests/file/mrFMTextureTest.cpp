@@ -12,19 +12,14 @@ TEST(mrFMTexture, AnInvalidOneIsReportedAndGivesItsNameAlone)
 
     mrFMTexture const none;
     EXPECT_TRUE(none.invalid() && none.image_name().invalid());
-    EXPECT_EQ(none.layer_type(), mrTexLayerColour);
-    EXPECT_EQ(none.recoloured(), 0);
-    EXPECT_EQ(none.recolour(), giColour());
     written(none);
-    EXPECT_THAT(reports(), testing::ElementsAre(args, args, args, args, args));
+    EXPECT_THAT(reports(), testing::ElementsAre(args, args));
 
-    for (mrFMTexture target : {mrFMTexture("weave", mrTexLayerColour, 1, giColour()),
-                               mrFMTexture("weave", mrTexLayerColour, 0, giColour(120, 60, 20, 0))}) {
-        target = none;
-        EXPECT_TRUE(target.invalid());
-        EXPECT_FALSE(target == none) << "flag and colour are compared as they stand";
-        EXPECT_TRUE(mrFMTexture(target) == none) << "a copy starts from the defaults";
-    }
+    mrFMTexture target("weave", mrTexLayerColour, 0, giColour(120, 60, 20, 0));
+    target = none;
+    EXPECT_TRUE(target.invalid());
+    EXPECT_FALSE(target == none) << "flag and colour are compared as they stand";
+    EXPECT_TRUE(mrFMTexture(target) == none) << "a copy starts from the defaults";
 }
 
 TEST(mrFMTexture, RefusalsLeaveTheNameAndStopAtTheirStep)
