@@ -46,7 +46,6 @@ TEST(mrPieChart, SlicesOfTheDefaultDomeFollowItsProfileRoundTheCircle)
         }
     }
     giTriBlock const& slice = *all(chart.blocks(30)).front();
-    EXPECT_NEAR(slice.normals()[0].z, 1.0, 1e-4);
     EXPECT_NEAR(slice.normals()[4].x, 0.9852, 1e-4);
     EXPECT_NEAR(slice.normals()[4].z, 0.1713, 1e-4);
     EXPECT_THAT(slice.triangles(), ElementsAre(giTri{0, 1, 6}, giTri{6, 1, 2}, giTri{2, 7, 6}, giTri{7, 2, 3},
@@ -62,9 +61,9 @@ TEST(mrPieChart, MakesWhatTheNumbersAllow)
     EXPECT_THAT(reports(), ElementsAre(args, args));
 
     dgkBezCurve3 line(1, {{0, 0, 0}, {2, 0, 0}});
-    mrPieChart const neither(&line, 0, -1), without_points(&line, 8, 0), without_profile(nullptr, 8, 5);
-    EXPECT_THAT(reports(), ElementsAre(args, args, args));
-    for (mrPieChart const* each : {&neither, &without_points, &without_profile})
+    mrPieChart const neither(&line, 0, -1), without_profile(nullptr, 8, 5);
+    EXPECT_THAT(reports(), ElementsAre(args, args));
+    for (mrPieChart const* each : {&neither, &without_profile})
         EXPECT_EQ(all(each->blocks(2)).front()->nodes().size(), 0u);
     for (auto const& [points, triangles] : {std::pair{1, 0}, std::pair{2, 1}}) {
         mrPieChart const one_segment(&line, 1, points);
