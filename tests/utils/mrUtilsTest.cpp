@@ -77,8 +77,8 @@ TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)
     write_bytes(path, image + "ten bytes.");
     int const end = static_cast<int>(image.size());
     using Case = std::tuple<int, int, std::size_t>;
-    for (auto const& [start, result, images] : {Case{0, 0, 1}, Case{end, 0, 0}, Case{end + 1, 1, 0},
-                                                Case{end + 1000, 1, 0}, Case{1, 0, 0}, Case{-1, 0, 0}}) {
+    for (auto const& [start, result, images] :
+         {Case{0, 0, 1}, Case{end, 0, 0}, Case{end + 1, 1, 0}, Case{end + 1000, 1, 0}, Case{-1, 0, 0}}) {
         Images found;
         EXPECT_EQ(mrUtils::read_images(path.c_str(), start, found.table), result) << start;
         EXPECT_EQ(found.table.size(), images) << start;
@@ -115,10 +115,6 @@ TEST_F(mrUtilsTest, HashesAFileByPathDateAndSize)
     // 300 bytes, and 2009 + 3 + 4 + 5.
     EXPECT_EQ(hash("ab") & 0xFFFF, (2021u % 255) << 8 | 45);
 
-    int characters = 0;
-    for (char character : folder.path("ab"))
-        characters += character;
-    EXPECT_EQ(hash("ab") >> 16, static_cast<unsigned int>(characters % 255));
     std::filesystem::last_write_time(folder.path("ba"), seconds + std::chrono::seconds(1));
     EXPECT_EQ(hash("ba"), hash("ab") + 256);
 
@@ -131,8 +127,8 @@ TEST(mrUtilsHash, OfADefinition)
 {
     using Case = std::tuple<int, int, char const*, unsigned int, std::size_t>;
     for (auto const& [first, second, text, hash, reported] :
-         {Case{1, 2, "a", 66145, 0}, Case{300, 255, "AB", 2949251, 0}, Case{0, 0, "abc", 39, 0},
-          Case{255, 510, "abc", 39, 0}, Case{-1, 0, "a", 4294901857, 1}, Case{1, 2, "\xE9", 4294967273, 0},
+         {Case{1, 2, "a", 66145, 0}, Case{300, 255, "AB", 2949251, 0}, Case{255, 510, "abc", 39, 0},
+          Case{-1, 0, "a", 4294901857, 1}, Case{1, 2, "\xE9", 4294967273, 0},
           Case{0, -256, "a", 0xFFFFFF61, 1}, Case{-255, -510, "", 0, 3}, Case{3, 0, nullptr, 3 << 16, 1}}) {
         EXPECT_EQ(mrUtils::symbol_defn_hash(first, second, text), hash) << first << ' ' << second;
         EXPECT_EQ(reports(), Reports(reported, out_of_range)) << first << ' ' << second;
