@@ -73,7 +73,6 @@ TEST(dgOffscreenContextDeathTest, StartsOrSaysQuietlyWhatIsMissing)
     char const* const cases[][3] = {
         // Where the driver may not make its cache of shaders, it tells the user so.
         {"XDG_CACHE_HOME", "/dev/null", nullptr},
-        {"HOME", "/nowhere", nullptr},
         {"__EGL_VENDOR_LIBRARY_FILENAMES", "/nowhere", "no EGL driver"},
         {"LIBGL_DRIVERS_PATH", "/nowhere", "cannot be initialised"},
         {"MESA_GL_VERSION_OVERRIDE", "3.0", "makes no OpenGL 3.3 core context"},
