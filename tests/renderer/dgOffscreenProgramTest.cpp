@@ -14,7 +14,7 @@ TEST_F(dgOffscreenProgramTest, BothSidesShowUnlessBackFacesAreCulled)
     EXPECT_EQ(middle(back), background);
 }
 
-TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeft)
+TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeftAndFromWhatGlows)
 {
     Square grey{.colour = {180, 180, 180, 255}, .lit = true, .specular = 0.0};
     auto const brightness = [&](giVector3 const& normal) {
@@ -27,10 +27,7 @@ TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeft)
     grey.specular = 0.5;
     EXPECT_EQ(brightness({-0.18, 0.18, 0.97}), 255);
     EXPECT_NEAR(brightness({-0.35, 0.35, 0.87}), 193, 30);
-}
 
-TEST_F(dgOffscreenProgramTest, ReflectionModelAndEmission)
-{
     Pixel const dark{0, 60, 0, 255};
     EXPECT_EQ(middle({.colour = dark, .emission = red}), dark);
     EXPECT_EQ(middle({.colour = black, .lit = true, .specular = 0.0, .emission = dark}), dark);
