@@ -23,8 +23,6 @@ TEST(mrImageCacheItem, HoldsOneReferenceAndIsNotCopied)
     image->reference();
     {
         Copied entry(image, -3);
-        EXPECT_EQ(entry.age(), -3);
-        EXPECT_EQ(entry.image(), image);
         EXPECT_EQ(image->references(), 2);
 
         Copied copy(entry);
@@ -39,7 +37,4 @@ TEST(mrImageCacheItem, HoldsOneReferenceAndIsNotCopied)
     }
     EXPECT_EQ(image->references(), 1);
     image->unreference();
-
-    mrImageCacheItem(nullptr, 1);
-    EXPECT_EQ(reports(), std::vector<std::string>{file + "Args"});
 }
