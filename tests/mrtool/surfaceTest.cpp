@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <utility>
 
 namespace mrtool {
 
@@ -13,17 +14,11 @@ using testing::IsEmpty;
 
 namespace {
 
-struct Converted
+std::pair<Surface, std::vector<std::string>> converted(SceneMaterial const& material)
 {
-    Surface surface;
     std::vector<std::string> notes;
-};
-
-Converted converted(SceneMaterial const& material)
-{
-    Converted result;
-    result.surface = surface_of(material, result.notes);
-    return result;
+    Surface const surface = surface_of(material, notes);
+    return {surface, notes};
 }
 
 } // namespace
@@ -33,20 +28,21 @@ TEST(surface, has_second_choices)
     SceneMaterial material;
     material.shininess = 250.0;
     material.reflectivity = 0.125;
-    EXPECT_EQ(converted(material).surface.polish, 0.5);
-    EXPECT_EQ(converted(material).surface.reflect, 0.125);
+    EXPECT_EQ(converted(material).first.polish, 0.5);
+    EXPECT_EQ(converted(material).first.reflect, 0.125);
     material.roughness = 0.25;
     material.metalness = 0.5;
-    EXPECT_EQ(converted(material).surface.polish, 0.75);
-    EXPECT_EQ(converted(material).surface.reflect, 0.5);
-    EXPECT_THAT(converted(material).notes, IsEmpty());
+    EXPECT_EQ(converted(material).first.polish, 0.75);
+    EXPECT_EQ(converted(material).first.reflect, 0.5);
+    EXPECT_THAT(converted(material).second, IsEmpty());
 
-    Surface const unsaid = converted(SceneMaterial()).surface;
+    Surface const unsaid = converted(SceneMaterial()).first;
     EXPECT_EQ(unsaid.colour, giColour(204, 204, 204, 0));
+    EXPECT_EQ(unsaid.polish, 0.0);
     EXPECT_EQ(unsaid.refractive_index, 1.0);
     SceneMaterial textured;
     textured.texture = "oak.png";
-    EXPECT_EQ(converted(textured).surface.colour, giColour(255, 255, 255, 0));
+    EXPECT_EQ(converted(textured).first.colour, giColour(255, 255, 255, 0));
 }
 
 TEST(surface, brings_values_into_range_and_says_so)
@@ -74,9 +70,9 @@ TEST(surface, brings_values_into_range_and_says_so)
     SceneMaterial other;
     other.shininess = 4000.0;
     other.transparency = NAN;
-    EXPECT_EQ(converted(other).surface.polish, 1.0);
-    EXPECT_THAT(converted(other).notes, ElementsAre("the shininess of 4000 is taken as 1000",
-                                                    "the transparency of nan is taken as 0"));
+    EXPECT_EQ(converted(other).first.polish, 1.0);
+    EXPECT_THAT(converted(other).second, ElementsAre("the shininess of 4000 is taken as 1000",
+                                                     "the transparency of nan is taken as 0"));
 }
 
 } // namespace mrtool
