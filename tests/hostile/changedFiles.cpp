@@ -20,14 +20,18 @@
 
 namespace {
 
+[[noreturn]] void fail(std::string const& what)
+{
+    std::fprintf(stderr, "mr_changed_files: cannot %s\n", what.c_str());
+    std::exit(1);
+}
+
 std::string read_bytes(std::string const& path)
 {
     std::ifstream in(path, std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    if (bytes.empty()) {
-        std::fprintf(stderr, "mr_changed_files: cannot read %s\n", path.c_str());
-        std::exit(1);
-    }
+    if (bytes.empty())
+        fail("read " + path);
     return bytes;
 }
 
@@ -100,10 +104,8 @@ std::string saved(GdkPixbuf* picture, char const* format)
 {
     gchar* bytes = nullptr;
     gsize count = 0;
-    if (!gdk_pixbuf_save_to_buffer(picture, &bytes, &count, format, nullptr, nullptr)) {
-        std::fprintf(stderr, "mr_changed_files: cannot write %s\n", format);
-        std::exit(1);
-    }
+    if (!gdk_pixbuf_save_to_buffer(picture, &bytes, &count, format, nullptr, nullptr))
+        fail(std::string("write ") + format);
     std::string result(bytes, count);
     g_free(bytes);
     return result;
@@ -118,28 +120,19 @@ std::string changed(std::string bytes, std::mt19937& numbers)
         std::size_t const at = numbers() % reach;
         std::size_t const run = std::min<std::size_t>(1 + numbers() % 16, bytes.size() - at);
         auto const byte = static_cast<char>(numbers());
-        switch (numbers() % 16) {
-        case 0:
+        auto const kind = numbers() % 16;
+        if (kind == 0)
             bytes.resize(std::max<std::size_t>(at, 16));
-            break;
-        case 1:
+        else if (kind == 1)
             bytes.erase(at, run);
-            break;
-        case 2:
+        else if (kind == 2)
             bytes.insert(at, bytes.substr(at, run));
-            break;
-        case 3:
+        else if (kind == 3)
             bytes.replace(at, run, run, byte);
-            break;
-        case 4:
-        case 5:
-        case 6:
-        case 7:
+        else if (kind < 8)
             bytes[at] = static_cast<char>(bytes[at] ^ 1 << numbers() % 8);
-            break;
-        default:
+        else
             bytes[at] = byte;
-        }
     }
     return bytes;
 }
@@ -156,12 +149,10 @@ int main(int argc, char** argv)
     int const count = std::atoi(argv[2]);
     std::mt19937 numbers(static_cast<std::mt19937::result_type>(std::atoi(argv[3])));
 
-    GdkPixbuf* const picture = gdk_pixbuf_new_from_file((samples + "/images/hills.bmp").c_str(), nullptr);
-    if (!picture) {
-        std::fprintf(stderr, "mr_changed_files: cannot read %s/images/hills.bmp\n", samples.c_str());
-        return 1;
-    }
-    GdkPixbuf* const small = gdk_pixbuf_scale_simple(picture, 64, 48, GDK_INTERP_BILINEAR);
+    std::string const hills = samples + "/images/hills.bmp";
+    GdkPixbuf* const small = gdk_pixbuf_new_from_file_at_scale(hills.c_str(), 64, 48, FALSE, nullptr);
+    if (!small)
+        fail("read " + hills);
     std::string const stl = read_bytes(samples + "/meshes/gear.stl");
     struct
     {
@@ -188,6 +179,5 @@ int main(int argc, char** argv)
         }
     }
     g_object_unref(small);
-    g_object_unref(picture);
     return 0;
 }
