@@ -47,8 +47,8 @@ public:
     /// @param components  walked with the list's own cursor, which is past the end afterwards
     /// @report "Args!" when there are no values; the colour is added all the same
     /// @report what mrUtils::colour_from_components does; where that makes no colour, black is added
-    /// @report "Already present!" when the new colour's index has values already, which takes an index used
-    ///         twice
+    /// @report "Already present!" when the new colour's index has values already, which cannot be as long as
+    ///         indices are used once
     /// @report "Args" when the palette has the name already, as above
     void append(utString const& name, mrColourEncoding const& encoding, doublecoDList& components);
 

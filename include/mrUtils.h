@@ -82,8 +82,8 @@ public:
     /// Only spaces separate; those around a line and around a name do not count. "#" begins a comment up to
     /// the line's end; lines without anything else are passed over. A carriage return may end a line that has
     /// a colour, and a NUL ends what counts of a line. A line of 1,024 characters or more ends the reading as
-    /// the end of the input does, and so does a stream that fails, which
-    /// throws nothing meanwhile. Safe for untrusted input.
+    /// the end of the input does, and so does a stream that fails, which throws nothing meanwhile. Safe for
+    /// untrusted input.
     /// @return that of the first line in error, which is the last one read; the palette keeps the colours of
     ///         those before it. mrPaletteFileBadFormat also where the colours need more memory than there is
     /// @report "argument out of range | Args" when the palette is not empty; its colours stay, and their

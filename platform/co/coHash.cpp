@@ -18,7 +18,7 @@ std::uint32_t fnv1a(unsigned char const* bytes, std::size_t length)
 
 constexpr std::uint64_t prime = (std::uint64_t{1} << 61) - 1;
 
-/// A number below 2^62 that is congruent, modulo the prime, to the product of one below 2^62 and one below
+/// A number below 2^61 + 8 that is congruent, modulo the prime, to the product of one below 2^62 and one below
 /// the prime.
 std::uint64_t product(std::uint64_t one, std::uint64_t other)
 {
@@ -26,7 +26,7 @@ std::uint64_t product(std::uint64_t one, std::uint64_t other)
     Wide const wide = Wide{one} * other;
     std::uint64_t const sum =
         static_cast<std::uint64_t>(wide & prime) + static_cast<std::uint64_t>(wide >> 61);
-    return sum >= prime ? sum - prime : sum;
+    return (sum & prime) + (sum >> 61);
 }
 
 constexpr std::size_t step = 7;

@@ -44,6 +44,7 @@ inline gxFile gx_open_file(char const* path, utString& reason)
 }
 
 /// Opens such a file as a stream, for what reads lines.
+/// It is opened once more for that: who can put another file in its place meanwhile has that one opened.
 /// @return not open where gx_open_file() gives none, or a NUL would end the path before its end
 inline std::ifstream gx_open_stream(utString const& path)
 {
@@ -51,4 +52,13 @@ inline std::ifstream gx_open_stream(utString const& path)
     if (path.view().find('\0') != std::string_view::npos || !gx_open_file(path.c_str(), reason))
         return std::ifstream();
     return std::ifstream(path.c_str(), std::ios::binary);
+}
+
+/// Opens a file for writing from its beginning, emptied, as a stream.
+/// @return not open where it cannot be, or a NUL would end the path before its end
+inline std::ofstream gx_create_stream(utString const& path)
+{
+    if (path.view().find('\0') != std::string_view::npos)
+        return std::ofstream();
+    return std::ofstream(path.c_str(), std::ios::binary | std::ios::trunc);
 }

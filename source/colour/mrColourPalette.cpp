@@ -16,7 +16,10 @@ std::uint32_t hash_of(std::string_view name)
 
 mrColourPalette::mrColourPalette() = default;
 
-mrColourPalette::~mrColourPalette() = default;
+mrColourPalette::~mrColourPalette()
+{
+    UT_CHECK_VALID(m_check);
+}
 
 int mrColourPalette::empty() const
 {

@@ -91,13 +91,16 @@ void mrColourPaletteCache::remove_palette(utString const& path)
 {
     UT_CHECK_VALID(m_check);
     mrPaletteFilePath const key = key_of(path);
-    UT_REQUIRE(m_palettes.member(key), "No such palette");
-    m_palettes.remove(key);
+    int const removed = m_palettes.remove(key);
+    UT_REQUIRE(removed, "No such palette");
 }
 
 mrColourPaletteCache::mrColourPaletteCache() = default;
 
-mrColourPaletteCache::~mrColourPaletteCache() = default;
+mrColourPaletteCache::~mrColourPaletteCache()
+{
+    UT_CHECK_VALID(m_check);
+}
 
 mrColourPaletteCache* mrColourPaletteCache::access_singleton(utSingletonAccessAction action)
 {

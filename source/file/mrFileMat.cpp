@@ -78,8 +78,8 @@ int mrFileMat::write(utString const& path) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!empty(), "State");
 
-    std::ofstream out(path.c_str(), std::ios::binary | std::ios::trunc);
-    if (!out)
+    std::ofstream out = gx_create_stream(path);
+    if (!out.is_open())
         return 0;
     auto const encapsulation = m_images.empty() ? mrImageEncapsulationNone : mrImageEncapsulationEmbeddedPng;
     mrFileMultimat::write(out, encapsulation, m_file_props, m_facets);

@@ -14,6 +14,7 @@
 #include <ctime>
 #include <fstream>
 #include <limits>
+#include <memory>
 #include <new>
 #include <string_view>
 
@@ -220,8 +221,8 @@ int mrImageCache::write(utString const& path)
     UT_REQUIRE(!invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
 
-    std::ofstream out(path.c_str(), std::ios::binary | std::ios::trunc);
-    if (!out)
+    std::ofstream out = gx_create_stream(path);
+    if (!out.is_open())
         return 0;
     utString text;
     append_line(text, m_max_cache_size, m_shrinkage);
@@ -333,10 +334,11 @@ int mrImageCache::age()
 
 void mrImageCache::insert(int key, dgDuctImage* image, int age)
 {
-    mrImageCacheItem* const entry = make_cache_entry(image, age);
+    std::unique_ptr<mrImageCacheItem> entry(make_cache_entry(image, age));
     if (static_cast<int>(m_table.size()) >= m_max_cache_size)
         shrink_by(m_shrinkage);
-    m_table[key] = entry;
+    mrImageCacheItem*& place = m_table[key];
+    place = entry.release();
 }
 
 mrItemKeycoSortedList mrImageCache::eviction_candidates() const
