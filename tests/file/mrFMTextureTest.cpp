@@ -27,7 +27,6 @@ TEST(mrFMTexture, RefusalsLeaveTheNameAndStopAtTheirStep)
     std::string const text = written(mrFMTexture("weave", mrTexLayerColour, 1, giColour(120, 60, 20, 0)));
     using Case = std::pair<std::string, int>;
     for (auto const& [bad, recoloured] : {
-             Case{with(text, "weave", ""), 0},
              Case{with(text, ">colour", ">image"), 0},
              Case{with(text, ">1<", ">2<"), 2},
              Case{with(text, "<blue>20", "<blue>"), 1},
