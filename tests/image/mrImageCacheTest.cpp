@@ -133,8 +133,12 @@ TEST_F(mrImageCacheTest, ChecksInTheOrderOfEachWayToAdd)
         invalid.add_image(1, image(1));
         EXPECT_EQ(reports(), (Reports{invalid_data, invalid_data, invalid_data, out_of_range, invalid_data,
                                       invalid_data, source + "Incorrect shrinkage"}));
-        invalid.add_image(1, nullptr, 0);
+        invalid.add_image(1, nullptr);
         Reports first = reports();
+        first.resize(5);
+        EXPECT_EQ(first, (Reports{invalid_data, present, out_of_range, invalid_data, item + "Args"}));
+        invalid.add_image(1, nullptr, 0);
+        first = reports();
         first.resize(5);
         EXPECT_EQ(first, (Reports{invalid_data, present, out_of_range, source + "Args", item + "Args"}));
         invalid.remove_image(2);
@@ -253,6 +257,12 @@ TEST_F(mrImageCacheTest, EvictsTheOldestOnceItIsRestored)
 {
     Cache cache(4, 2);
     fill(cache, {10, 20, 30, 40});
+    text_of(cache);
+    Cache restored;
+    ASSERT_EQ(restored.read(path.c_str()), mrFileMatReadOK);
+    restored.add_image(5, image(5), 50);
+    EXPECT_EQ(text_of(restored), "4 2\n3 30\n4 40\n5 50\n\n");
+
     text_of(cache);
     Cache small;
     ASSERT_EQ(read_with("2 1\n0 40\n 30\n0 20\nx 10\n\n", small), mrFileMatReadOK);
