@@ -14,6 +14,8 @@ endfunction()
 function(mr_compile target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    # Colours are truncated: a multiplication fused with an addition would give others on some processors.
+    -ffp-contract=off
     # Reports name their source file by its path from the project's root, the same on every machine.
     -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
