@@ -5,6 +5,8 @@
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 using testing::ElementsAre;
 
 namespace {
