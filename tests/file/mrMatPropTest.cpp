@@ -43,8 +43,9 @@ TEST(mrMatProp, MisuseIsReportedAndServed)
 
 TEST(mrMatProp, EqualityLooksAtTheNameAndTheHashAtTheValue)
 {
-    EXPECT_TRUE(integer("price", 3) == string_prop("price", "dear"));
-    EXPECT_FALSE(integer("price", 3) == integer("Price", 3));
+    mrMatProp const three = integer("price", 3);
+    EXPECT_TRUE(string_prop("price", "dear") == three);
+    EXPECT_FALSE(integer("Price", 3) == three);
 
     double const tenth = 0.1;
     mrMatProp const real(mrMatPropTypeDoubleTag, "real", tenth, 0);
