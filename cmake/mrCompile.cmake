@@ -25,6 +25,10 @@ function(mr_compile target)
   if(MR_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
+  if(MR_FUZZ)
+    # Lets libFuzzer see which way an input takes.
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
   if(MR_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${MR_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

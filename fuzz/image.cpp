@@ -1,0 +1,51 @@
+// PNG images: what is read can be written, and what is written has the same pixels and texts.
+#include "fuzz.h"
+
+#include "gxPNG.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+struct Release
+{
+    void operator()(dgDuctImage* image) const { image->unreference(); }
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+using Image = std::unique_ptr<dgDuctImage, Release>;
+
+std::unique_ptr<std::FILE, Release> open(MemoryFile const& file, char const* mode)
+{
+    return std::unique_ptr<std::FILE, Release>(std::fopen(file.path().c_str(), mode));
+}
+
+Image read(MemoryFile const& file, utStringutStringcoTable& texts)
+{
+    constexpr std::int64_t pixels = 1 << 20; // so that an input takes no time but for what it is
+    return Image(gxPNGReaderDuctImage::read_file(open(file, "rb").get(), texts, pixels));
+}
+
+void require_same(utStringutStringcoTable const& texts, utStringutStringcoTable const& others)
+{
+    require(texts.size() == others.size(), "an image that was written has all its texts");
+    for (auto const& [key, text] : texts)
+        require(others.read(key) == text, "a text is the same when it is written and read");
+}
+
+} // namespace
+
+void try_input(std::string const& bytes)
+{
+    utStringutStringcoTable texts(8, 70);
+    Image const image = read(MemoryFile(with_checksums(bytes)), texts);
+    // Not every text that others write can be written.
+    MemoryFile const written;
+    if (!image || !gxPNGWriterDuctImage::write_file(*image, open(written, "wb").get(), texts))
+        return;
+    utStringutStringcoTable same_texts(8, 70);
+    Image const same = read(written, same_texts);
+    require(same && same->equal(image.get()), "an image is the same when it is written and read");
+    require_same(texts, same_texts);
+}
