@@ -8,7 +8,7 @@
 /// Prints one row for each comparison, in Markdown, as soon as it was made.
 ///
 /// Both sides of a comparison are run alternately in the same process, and the medians are compared, so that a
-/// machine that slows down does so for both.
+/// machine that slows down does so for both. Memory that either frees stays with the process.
 class Table
 {
 public:
