@@ -10,9 +10,8 @@
 #include "utCheckValid.h"
 #include "utString.h"
 
-#include <cstddef>
-#include <string>
 #include <string_view>
+#include <vector>
 
 /// Colours in a row, each with its encoding, some with a name or with the component values that they were
 /// computed from. A colour's index is its position, from 0; colours are only ever added.
@@ -75,22 +74,26 @@ private:
     {
         giColour colour;
         mrColourEncoding encoding = mrColourEncodingNone;
-        std::size_t name = 0;    ///< where it begins in m_names
-        int name_length = none;  ///< in bytes
+        int name = none;         ///< where it stands in m_names
         int components = none;   ///< how many
         int first_component = 0; ///< in m_components
     };
     static constexpr int none = -1;
 
+    // A name in m_names: the index of its colour, its length in bytes, and the bytes, up to a whole word. So
+    // finding a name touches nothing but what stands there and its slot in m_by_name.
+    static constexpr int name_head = 2;
+
     int has(int index) const;
     int has_components(int index) const;
-    std::string_view name_of(Entry const& entry) const;
-    int position_of(std::string_view name) const;
+    std::string_view name_at(int place) const;
+    int place_of(std::string_view name) const;
+    int add_name(std::string_view name);
     void append(Entry entry, utString const& name);
 
     coPageArr<Entry> m_colours;
-    coPageArr<double> m_components; ///< of all the colours that have any
-    std::string m_names;            ///< of all the colours that have one, without anything between them
-    coIndex m_by_name{mrInitialSize, mrFillLimit};
+    coPageArr<double> m_components;                ///< of all the colours that have any
+    std::vector<int> m_names;                      ///< of all the colours that have one
+    coIndex m_by_name{mrInitialSize, mrFillLimit}; ///< of m_names
     utCheckValid m_check{this};
 };

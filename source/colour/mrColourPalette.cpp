@@ -5,6 +5,10 @@
 #include "coHash.h"
 #include "utAssert.h"
 
+#include <algorithm>
+#include <limits>
+#include <new>
+
 namespace {
 
 std::uint32_t hash_of(std::string_view name)
@@ -64,10 +68,10 @@ giColour const& mrColourPalette::colour(int index, utString& name) const
 {
     UT_CHECK_VALID(m_check);
     Entry const& entry = m_colours[index];
-    if (entry.name_length == none)
+    if (entry.name == none)
         name.set_invalid();
     else
-        name = utString(name_of(entry));
+        name = utString(name_at(entry.name));
     return entry.colour;
 }
 
@@ -75,8 +79,9 @@ int mrColourPalette::find_colour(utString const& name, int& index) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!name.empty(), "Args");
-    index = name.invalid() ? none : position_of(name.view());
-    return index >= 0;
+    int const place = name.invalid() ? none : place_of(name.view());
+    index = place == none ? none : m_names[static_cast<std::size_t>(place)];
+    return index != none;
 }
 
 mrColourEncoding mrColourPalette::colour_encoding(int index) const
@@ -107,14 +112,31 @@ int mrColourPalette::has_components(int index) const
     return has(index) && m_colours[index].components != none;
 }
 
-std::string_view mrColourPalette::name_of(Entry const& entry) const
+std::string_view mrColourPalette::name_at(int place) const
 {
-    return std::string_view(m_names).substr(entry.name, static_cast<std::size_t>(entry.name_length));
+    int const* const head = &m_names[static_cast<std::size_t>(place)];
+    return std::string_view(reinterpret_cast<char const*>(head + name_head),
+                            static_cast<std::size_t>(head[1]));
 }
 
-int mrColourPalette::position_of(std::string_view name) const
+int mrColourPalette::place_of(std::string_view name) const
 {
-    return m_by_name.find(hash_of(name), [&](int index) { return name_of(m_colours[index]) == name; });
+    return m_by_name.find(hash_of(name), [&](int place) { return name_at(place) == name; });
+}
+
+/// Without enough memory, or with more names than a place can tell (8 GiB), nothing has changed.
+int mrColourPalette::add_name(std::string_view name)
+{
+    constexpr std::size_t most = std::numeric_limits<int>::max();
+    std::size_t const place = m_names.size();
+    if (place > most || name.size() > most)
+        throw std::bad_alloc();
+    m_names.resize(place + name_head + (name.size() + sizeof(int) - 1) / sizeof(int));
+    int* const head = &m_names[place];
+    head[0] = size();
+    head[1] = static_cast<int>(name.size());
+    std::copy(name.begin(), name.end(), reinterpret_cast<char*>(head + name_head));
+    return static_cast<int>(place);
 }
 
 void mrColourPalette::append(Entry entry, utString const& name)
@@ -123,12 +145,9 @@ void mrColourPalette::append(Entry entry, utString const& name)
         m_colours.append(entry);
         return;
     }
-    entry.name = m_names.size();
-    entry.name_length = static_cast<int>(name.length());
     m_by_name.reserve_one(); // so that no colour gets a name by which it cannot be found
-    m_names += name.view();
+    entry.name = add_name(name.view());
     m_colours.append(entry);
-    UT_REQUIRE(position_of(name.view()) < 0, "Args");
-    m_by_name.set(hash_of(name.view()), size() - 1,
-                  [&](int index) { return name_of(m_colours[index]) == name.view(); });
+    UT_REQUIRE(place_of(name.view()) == none, "Args");
+    m_by_name.set(hash_of(name.view()), entry.name, [&](int place) { return name_at(place) == name.view(); });
 }
