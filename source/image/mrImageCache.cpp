@@ -344,22 +344,24 @@ void mrImageCache::insert(int key, dgDuctImage* image, int age)
 mrItemKeycoSortedList mrImageCache::eviction_candidates() const
 {
     mrItemKeycoSortedList candidates;
-    int count = 0;
     int newest = 0;
-    for (auto const& [key, entry] : m_table) {
+    int count = 0;
+    auto entry = m_table.begin();
+    auto const end = m_table.end();
+    for (; entry != end && count < m_shrinkage; ++entry, ++count) {
+        candidates.add(mrItemKey(entry->key));
+        newest = std::max(newest, entry->value->age());
+    }
+    for (; entry != end; ++entry) {
         // The youngest of all entries met, not of the candidates: a cheap approximation of the oldest.
-        int const age_of_entry = entry->age();
-        bool const younger_than_all = age_of_entry > newest;
-        if (younger_than_all)
-            newest = age_of_entry;
-        if (count < m_shrinkage) {
-            candidates.add(mrItemKey(key));
-            ++count;
-        } else if (!younger_than_all) {
+        int const age_of_entry = entry->value->age();
+        if (age_of_entry <= newest) [[unlikely]] {
             UT_REQUIRE(count > 0, "List is empty!");
             candidates.remove_last();
-            candidates.add(mrItemKey(key));
+            candidates.add(mrItemKey(entry->key));
+            continue;
         }
+        newest = age_of_entry;
     }
     return candidates;
 }
