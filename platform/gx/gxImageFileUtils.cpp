@@ -235,7 +235,7 @@ dgDuctImage* read_with_loader(std::FILE* file, Format const& format, utString& r
     return pixbuf ? image_of(pixbuf.get()) : nullptr;
 }
 
-dgDuctImage* read_with_format(char const* path, Format const& format, utString& reason)
+dgDuctImage* read_with_format(utString const& path, Format const& format, utString& reason)
 {
     gxFile const file = gx_open_file(path, reason);
     if (!file)
@@ -280,7 +280,7 @@ dgDuctImage* gxImageFileUtils::read_image_file(utString const& path, gxImageFile
     if (known != std::end(formats)) {
         why_not.set_invalid();
         try {
-            image = read_with_format(path.c_str(), *known, why_not);
+            image = read_with_format(path, *known, why_not);
         } catch (std::bad_alloc const&) {
             why_not = "there is not enough memory for the image";
         }

@@ -20,13 +20,21 @@ struct gxCloseFile
 };
 using gxFile = std::unique_ptr<std::FILE, gxCloseFile>;
 
+/// Whether the text names a file: a NUL would end it for the system, which would take another file.
+inline bool gx_is_path(utString const& text)
+{
+    return text.view().find('\0') == std::string_view::npos;
+}
+
 /// Opens a regular file for reading. A pipe of that name, which would keep the caller waiting for a writer, is
 /// refused without waiting, and so are folders and devices.
 /// @param reason  receives in words why there is none: "it is no file", or "the file cannot be opened: ..."
 /// @return the file at its beginning, or null
-inline gxFile gx_open_file(char const* path, utString& reason)
+inline gxFile gx_open_file(utString const& path, utString& reason)
 {
-    int const descriptor = ::open(path, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    errno = EINVAL;
+    int const descriptor =
+        gx_is_path(path) ? ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC) : -1;
     struct stat status
     {};
     bool const opened = descriptor >= 0 && ::fstat(descriptor, &status) == 0;
@@ -45,20 +53,23 @@ inline gxFile gx_open_file(char const* path, utString& reason)
 
 /// Opens such a file as a stream, for what reads lines.
 /// It is opened once more for that: who can put another file in its place meanwhile has that one opened.
-/// @return not open where gx_open_file() gives none, or a NUL would end the path before its end
+/// @return not open where gx_open_file() gives none
 inline std::ifstream gx_open_stream(utString const& path)
 {
     utString reason;
-    if (path.view().find('\0') != std::string_view::npos || !gx_open_file(path.c_str(), reason))
-        return std::ifstream();
-    return std::ifstream(path.c_str(), std::ios::binary);
+    return gx_open_file(path, reason) ? std::ifstream(path.c_str(), std::ios::binary) : std::ifstream();
 }
 
 /// Opens a file for writing from its beginning, emptied, as a stream.
-/// @return not open where it cannot be, or a NUL would end the path before its end
+/// @return not open where it cannot be
 inline std::ofstream gx_create_stream(utString const& path)
 {
-    if (path.view().find('\0') != std::string_view::npos)
-        return std::ofstream();
-    return std::ofstream(path.c_str(), std::ios::binary | std::ios::trunc);
+    return gx_is_path(path) ? std::ofstream(path.c_str(), std::ios::binary | std::ios::trunc)
+                            : std::ofstream();
+}
+
+/// Opens a file for writing behind what is in it.
+inline gxFile gx_append_to_file(utString const& path)
+{
+    return gxFile(gx_is_path(path) ? std::fopen(path.c_str(), "ab") : nullptr);
 }

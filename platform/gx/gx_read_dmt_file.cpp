@@ -413,7 +413,7 @@ utString one_line(std::string text)
 Blocks read_blocks(utString const& path, utString& reason)
 {
     // For the reason alone; what is read is opened again, as carefully.
-    if (!gx_open_file(path.c_str(), reason))
+    if (!gx_open_file(path, reason))
         return {};
     PointLocale const point;
     Assimp::Importer importer;

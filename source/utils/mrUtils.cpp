@@ -32,7 +32,7 @@ constexpr std::size_t probe_size = 10;
 
 int append_image(utString const& key, dgDuctImage const* image, utString const& path)
 {
-    gxFile file(std::fopen(path.c_str(), "ab"));
+    gxFile file = gx_append_to_file(path);
     if (!file || !image)
         return 0;
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
@@ -305,7 +305,7 @@ int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& image
 int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
 {
     utString reason;
-    gxFile const file = gx_open_file(path.c_str(), reason);
+    gxFile const file = gx_open_file(path, reason);
     if (!file)
         return 0;
     std::int64_t budget = pixel_budget(file.get(), start);

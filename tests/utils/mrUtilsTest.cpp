@@ -84,6 +84,10 @@ TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)
         EXPECT_EQ(found.table.size(), images) << start;
     }
     EXPECT_EQ(mrUtils::read_images(folder.path("missing").c_str(), 0, out.table), 0);
+
+    // A NUL would make the path that of the file that is there.
+    utString const no_path(std::string_view(path.c_str(), path.size() + 1));
+    EXPECT_EQ(mrUtils::read_images(no_path, 0, in.table) + mrUtils::write_images(out.table, no_path), 0);
 }
 
 TEST_F(mrUtilsTest, WritingStopsAtTheFirstThatFails)

@@ -27,7 +27,7 @@ constexpr std::size_t fewest_bytes = 10;
 gxFile open_at(std::string const& path, long start)
 {
     utString ignored;
-    gxFile file = gx_open_file(path.c_str(), ignored);
+    gxFile file = gx_open_file(utString(path), ignored);
     if (file && std::fseek(file.get(), start, SEEK_SET) != 0)
         file.reset();
     return file;
