@@ -3,6 +3,7 @@
 
 #include "gxPNG.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
 

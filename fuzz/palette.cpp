@@ -5,7 +5,9 @@
 #include "mrUtils.h"
 #include "utString.h"
 
+#include <algorithm>
 #include <sstream>
+#include <string_view>
 
 namespace {
 
@@ -13,6 +15,14 @@ mrPaletteFileError read(std::string const& text, mrColourPalette& palette)
 {
     std::istringstream in(text);
     return mrUtils::read_pcp(in, palette);
+}
+
+std::size_t longest_line(std::string_view text)
+{
+    std::size_t longest = 0;
+    for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos; text.remove_prefix(end + 1))
+        longest = std::max(longest, end);
+    return longest;
 }
 
 } // namespace
@@ -24,9 +34,8 @@ void try_input(std::string const& bytes)
     read(bytes, palette);
     std::ostringstream written;
     mrUtils::write_pcp(palette, written);
-    // "rgb8 255 255 255 " may be longer than what stood in front of a name.
-    if (written.view().size() > 1000)
-        return;
+    if (longest_line(written.view()) > 1023)
+        return; // "rgb8 255 255 255" took more room than what stood in front of a name
     mrColourPalette again;
     require(read(written.str(), again) == mrPaletteFileOK, "a palette that was written reads");
     require(again.size() == palette.size(), "no colour is lost");

@@ -122,7 +122,9 @@ TEST(cache_file, says_what_is_wrong)
         {"20 5\n7 1\n8 1\n\n" + image, -1, "more lines (2) than images (1); the last lines are left out"},
         {"20 5\n7 1\n\n" + images, -1, "more images (2) than lines (1); the last images are left out"},
         {"1 0\n7 1\n-1294967296 2\n\n" + images, -1,
-         "more entries (2) than the size limit (1); reading it may evict some"},
+         "as many entries as the size limit (1) before the last image is entered; reading it may evict some"},
+        {"9 2\n0 5\n\n" + png_bytes(*four_colours(), "0"), -1,
+         "an image has the hash value 0, which the library reports"},
     };
     for (auto const& each : cases) {
         ReadOutcome const outcome = outcome_of(each.bytes);

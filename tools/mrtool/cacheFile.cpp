@@ -85,6 +85,7 @@ private:
     long m_line_number = 0;
     std::vector<Numbers> m_lines;        ///< hash value and age, as they stand
     std::map<int, std::size_t> m_places; ///< of the entries, by their hash values
+    bool m_evicts = false;               ///< whether the library may evict an entry
 };
 
 ReadOutcome Reader::read()
@@ -184,9 +185,12 @@ void Reader::enter(BlockImage const& image, std::size_t rank)
     bool const is_hash = utString(image.title).parse(entry.hash) != 0;
     if (!is_hash)
         warn(text("the image title ", in_quotes(image.title), " is no hash value and counts as 0"));
+    if (is_hash && entry.hash == 0)
+        warn("an image has the hash value 0, which the library reports whenever it is looked up");
     if (line.both && line.first != entry.hash)
         warn(text("line ", rank + 2, ": the hash value is ", line.first, ", but the image in its place has ",
                   entry.hash, ", which gets this age"));
+    m_evicts |= static_cast<int>(m_contents.entries.size()) >= m_contents.max_cache_size;
     auto const [place, is_new] = m_places.try_emplace(entry.hash, m_contents.entries.size());
     if (is_new)
         return m_contents.entries.push_back(std::move(entry));
@@ -202,11 +206,9 @@ void Reader::check_counts(std::size_t images)
     if (images > m_lines.size())
         warn(text("more images (", images, ") than lines (", m_lines.size(),
                   "); the last images are left out"));
-    auto const limit = static_cast<std::size_t>(std::max(m_contents.max_cache_size, 0));
-    std::size_t const entries = m_contents.entries.size();
-    if (entries > limit)
-        warn(text("more entries (", entries, ") than the size limit (", limit,
-                  "); reading it may evict some"));
+    if (m_evicts)
+        warn(text("there are as many entries as the size limit (", m_contents.max_cache_size,
+                  ") before the last image is entered; reading it may evict some"));
 }
 
 void Reader::warn(std::string words)
