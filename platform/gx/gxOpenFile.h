@@ -69,6 +69,7 @@ inline std::ofstream gx_create_stream(utString const& path)
 }
 
 /// Opens a file for writing behind what is in it.
+/// @return null where it cannot be opened
 inline gxFile gx_append_to_file(utString const& path)
 {
     return gxFile(gx_is_path(path) ? std::fopen(path.c_str(), "ab") : nullptr);

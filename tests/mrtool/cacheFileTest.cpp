@@ -10,6 +10,7 @@
 
 using testing::Contains;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::StartsWith;
 
 namespace mrtool {
@@ -122,9 +123,12 @@ TEST(cache_file, says_what_is_wrong)
         {"20 5\n7 1\n8 1\n\n" + image, -1, "more lines (2) than images (1); the last lines are left out"},
         {"20 5\n7 1\n\n" + images, -1, "more images (2) than lines (1); the last images are left out"},
         {"1 0\n7 1\n-1294967296 2\n\n" + images, -1,
-         "as many entries as the size limit (1) before the last image is entered; reading it may evict some"},
+         "at least as many entries as the size limit (1) before the last image is entered; reading it may "
+         "evict some"},
+        {"1 0\n7 1\n7 2\n\n" + png_bytes(*four_colours(), "7") + png_bytes(*four_colours(), "+7"), -1,
+         "reading it may evict some"},
         {"9 2\n0 5\n\n" + png_bytes(*four_colours(), "0"), -1,
-         "an image has the hash value 0, which the library reports"},
+         "line 2: its image has the hash value 0, which the library reports"},
     };
     for (auto const& each : cases) {
         ReadOutcome const outcome = outcome_of(each.bytes);
@@ -137,6 +141,7 @@ TEST(cache_file, says_what_is_wrong)
             EXPECT_THAT(outcome.fault, HasSubstr(each.said));
         }
     }
+    EXPECT_THAT(outcome_of("2 1\n7 1\n-1294967296 2\n\n" + images).warnings, IsEmpty()) << "full, not more";
     std::string lines;
     for (int line = 0; line < 1000; ++line)
         lines += "x\n";

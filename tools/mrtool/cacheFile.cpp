@@ -186,11 +186,13 @@ void Reader::enter(BlockImage const& image, std::size_t rank)
     if (!is_hash)
         warn(text("the image title ", in_quotes(image.title), " is no hash value and counts as 0"));
     if (is_hash && entry.hash == 0)
-        warn("an image has the hash value 0, which the library reports whenever it is looked up");
+        warn(text("line ", rank + 2,
+                  ": its image has the hash value 0, which the library reports when it is looked up"));
     if (line.both && line.first != entry.hash)
         warn(text("line ", rank + 2, ": the hash value is ", line.first, ", but the image in its place has ",
                   entry.hash, ", which gets this age"));
-    m_evicts |= static_cast<int>(m_contents.entries.size()) >= m_contents.max_cache_size;
+    // Out of an empty cache nothing is evicted, whatever the limit.
+    m_evicts |= static_cast<int>(m_contents.entries.size()) >= std::max(m_contents.max_cache_size, 1);
     auto const [place, is_new] = m_places.try_emplace(entry.hash, m_contents.entries.size());
     if (is_new)
         return m_contents.entries.push_back(std::move(entry));
@@ -207,7 +209,7 @@ void Reader::check_counts(std::size_t images)
         warn(text("more images (", images, ") than lines (", m_lines.size(),
                   "); the last images are left out"));
     if (m_evicts)
-        warn(text("there are as many entries as the size limit (", m_contents.max_cache_size,
+        warn(text("there are at least as many entries as the size limit (", m_contents.max_cache_size,
                   ") before the last image is entered; reading it may evict some"));
 }
 
