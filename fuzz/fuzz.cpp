@@ -2,14 +2,13 @@
 
 #include "utAssert.h"
 
+#include <arpa/inet.h>
 #include <zlib.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <sstream>
+#include <cstring>
 #include <string_view>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -59,49 +58,24 @@ MemoryFile::~MemoryFile()
     ::close(m_descriptor);
 }
 
-std::string MemoryFile::bytes() const
-{
-    std::ostringstream text;
-    text << std::ifstream(m_path, std::ios::binary).rdbuf();
-    return text.str();
-}
-
-namespace {
-
-constexpr std::string_view signature = "\x89PNG\r\n\x1a\n";
-constexpr std::size_t around = 12; ///< bytes of a chunk beside its data: length, name, checksum
-
-unsigned char* at(std::string& bytes, std::size_t place)
-{
-    return reinterpret_cast<unsigned char*>(bytes.data()) + place;
-}
-
-/// @return how long the chunk at the place is, or 0 when there is no whole one
-std::size_t mend_chunk(std::string& bytes, std::size_t place)
-{
-    if (bytes.size() - place < around)
-        return 0;
-    unsigned char* const chunk = at(bytes, place);
-    std::size_t const data =
-        std::size_t{chunk[0]} << 24 | std::size_t{chunk[1]} << 16 | std::size_t{chunk[2]} << 8 | chunk[3];
-    if (data > bytes.size() - place - around)
-        return 0;
-    uLong const sum = crc32(0, chunk + 4, static_cast<uInt>(data + 4));
-    for (unsigned i = 0; i < 4; ++i)
-        chunk[8 + data + i] = static_cast<unsigned char>(sum >> (24 - 8 * i));
-    return around + data;
-}
-
-} // namespace
-
 std::string with_checksums(std::string bytes)
 {
-    std::size_t image = 0;
-    while ((image = bytes.find(signature, image)) != std::string::npos) {
+    constexpr std::string_view signature = "\x89PNG\r\n\x1a\n";
+    constexpr std::size_t around = 12; // bytes of a chunk beside its data: length, name, checksum
+    for (std::size_t image = 0; (image = bytes.find(signature, image)) != std::string::npos;) {
         image += signature.size();
-        std::size_t chunk = image;
-        while (std::size_t const length = mend_chunk(bytes, chunk))
-            chunk += length;
+        for (std::size_t chunk = image; bytes.size() - chunk >= around;) {
+            char* const start = bytes.data() + chunk;
+            std::uint32_t length = 0;
+            std::memcpy(&length, start, 4);
+            length = ntohl(length);
+            if (length > bytes.size() - chunk - around)
+                break;
+            uLong const sum = crc32(0, reinterpret_cast<Bytef const*>(start + 4), length + 4);
+            std::uint32_t const stored = htonl(static_cast<std::uint32_t>(sum));
+            std::memcpy(start + 8 + length, &stored, 4);
+            chunk += around + length;
+        }
     }
     return bytes;
 }

@@ -23,7 +23,6 @@ public:
     MemoryFile& operator=(MemoryFile const&) = delete;
 
     std::string const& path() const { return m_path; }
-    std::string bytes() const;
 
 private:
     int m_descriptor;

@@ -28,13 +28,6 @@ Image read(MemoryFile const& file, utStringutStringcoTable& texts)
     return Image(gxPNGReaderDuctImage::read_file(open(file, "rb").get(), texts, pixels));
 }
 
-void require_same(utStringutStringcoTable const& texts, utStringutStringcoTable const& others)
-{
-    require(texts.size() == others.size(), "an image that was written has all its texts");
-    for (auto const& [key, text] : texts)
-        require(others.read(key) == text, "a text is the same when it is written and read");
-}
-
 } // namespace
 
 void try_input(std::string const& bytes)
@@ -48,5 +41,7 @@ void try_input(std::string const& bytes)
     utStringutStringcoTable same_texts(8, 70);
     Image const same = read(written, same_texts);
     require(same && same->equal(image.get()), "an image is the same when it is written and read");
-    require_same(texts, same_texts);
+    require(texts.size() == same_texts.size(), "an image that was written has all its texts");
+    for (auto const& [key, text] : texts)
+        require(same_texts.read(key) == text, "a text is the same when it is written and read");
 }

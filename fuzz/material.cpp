@@ -19,12 +19,9 @@ bool equal(Range const& range, Range const& others, Same const& same)
 {
     if (range.size() != others.size())
         return false;
-    auto other = others.begin();
-    for (auto const& each : range) {
-        if (!same(each, *other))
+    for (auto each = range.begin(), other = others.begin(); each != range.end(); ++each, ++other)
+        if (!same(*each, *other))
             return false;
-        ++other;
-    }
     return true;
 }
 

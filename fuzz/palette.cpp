@@ -5,9 +5,7 @@
 #include "mrUtils.h"
 #include "utString.h"
 
-#include <algorithm>
 #include <sstream>
-#include <string_view>
 
 namespace {
 
@@ -15,14 +13,6 @@ mrPaletteFileError read(std::string const& text, mrColourPalette& palette)
 {
     std::istringstream in(text);
     return mrUtils::read_pcp(in, palette);
-}
-
-std::size_t longest_line(std::string_view text)
-{
-    std::size_t longest = 0;
-    for (std::size_t end = 0; (end = text.find('\n')) != std::string_view::npos; text.remove_prefix(end + 1))
-        longest = std::max(longest, end);
-    return longest;
 }
 
 } // namespace
@@ -34,8 +24,10 @@ void try_input(std::string const& bytes)
     read(bytes, palette);
     std::ostringstream written;
     mrUtils::write_pcp(palette, written);
-    if (longest_line(written.view()) > 1023)
-        return; // "rgb8 255 255 255" took more room than what stood in front of a name
+    std::istringstream lines(written.str());
+    for (std::string line; std::getline(lines, line);)
+        if (line.size() > 1023)
+            return; // "rgb8 255 255 255" took more room than what stood in front of a name
     mrColourPalette again;
     require(read(written.str(), again) == mrPaletteFileOK, "a palette that was written reads");
     require(again.size() == palette.size(), "no colour is lost");

@@ -8,45 +8,34 @@
 
 #include "mrFMPlainMat.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string_view>
-#include <system_error>
+#include <unistd.h>
 #include <vector>
 
 namespace {
 
 /// A folder with a material library in it, in which every input is written: a scene may name files beside it.
-class SceneFolder
+struct SceneFolder
 {
-public:
     SceneFolder()
     {
-        std::string name = (std::filesystem::temp_directory_path() / "mr-fuzz-XXXXXX").string();
-        require(mkdtemp(name.data()), "a folder can be made");
-        m_path = name;
+        std::filesystem::create_directory(path);
         write("lamp.mtl", "newmtl brass\nKd 0.8 0.6 0.2\n");
     }
-    ~SceneFolder()
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(m_path, ignored);
-    }
-    SceneFolder(SceneFolder const&) = delete;
-    SceneFolder& operator=(SceneFolder const&) = delete;
+    ~SceneFolder() { std::filesystem::remove_all(path); }
 
     /// @return the path of the file
     std::string write(char const* name, std::string const& bytes) const
     {
-        std::string path = (m_path / name).string();
-        std::ofstream(path, std::ios::binary) << bytes;
-        return path;
+        std::ofstream(path / name, std::ios::binary) << bytes;
+        return (path / name).string();
     }
 
-private:
-    std::filesystem::path m_path;
+    std::filesystem::path const path =
+        std::filesystem::temp_directory_path() / ("mr-fuzz-" + std::to_string(getpid()));
 };
 
 bool is_gltf(std::string_view bytes)
@@ -55,19 +44,14 @@ bool is_gltf(std::string_view bytes)
     return bytes.starts_with("glTF") || (first != std::string_view::npos && bytes[first] == '{');
 }
 
-void require_in_range(double number, double most)
-{
-    require(number >= 0.0 && number <= most, "every number of a surface is in its range");
-}
-
 void require_surfaces(mrtool::Scene const& scene)
 {
     for (mrtool::SceneMaterial const& material : scene.materials) {
         std::vector<std::string> notes;
         mrtool::Surface const surface = mrtool::surface_of(material, notes);
-        for (double const number : {surface.polish, surface.reflect, surface.transparency, surface.emission})
-            require_in_range(number, 1.0);
-        require_in_range(surface.refractive_index, mrFMPlainMat::max_refractive_index);
+        for (double const number : {surface.polish, surface.reflect, surface.transparency, surface.emission,
+                                    surface.refractive_index / mrFMPlainMat::max_refractive_index})
+            require(number >= 0.0 && number <= 1.0, "every number of a surface is in its range");
     }
 }
 

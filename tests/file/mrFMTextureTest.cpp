@@ -21,20 +21,3 @@ TEST(mrFMTexture, AnInvalidOneIsReportedAndGivesItsNameAlone)
     EXPECT_FALSE(target == none) << "flag and colour are compared as they stand";
     EXPECT_TRUE(mrFMTexture(target) == none) << "a copy starts from the defaults";
 }
-
-TEST(mrFMTexture, RefusalsLeaveTheNameAndStopAtTheirStep)
-{
-    std::string const text = written(mrFMTexture("weave", mrTexLayerColour, 1, giColour(120, 60, 20, 0)));
-    using Case = std::pair<std::string, int>;
-    for (auto const& [bad, recoloured] : {
-             Case{with(text, ">colour", ">image"), 0},
-             Case{with(text, ">1<", ">2<"), 2},
-             Case{with(text, "<blue>20", "<blue>"), 1},
-         }) {
-        mrFMTexture target("old", mrTexLayerColour, 0, giColour());
-        EXPECT_EQ(read(bad, target), 0) << bad;
-        EXPECT_EQ(target.image_name(), "old") << bad;
-        EXPECT_EQ(target.recoloured(), recoloured) << bad;
-        EXPECT_EQ(target.recolour(), giColour()) << bad;
-    }
-}

@@ -6,8 +6,6 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
-
 using testing::ElementsAre;
 
 namespace {
@@ -56,27 +54,4 @@ TEST(mrMatProp, EqualityLooksAtTheNameAndTheHashAtTheValue)
     auto const set = properties({integer("price", 3, 1), integer("price", 4), integer("price", 3, 9)});
     EXPECT_EQ(set.size(), 2u);
     EXPECT_EQ(set.begin()->client_data(), 1) << "the member that is there stays";
-}
-
-TEST(mrMatProp, ElementAndRefusals)
-{
-    std::string const text = written(integer("price", std::numeric_limits<int>::min(), 7));
-    mrMatProp back;
-    ASSERT_EQ(read(text, back), 1);
-    EXPECT_EQ(back.integer_value(), std::numeric_limits<int>::min());
-    EXPECT_EQ(back.client_data(), 0) << "written, never read";
-
-    std::string const empty = with(text, "-2147483648", "");
-    using Case = std::pair<std::string, mrMatPropType>;
-    for (auto const& [bad, type] : {
-             Case{with(text, "price", ""), mrMatPropDouble},
-             Case{with(text, "integer", "Integer"), mrMatPropDouble},
-             Case{empty, mrMatPropInteger},
-             Case{with(empty, "integer", "string"), mrMatPropString},
-         }) {
-        mrMatProp target(mrMatPropTypeDoubleTag, "old", 0.5, 0);
-        EXPECT_EQ(read(bad, target), 0) << bad;
-        EXPECT_EQ(target.name(), "old") << bad;
-        EXPECT_EQ(target.prop_type(), type) << bad;
-    }
 }

@@ -1,22 +1,21 @@
-// Makes files of eight formats and, of each, copies that were changed at random: what scripts/check-hostile-files
+// Makes files of six formats and, of each, copies that were changed at random: what scripts/check-hostile-files
 // hands to mrtool.
 //
 //     mr_changed_files SAMPLES COUNT SEED FOLDER
 //
-// writes COUNT changed copies of each format into FOLDER/stl, FOLDER/ply and so on. The same arguments give the
+// writes COUNT changed copies of each format into FOLDER/stl, FOLDER/obj and so on. The same arguments give the
 // same files wherever the image writers of gdk-pixbuf are the same.
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -33,71 +32,6 @@ std::string read_bytes(std::string const& path)
     if (bytes.empty())
         fail("read " + path);
     return bytes;
-}
-
-template <class Value>
-std::string little_endian(Value value)
-{
-    std::string bytes;
-    for (std::size_t i = 0; i < sizeof value; ++i)
-        bytes += static_cast<char>(value >> 8 * i);
-    return bytes;
-}
-
-/// The triangles of a binary STL file as binary PLY, three vertices each.
-std::string ply_of(std::string const& stl)
-{
-    constexpr std::size_t head = 84, normal = 12, corner = 12, record = 50;
-    std::size_t const triangles = (stl.size() - head) / record;
-    std::string vertices;
-    std::string faces;
-    for (std::uint32_t i = 0; i < triangles; ++i) {
-        vertices += stl.substr(head + i * record + normal, 3 * corner);
-        faces += '\3';
-        for (std::uint32_t k = 0; k < 3; ++k)
-            faces += little_endian(3 * i + k);
-    }
-    return "ply\nformat binary_little_endian 1.0\nelement vertex " + std::to_string(3 * triangles) +
-           "\nproperty float x\nproperty float y\nproperty float z\nelement face " +
-           std::to_string(triangles) + "\nproperty list uchar int vertex_indices\nend_header\n" + vertices +
-           faces;
-}
-
-/// The picture in grey. Nothing is compressed: each code is nine bits, and the table of codes is cleared before
-/// it could grow to ten.
-std::string gif_of(GdkPixbuf const* picture)
-{
-    int const width = gdk_pixbuf_get_width(picture);
-    int const height = gdk_pixbuf_get_height(picture);
-    std::string const size =
-        little_endian(static_cast<std::uint16_t>(width)) + little_endian(static_cast<std::uint16_t>(height));
-    std::string gif = "GIF89a" + size + std::string("\xf7\0\0", 3);
-    for (int grey = 0; grey < 256; ++grey)
-        gif += std::string(3, static_cast<char>(grey));
-
-    std::string codes;
-    std::uint32_t bits = 0;
-    int count = 0;
-    auto const put = [&](unsigned code) {
-        bits |= code << count;
-        for (count += 9; count >= 8; count -= 8, bits >>= 8)
-            codes += static_cast<char>(bits);
-    };
-    for (int at = 0; at < width * height; ++at) {
-        if (at % 200 == 0)
-            put(256);
-        put(gdk_pixbuf_read_pixels(picture)[at / width * gdk_pixbuf_get_rowstride(picture) +
-                                            at % width * gdk_pixbuf_get_n_channels(picture)]);
-    }
-    put(257);
-    put(0);
-
-    gif += ',' + std::string(4, '\0') + size + std::string("\0\x08", 2);
-    for (std::size_t at = 0; at < codes.size(); at += 255) {
-        std::string const part = codes.substr(at, 255);
-        gif += static_cast<char>(part.size()) + part;
-    }
-    return gif + std::string("\0;", 2);
 }
 
 std::string saved(GdkPixbuf* picture, char const* format)
@@ -153,19 +87,12 @@ int main(int argc, char** argv)
     GdkPixbuf* const small = gdk_pixbuf_new_from_file_at_scale(hills.c_str(), 64, 48, FALSE, nullptr);
     if (!small)
         fail("read " + hills);
-    std::string const stl = read_bytes(samples + "/meshes/gear.stl");
-    struct
-    {
-        std::string extension;
-        std::string bytes;
-    } const originals[] = {
-        {"stl", stl},
-        {"ply", ply_of(stl)},
+    std::pair<std::string, std::string> const originals[] = {
+        {"stl", read_bytes(samples + "/meshes/gear.stl")},
         {"obj", read_bytes(samples + "/scenes/still-life.obj")},
         {"glb", read_bytes(samples + "/scenes/oil-lamp.glb")},
         {"jpeg", saved(small, "jpeg")},
         {"tiff", saved(small, "tiff")},
-        {"gif", gif_of(small)},
         {"bmp", saved(small, "bmp")},
     };
     for (auto const& [extension, bytes] : originals) {

@@ -24,19 +24,16 @@ using Judge = std::function<std::string(std::string const& bytes, Damage damage,
 /// @return how many pieces of damage came out as they should, or the first that did not
 std::string judge_all(std::string const& good, Judge const& judge)
 {
-    std::string first_fault;
+    std::string fault;
     int count = 0;
     auto const judge_one = [&](std::string const& bytes, Damage damage, std::size_t at) {
-        std::string const fault = judge(bytes, damage, at);
-        if (!fault.empty() && first_fault.empty())
-            first_fault =
-                fault + ": damage " + std::to_string(static_cast<int>(damage)) + " at " + std::to_string(at);
         ++count;
+        if (fault.empty() && !(fault = judge(bytes, damage, at)).empty())
+            fault += ": damage " + std::to_string(static_cast<int>(damage)) + " at " + std::to_string(at);
     };
-    for (std::size_t at = 0; at <= good.size(); ++at) {
+    for (std::size_t at = 0; at <= good.size(); ++at)
         judge_one(std::string(good).insert(at, 1, 'x'), Damage::added, at);
-        if (at == good.size())
-            break;
+    for (std::size_t at = 0; at < good.size(); ++at) {
         judge_one(good.substr(0, at), Damage::cut, at);
         for (int flip : {1, 0x80, 0xff}) {
             std::string bytes = good;
@@ -44,7 +41,7 @@ std::string judge_all(std::string const& good, Judge const& judge)
             judge_one(bytes, Damage::changed, at);
         }
     }
-    return first_fault.empty() ? std::to_string(count) + " as they should be" : first_fault;
+    return fault.empty() ? std::to_string(count) + " as they should be" : fault;
 }
 
 std::string const document = "<multimat>\n"

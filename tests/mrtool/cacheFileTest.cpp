@@ -2,8 +2,6 @@
 
 #include "program.h"
 
-#include "text.h"
-
 #include "mrImageCache.h"
 
 #include <gmock/gmock.h>
@@ -11,7 +9,6 @@
 using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 namespace mrtool {
 
@@ -63,42 +60,6 @@ TEST(cache_file, comes_to_what_the_library_comes_to)
         }
 }
 
-TEST(cache_file, takes_the_entries_that_the_library_takes)
-{
-    auto const image = [](char const* title, char const* name, int width) {
-        return png_bytes(*hold(new dgDuctImage(name, width, 1)), title);
-    };
-    std::string const start = "20 5\n5 11\n6 12\n7 13\n\n" + image("5", "first", 1) + image("", "none", 2) +
-                              image("6", "second", 3) + image("5", "third", 4);
-    struct
-    {
-        std::string bytes, lines, entries;
-    } const cases[] = {
-        {start, "5 11\n6 12\n", "5 11 third 4 1\n6 12 second 3 1\n"},
-        {start + image("+5", "last", 5), "5 13\n6 12\n", "5 13 last 5 1\n6 12 second 3 1\n"},
-    };
-    TestFolder const folder;
-    for (auto const& each : cases) {
-        write_bytes(folder.path("a"), each.bytes);
-        CacheContents contents;
-        EXPECT_TRUE(read_cache_file(folder.path("a"), contents).read());
-        mrImageCache cache;
-        EXPECT_EQ(cache.read(utString(folder.path("a"))), mrFileMatReadOK);
-        EXPECT_TRUE(cache.write(utString(folder.path("b"))));
-        reports();
-        std::string entries;
-        for (CacheEntry const& entry : contents.entries) {
-            entries += text(entry.hash, " ", entry.age, " ", entry.image_name, " ", entry.width, " ",
-                            entry.height, "\n");
-            dgDuctImage const* const taken = cache.get_image(static_cast<unsigned>(entry.hash));
-            ASSERT_TRUE(taken);
-            EXPECT_EQ(text(taken->name(), " ", taken->width()), text(entry.image_name, " ", entry.width));
-        }
-        EXPECT_EQ(entries, each.entries);
-        EXPECT_THAT(read_bytes(folder.path("b")), StartsWith("20 5\n" + each.lines + "\n"));
-    }
-}
-
 TEST(cache_file, says_what_is_wrong)
 {
     std::string const good = good_file();
@@ -114,13 +75,8 @@ TEST(cache_file, says_what_is_wrong)
         {"20 5\n7 " + std::string(1022, '1') + "\n\n", 2, "longer than 1,023 characters"},
         {good.substr(0, good.size() - 9), 0, "image 2, at byte "},
         {"0 -1\n\n", -1, "line 1: the size limit 0 is not above 0"},
-        {"5 5\n\n", -1, "line 1: the shrinkage 5 is not below the size limit 5"},
-        {"5 0\n\n", -1, "line 1: the shrinkage 0 is not above 0"},
-        {"20 5\n7 12 \n\n" + image, -1, "line 2: not two integers"},
-        {"20 5\n7 0\n\n" + image, -1, "line 2: the age 0 is not above 0"},
         {"20 5\n7 1\n8 1\n\n" + images, -1,
          "line 3: the hash value is 8, but the image in its place has -1294967296"},
-        {"20 5\n7 1\n8 1\n\n" + image, -1, "more lines (2) than images (1); the last lines are left out"},
         {"20 5\n7 1\n\n" + images, -1, "more images (2) than lines (1); the last images are left out"},
         {"1 0\n7 1\n-1294967296 2\n\n" + images, -1,
          "at least as many entries as the size limit (1) before the last image is entered; reading it may "

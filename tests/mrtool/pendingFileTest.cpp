@@ -10,26 +10,6 @@ namespace mrtool {
 
 namespace fs = std::filesystem;
 
-TEST(PendingFile, has_its_name_when_complete)
-{
-    TestFolder const folder;
-    std::string const path = folder.path("new/file");
-    {
-        PendingFile pending(path);
-        ASSERT_TRUE(pending.good()) << pending.reason();
-        write_bytes(pending.temporary_path(), "whole");
-        EXPECT_FALSE(fs::exists(path));
-        EXPECT_TRUE(pending.complete());
-    }
-    EXPECT_EQ(read_bytes(path), "whole");
-    {
-        PendingFile const given_up(path);
-        write_bytes(given_up.temporary_path(), "half");
-    }
-    EXPECT_EQ(read_bytes(path), "whole");
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("new")), fs::directory_iterator()), 1);
-}
-
 TEST(PendingFile, does_not_outlive_its_program)
 {
     TestFolder const folder;

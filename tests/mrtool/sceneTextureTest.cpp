@@ -3,8 +3,6 @@
 #include "program.h"
 #include "rawPNG.h"
 
-#include <filesystem>
-
 namespace mrtool {
 
 static UntrustedReader const reader(MRTOOL);
@@ -30,24 +28,6 @@ TEST(SceneTextures, have_so_many_pixels_together)
     std::uint64_t const allowed = bytes.size() * SceneTextures::max_pixels_per_byte;
     EXPECT_GE(taken * pixels, SceneTextures::max_scene_pixels + taken * allowed);
     EXPECT_LT((taken - 1) * (pixels - allowed), SceneTextures::max_scene_pixels);
-}
-
-TEST(SceneTextures, tries_no_second_time_what_failed)
-{
-    TestFolder const folder;
-    write_bytes(folder.path("a.png"), "no image");
-    std::filesystem::create_symlink("a.png", folder.path("b.png"));
-    Scene const scene;
-    SceneTextures textures(folder.path("a.obj"), scene, reader);
-    std::string first, second;
-    SceneMaterial material;
-    material.texture = "a.png";
-    EXPECT_FALSE(textures.image(material, first));
-    write_bytes(folder.path("a.png"), png_bytes(*four_colours()));
-    material.texture = "./b.png";
-    EXPECT_FALSE(textures.image(material, second));
-    EXPECT_NE(first, "");
-    EXPECT_EQ(second, first);
 }
 
 } // namespace mrtool

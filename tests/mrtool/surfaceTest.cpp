@@ -5,56 +5,23 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <utility>
 
 namespace mrtool {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-
-namespace {
-
-std::pair<Surface, std::vector<std::string>> converted(SceneMaterial const& material)
-{
-    std::vector<std::string> notes;
-    Surface const surface = surface_of(material, notes);
-    return {surface, notes};
-}
-
-} // namespace
-
-TEST(surface, has_second_choices)
-{
-    SceneMaterial material;
-    material.shininess = 250.0;
-    material.reflectivity = 0.125;
-    EXPECT_EQ(converted(material).first.polish, 0.5);
-    EXPECT_EQ(converted(material).first.reflect, 0.125);
-    material.roughness = 0.25;
-    material.metalness = 0.5;
-    EXPECT_EQ(converted(material).first.polish, 0.75);
-    EXPECT_EQ(converted(material).first.reflect, 0.5);
-    EXPECT_THAT(converted(material).second, IsEmpty());
-
-    Surface const unsaid = converted(SceneMaterial()).first;
-    EXPECT_EQ(unsaid.colour, giColour(204, 204, 204, 0));
-    EXPECT_EQ(unsaid.polish, 0.0);
-    EXPECT_EQ(unsaid.refractive_index, 1.0);
-    SceneMaterial textured;
-    textured.texture = "oak.png";
-    EXPECT_EQ(converted(textured).first.colour, giColour(255, 255, 255, 0));
-}
 
 TEST(surface, brings_values_into_range_and_says_so)
 {
     SceneMaterial material;
     material.colour = SceneColour{2.0, NAN, -1.0};
     material.opacity = -0.5;
+    material.shininess = 250.0; // the roughness counts before it
     material.roughness = 1.5;
     material.metalness = NAN;
     material.refractive_index = 2e7;
     material.emission = SceneColour{3.0, 1.0, 0.0};
-    auto const [surface, notes] = converted(material);
+    std::vector<std::string> notes;
+    Surface const surface = surface_of(material, notes);
     EXPECT_EQ(surface.colour, giColour(255, 0, 0, 0));
     EXPECT_EQ(surface.transparency, 1.0);
     EXPECT_EQ(surface.polish, 0.0);
@@ -70,9 +37,13 @@ TEST(surface, brings_values_into_range_and_says_so)
     SceneMaterial other;
     other.shininess = 4000.0;
     other.transparency = NAN;
-    EXPECT_EQ(converted(other).first.polish, 1.0);
-    EXPECT_THAT(converted(other).second, ElementsAre("the shininess of 4000 is taken as 1000",
-                                                     "the transparency of nan is taken as 0"));
+    other.texture = "oak.png";
+    notes.clear();
+    Surface const second = surface_of(other, notes);
+    EXPECT_EQ(second.polish, 1.0);
+    EXPECT_EQ(second.colour, giColour(255, 255, 255, 0));
+    EXPECT_THAT(notes, ElementsAre("the shininess of 4000 is taken as 1000",
+                                   "the transparency of nan is taken as 0"));
 }
 
 } // namespace mrtool

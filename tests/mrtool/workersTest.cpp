@@ -74,26 +74,4 @@ TEST(workers, take_turns)
         ElementsAre("0: made, 1", "1: made, 2", "2: made, 3", "3: made, 1", "4: made, 2", "5: made, 1"));
 }
 
-TEST(workers, keep_to_their_memory)
-{
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-    GTEST_SKIP() << "takes terabytes itself";
-#endif
-#endif
-    // It takes the lack for a fault of something else.
-    std::vector<char> much; // out here, or a compiler does without it
-    auto const mistaken = [&] {
-        try {
-            much.resize(512 << 20);
-            return JobResult{true, {}};
-        } catch (std::bad_alloc const&) {
-            return JobResult{false, {"bad content"}};
-        }
-    };
-    WorkerLimits limits;
-    limits.job.memory = 256 << 20;
-    EXPECT_THAT(outcomes({mistaken}, limits), ElementsAre("0: used more than 256 MiB"));
-}
-
 } // namespace mrtool

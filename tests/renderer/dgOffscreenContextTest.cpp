@@ -2,7 +2,6 @@
 
 #include <epoxy/egl.h>
 
-#include <cstdlib>
 #include <tuple>
 
 namespace {
@@ -14,19 +13,6 @@ auto current()
 {
     return std::tuple(eglGetCurrentDisplay(), eglGetCurrentContext(), eglGetCurrentSurface(EGL_DRAW),
                       eglGetCurrentSurface(EGL_READ), eglQueryAPI());
-}
-
-/// Ends this process with 0 when a renderer starts in an environment of one variable, or, where @p problem
-/// says a word, when it is the reason why none does.
-void start_in(char const* variable, char const* value, char const* problem)
-{
-    clearenv();
-    setenv(variable, value, 1);
-    utString reason;
-    Renderer const renderer(dgOffscreenRenderer::create(reason));
-    bool const as_expected =
-        problem ? !renderer && reason.locate_substring(problem) >= 0 : renderer && reason.invalid();
-    std::exit(as_expected ? 0 : 1);
 }
 
 } // namespace
@@ -64,20 +50,4 @@ TEST_F(dgOffscreenContextTest, LeavesCurrentWhatWasCurrentAlsoBesideOthers)
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     eglDestroySurface(display, surface);
     eglDestroyContext(display, context);
-}
-
-// Each start is in a process of its own, which has loaded no driver yet, and writes nothing.
-TEST(dgOffscreenContextDeathTest, StartsOrSaysQuietlyWhatIsMissing)
-{
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    char const* const cases[][3] = {
-        // Where the driver may not make its cache of shaders, it tells the user so.
-        {"XDG_CACHE_HOME", "/dev/null", nullptr},
-        {"__EGL_VENDOR_LIBRARY_FILENAMES", "/nowhere", "no EGL driver"},
-        {"LIBGL_DRIVERS_PATH", "/nowhere", "cannot be initialised"},
-        {"MESA_GL_VERSION_OVERRIDE", "3.0", "makes no OpenGL 3.3 core context"},
-    };
-    for (auto const& [variable, value, problem] : cases)
-        EXPECT_EXIT(start_in(variable, value, problem), testing::ExitedWithCode(0), testing::Eq(""))
-            << variable;
 }

@@ -40,15 +40,6 @@ TEST_F(dgOffscreenMeshTest, TakesTheFacesNormalWhereTheBlockHasNone)
         EXPECT_THAT(leaning(giNormArr(count, {1, 0, 0})), near(expected, 1)) << count;
 }
 
-TEST_F(dgOffscreenMeshTest, EmptyBlocksLeaveTheBackground)
-{
-    giTriBlock blocks[] = {giTriBlock(), block_of({}), giTriBlock()};
-    gsTriUtils::check_out_triangles(blocks[1]).clear();
-    gsTriUtils::check_out_triangles(blocks[2]).push_back({0, 1, 2});
-    for (giTriBlock const& block : blocks)
-        EXPECT_EQ(middle({.block = &block}), background);
-}
-
 TEST_F(dgOffscreenMeshTest, DrawsAnySizeAlikeAndTheNearerInFront)
 {
     for (double const size : {1e-300, 1e-30, 1e30, 1e300}) {

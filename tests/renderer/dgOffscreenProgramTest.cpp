@@ -1,7 +1,5 @@
 #include "picture.h"
 
-#include <set>
-
 using dgOffscreenProgramTest = Pictures;
 
 TEST_F(dgOffscreenProgramTest, BothSidesShowUnlessBackFacesAreCulled)
@@ -14,7 +12,7 @@ TEST_F(dgOffscreenProgramTest, BothSidesShowUnlessBackFacesAreCulled)
     EXPECT_EQ(middle(back), background);
 }
 
-TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeftAndFromWhatGlows)
+TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeft)
 {
     Square grey{.colour = {180, 180, 180, 255}, .lit = true, .specular = 0.0};
     auto const brightness = [&](giVector3 const& normal) {
@@ -27,25 +25,4 @@ TEST_F(dgOffscreenProgramTest, LightComesFromTheUpperLeftAndFromWhatGlows)
     grey.specular = 0.5;
     EXPECT_EQ(brightness({-0.18, 0.18, 0.97}), 255);
     EXPECT_NEAR(brightness({-0.35, 0.35, 0.87}), 193, 30);
-
-    Pixel const dark{0, 60, 0, 255};
-    EXPECT_EQ(middle({.colour = dark, .emission = red}), dark);
-    EXPECT_EQ(middle({.colour = black, .lit = true, .specular = 0.0, .emission = dark}), dark);
-}
-
-TEST_F(dgOffscreenProgramTest, FlatShadingAndSmoothEdges)
-{
-    auto const colours = [](Square const& square) {
-        Image const image = draw({square});
-        std::set<Pixel> found;
-        for (int at = 0; at < side * side; ++at)
-            found.insert(pixel(*image, at / side, at % side));
-        return found.size();
-    };
-    Square round{.normals = {{-1, -1, 1}, {1, -1, 1}, {-1, 1, 1}, {1, 1, 1}}, .colour = red, .lit = true};
-    EXPECT_GT(colours(round), 12U);
-    round.flat = true;
-    EXPECT_EQ(colours(round), 2U);
-    // Mixtures along the edge.
-    EXPECT_GE(colours({.right = {1, 0.1, 0}, .up = {-0.1, 1, 0}}), 4U);
 }

@@ -4,28 +4,13 @@ using dgOffscreenRendererTest = Pictures;
 
 namespace {
 
-Image read(int x, int y, int width, int height, short alpha = 255)
+Image read(int x, int y, int width, int height)
 {
-    return Image(Pictures::renderer->read_image(dgImageRGBA, "part", x, y, width, height,
-                                                dgSetAlphaEverywhere, alpha));
+    return Image(
+        Pictures::renderer->read_image(dgImageRGBA, "part", x, y, width, height, dgSetAlphaEverywhere, 255));
 }
 
 } // namespace
-
-TEST_F(dgOffscreenRendererTest, ReadsPartsFromTheLowerLeft)
-{
-    Image const whole = draw({{.right = {1, 0.1, 0}, .up = {-0.3, 1, 0}}});
-    Image const part = read(10, 30, 40, 20, 77);
-    ASSERT_TRUE(part);
-    EXPECT_STREQ(part->name(), "part");
-    EXPECT_EQ(part->references(), 0);
-    for (int y = 0; y < 20; ++y)
-        for (int x = 0; x < 40; ++x) {
-            Pixel expected = pixel(*whole, x + 10, side - 30 - 20 + y);
-            expected[3] = 77;
-            ASSERT_EQ(pixel(*part, x, y), expected) << x << ' ' << y;
-        }
-}
 
 TEST_F(dgOffscreenRendererTest, GivesNoPictureBeyondTheFrameOrOfAnImpossibleOne)
 {

@@ -38,30 +38,6 @@ TEST_F(dgOffscreenTextureTest, StandsUprightAndRepeatsOrClamps)
     EXPECT_EQ(pixel(*clamped, 61, 61), green);
 }
 
-TEST_F(dgOffscreenTextureTest, FiltersSmoothlyAlsoWhenMadeSmaller)
-{
-    EXPECT_THAT(middle({.image = image_of(2, {red, green})}), near({128, 128, 0, 255}, 4));
-
-    // Stripes much finer than pixels show as their average.
-    std::vector<Pixel> stripes(1024 * 1024, black);
-    for (std::size_t at = 0; at < stripes.size(); at += 2)
-        stripes[at] = white;
-    EXPECT_THAT(middle({.image = image_of(1024, stripes)}), near({128, 128, 128, 255}, 4));
-}
-
-TEST_F(dgOffscreenTextureTest, EachBlockShowsItsOwnOrNoneUnderTheHighlight)
-{
-    Image const image = draw({{.image = image_of(1, {red})},
-                              {.corner = {1, 0, 0}, .image = image_of(1, {green})},
-                              {.corner = {2, 0, 0}}});
-    EXPECT_EQ(pixel(*image, 20, 50), red);
-    EXPECT_EQ(pixel(*image, 50, 50), green);
-    EXPECT_EQ(pixel(*image, 80, 50), white);
-    // The highlight is added after the texture, so a little of it is in all channels.
-    EXPECT_THAT(middle({.colour = {200, 200, 0, 255}, .lit = true, .image = image_of(1, {red})}),
-                near({204, 5, 5, 255}, 3));
-}
-
 TEST_F(dgOffscreenTextureTest, OnlyLiesWhereEachNodeHasACoordinate)
 {
     auto const drawn = [](std::vector<giPoint2> const& coordinates) {

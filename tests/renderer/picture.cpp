@@ -15,9 +15,8 @@ void append(dgStructure& scene, giTriBlock const& block, Square const& square)
 {
     scene.append(new dgSurfColour(colour_of(square.colour)));
     scene.append(new dgReflectionModel(square.lit ? dgReflectionBlinnPhong : dgReflectionNone));
-    scene.append(new dgReflectionAttributes(0.1, 0.5, 0.0, square.specular, 100.0, gsColour(1, 1, 1),
-                                            colour_of(square.emission)));
-    scene.append(new dgShadingMethod(square.flat ? dgShadingFlat : dgShadingSmooth));
+    scene.append(
+        new dgReflectionAttributes(0.1, 0.5, 0.0, square.specular, 100.0, gsColour(1, 1, 1), gsColour()));
     scene.append(new dgBackFaceFlag(square.culled));
     scene.append(new dgTextureFlag(square.image != nullptr, 0));
     if (square.image)
@@ -27,13 +26,6 @@ void append(dgStructure& scene, giTriBlock const& block, Square const& square)
 }
 
 } // namespace
-
-Pixel pixel(dgDuctImage const& image, int x, int y)
-{
-    short components[4];
-    image.get_pixel(x, y, components);
-    return {components[0], components[1], components[2], components[3]};
-}
 
 giTriBlock block_of(Square const& square)
 {
@@ -64,7 +56,7 @@ Image Pictures::draw(std::initializer_list<Square> squares)
     auto* const scene = new dgClientStructure;
     for (Square const& square : squares)
         append(*scene, square.block ? *square.block : blocks.emplace_back(block_of(square)), square);
-    std::unique_ptr<dgView, Unreference> const view(new dgView(renderer.get(), nullptr));
+    Owned<dgView> const view(new dgView(renderer.get(), nullptr));
     view->background_colour(colour_of(background));
     view->view_port_dc(giBox2({0, 0}, {side, side}));
     view->root(scene);

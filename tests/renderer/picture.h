@@ -3,33 +3,20 @@
 
 #include "dgOffscreenRenderer.h"
 #include "dgView.h"
+#include "testImage.h"
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <initializer_list>
-#include <memory>
 #include <vector>
 
-struct Unreference
-{
-    void operator()(dgBase* object) const { object->unreference(); }
-};
-
-using Image = std::unique_ptr<dgDuctImage, Unreference>;
-using Renderer = std::unique_ptr<dgOffscreenRenderer, Unreference>;
-
-/// Red, green, blue and alpha in bytes.
-using Pixel = std::array<int, 4>;
+using Renderer = Owned<dgOffscreenRenderer>;
 
 inline constexpr Pixel red{255, 0, 0, 255};
 inline constexpr Pixel green{0, 255, 0, 255};
 inline constexpr Pixel white{255, 255, 255, 255};
 inline constexpr Pixel black{0, 0, 0, 255};
 inline constexpr Pixel background{0, 0, 255, 255};
-
-/// From the top left.
-Pixel pixel(dgDuctImage const& image, int x, int y);
 
 /// Matches a pixel each channel of which differs by at most @p tolerance.
 inline auto near(Pixel const& pixel, double tolerance)
@@ -51,8 +38,6 @@ struct Square
     Pixel colour = white;
     bool lit = false;
     double specular = 0.5;
-    Pixel emission = black;
-    bool flat = false;
     bool culled = false;
     dgDuctImage* image = nullptr; ///< its texture
     dgTextureFilterType filter = dgTextureFilterLinear;

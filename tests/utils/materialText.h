@@ -14,20 +14,6 @@
 #include <sstream>
 #include <string>
 
-/// A text as a document; it must parse.
-class Parsed
-{
-public:
-    explicit Parsed(std::string const& text)
-    {
-        EXPECT_EQ(xmlParser().parse(utString(text), m_document), 1) << text;
-    }
-    xmlElement const& root() const { return *m_document.document_element(); }
-
-private:
-    xmlDocument m_document;
-};
-
 /// What the object appends to an element, as text.
 template <class Object>
 std::string written(Object const& object)
@@ -43,10 +29,13 @@ std::string written(Object const& object)
     return text.substr(start, text.rfind("</parent>") - start);
 }
 
+/// Of a text that must parse.
 template <class Object>
 int read(std::string const& text, Object& object)
 {
-    return object.xml_read(Parsed(text).root());
+    xmlDocument document;
+    EXPECT_EQ(xmlParser().parse(utString(text), document), 1) << text;
+    return object.xml_read(*document.document_element());
 }
 
 /// The text with one thing changed; throws where it is not in it, which fails a test.

@@ -24,14 +24,11 @@ TEST(mrUtilsColour, IsMadeOfComponents)
     using Case = std::tuple<mrColourEncoding, std::vector<double>, giColour>;
     for (auto const& [encoding, components, colour] :
          {Case{mrColourEncodingRgb8, {12.9, 0, 255}, rgb(12, 0, 255)},
-          Case{mrColourEncodingRgb8, {256, -1, 300}, rgb(0, 255, 44)},
           Case{mrColourEncodingRgb8, {-0.9, -1.9, 2147483647.9}, rgb(0, 255, 255)},
           Case{mrColourEncodingRgb8, {nan, 1e300, -2147483648.0 - 1.0}, rgb(0, 0, 0)},
           Case{mrColourEncodingCmy8, {0, 128, 255}, rgb(255, 127, 0)},
           Case{mrColourEncodingCmy8, {256, -1, -2147483648.0}, rgb(255, 0, 255)},
           Case{mrColourEncodingCmyk, {20, 40, 60, 10}, rgb(183, 137, 91)},
-          Case{mrColourEncodingCmyk, {0, 0, 0, 99}, rgb(2, 2, 2)},
-          Case{mrColourEncodingCmyk, {0, nan, -100, 100}, rgb(0, 0, 0)},
           Case{mrColourEncodingCmyk, {0, nan, -100, 0}, rgb(255, 0, 254)}})
         EXPECT_EQ(converted(encoding, components), colour) << encoding;
 }

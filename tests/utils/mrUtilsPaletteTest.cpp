@@ -5,7 +5,6 @@
 #include "mrTest.h"
 
 #include <filesystem>
-#include <locale>
 #include <sstream>
 #include <tuple>
 
@@ -120,22 +119,4 @@ TEST(mrUtilsPalette, ReadsIntoAPaletteThatHasColours)
     EXPECT_EQ(mrUtils::read_pcp(in, read.palette), mrPaletteFileDuplicateName);
     EXPECT_EQ(written(read.palette), "rgb8 127 127 127 Grey\nrgb8 4 5 6 Blue\n");
     EXPECT_EQ(reports(), std::vector<std::string>{"source/utils/mrUtils.cpp: argument out of range | Args"});
-}
-
-TEST(mrUtilsPalette, WritesTheSameToAnyStream)
-{
-    class Digits : public std::numpunct<char>
-    {
-        std::string do_grouping() const override { return "\1"; }
-    };
-    mrColourPalette palette;
-    palette.append(rgb(0, 10, 255), "", mrColourEncodingNone);
-    palette.append(rgb(1, 2, 3), utString("a\0#"sv), mrColourEncodingNone);
-    std::ostringstream out;
-    out.imbue(std::locale(std::locale::classic(), new Digits));
-    out << std::hex;
-    out.width(20);
-    mrUtils::write_pcp(palette, out);
-    EXPECT_EQ(out.str(), "rgb8 0 10 255 \nrgb8 1 2 3 a\0#\n"s);
-    expect_lines(out.str(), mrPaletteFileOK, "rgb8 0 10 255\nrgb8 1 2 3 a\n");
 }

@@ -1,35 +1,12 @@
 #include "mrXMLUtils.h"
 
-#include "materialText.h"
+#include "mrTest.h"
 
+#include "utString.h"
+
+#include <sstream>
 #include <streambuf>
 #include <tuple>
-
-TEST(mrXMLUtils, TextIsThatOfTheFirstDirectChildWithContent)
-{
-    Parsed const parsed(
-        "<r><b><a>deeper</a></b><a/><a><!-- --></a><a>first</a><a>later</a><c><d/>text</c></r>");
-    utString out;
-    EXPECT_EQ(mrXMLUtils::find_child_text_string(parsed.root(), "a", out), 1);
-    EXPECT_EQ(out, "first");
-    for (char const* name : {"missing", "c"}) {
-        out = "old";
-        EXPECT_EQ(mrXMLUtils::find_child_text_string(parsed.root(), name, out), 0) << name;
-        EXPECT_TRUE(out.invalid()) << name;
-    }
-}
-
-TEST(mrXMLUtils, AColourIsOneRgb8OfThreeBytes)
-{
-    std::string const good = "<c><rgb8><blue>3</blue><red>255</red><green>0</green></rgb8></c>";
-    giColour out(1, 2, 3, 4);
-    for (std::string const& bad : {with(good, "255", "256"), with(good, ">0", ">-1"),
-                                   with(good, "<red>255</red>", ""), with(good, "</c>", "<rgb8/></c>")})
-        EXPECT_EQ(mrXMLUtils::find_named_colour(Parsed("<r>" + bad + "</r>").root(), "c", out), 0) << bad;
-    EXPECT_EQ(out, giColour(1, 2, 3, 4));
-    EXPECT_EQ(mrXMLUtils::find_named_colour(Parsed("<r>" + good + "</r>").root(), "c", out), 1);
-    EXPECT_EQ(out, giColour(255, 0, 3, 0));
-}
 
 TEST(mrXMLUtils, DocumentIsCutOutOfAStream)
 {
@@ -49,20 +26,6 @@ TEST(mrXMLUtils, DocumentIsCutOutOfAStream)
         EXPECT_EQ(out.view(), text);
         EXPECT_TRUE(!stream.ends_with("PNG") || in.tellg() == 19) << "just past the line break";
     }
-}
-
-TEST(mrXMLUtils, PropertiesOfAllCollectionsOrNone)
-{
-    std::string const a = written(string_prop("a", "1"));
-    std::string const b = written(string_prop("b", "2"));
-    auto set = properties({string_prop("old", "0")});
-    Parsed const good("<r><properties>" + a + "</properties><property/><properties>" + b + a +
-                      "</properties></r>");
-    EXPECT_EQ(mrXMLUtils::read_properties(good.root(), set), 1);
-    EXPECT_TRUE(set == properties({string_prop("old", "0"), string_prop("a", "1"), string_prop("b", "2")}));
-    Parsed const bad("<r><properties>" + a + "<property/></properties></r>");
-    EXPECT_EQ(mrXMLUtils::read_properties(bad.root(), set), 0);
-    EXPECT_TRUE(set.empty()) << "members of before are gone too";
 }
 
 TEST(mrXMLUtils, ADocumentWithoutEndIsGatheredUpToItsLimit)

@@ -88,22 +88,3 @@ TEST(CoTable, StaysWhatItIsThroughManyRemovals)
     }
     EXPECT_EQ(entry, table.end());
 }
-
-TEST(CoTable, ReportsTheNullKeyWhereItIsLookedUpAndServesIt)
-{
-    coTable<int, int, coZeroIsNullKey> table(4, 50);
-    table[0] = 5;
-    table[1] = 6;
-    EXPECT_EQ(keys(table), (std::vector<int>{0, 1}));
-    EXPECT_EQ(table.read(1), 6);
-    EXPECT_EQ(table.read(7), 0);
-    EXPECT_TRUE(reports().empty());
-
-    EXPECT_TRUE(table.member(0));
-    EXPECT_EQ(table.read(0), 5);
-    std::string const told = "platform/co/coTable.cpp: argument out of range | CO_TABLE::";
-    EXPECT_EQ(reports(), (std::vector<std::string>{told + "member | null key", told + "read | null key"}));
-
-    coTable<int, int> ordinary(-5, 0);
-    EXPECT_FALSE(ordinary.member(0));
-}

@@ -1,6 +1,5 @@
 #include "dgView.h"
 
-#include "gsTriUtils.h"
 #include "mrTest.h"
 #include "testImage.h"
 
@@ -9,42 +8,15 @@
 #include <limits>
 #include <tuple>
 #include <utility>
-#include <vector>
 
 namespace {
 
 double const not_a_number = std::numeric_limits<double>::quiet_NaN();
 
-/// Notes what it is asked to draw.
-class Recorder final : public dgRenderer
-{
-public:
-    std::vector<std::pair<giTriBlock const*, dgDrawState>> drawn;
-
-    int select_read_buffer() const override { return 0; }
-    void select_read_buffer(int) override {}
-    void select_buffer(dgDoubleBuffer) override {}
-    void erase(giBox2 const&, gsColour const&, dgEraseZbuffer) override {}
-    void draw(dgProjection const&, dgDrawState const& state, giTriBlock const& block) override
-    {
-        drawn.emplace_back(&block, state);
-    }
-    void begin_read_image() override {}
-    dgDuctImage* read_image(dgImageType, char const*, int, int, int, int, dgSetAlpha, short) override
-    {
-        return nullptr;
-    }
-    void end_read_image() override {}
-};
-
 class dgViewTest : public testing::Test
 {
 protected:
-    dgViewTest()
-    {
-        recorder->reference();
-        view->view_port_dc(giBox2({0, 0}, {200, 100}));
-    }
+    dgViewTest() { view->view_port_dc(giBox2({0, 0}, {200, 100})); }
 
     /// The box around the corners of a box as the view shows them.
     giBox3 shown(giPoint3 const& low, giPoint3 const& high)
@@ -56,66 +28,10 @@ protected:
         return box;
     }
 
-    Owned<Recorder> recorder{new Recorder};
-    Owned<dgView> view{new dgView(recorder.get(), nullptr)};
+    Owned<dgView> view{new dgView(nullptr, nullptr)};
 };
 
 } // namespace
-
-TEST_F(dgViewTest, DrawsWithValuesThatHoldUntilReplacedAndTexturesForOneBlock)
-{
-    giTriBlock blocks[3];
-    for (giPoint3 const& point : {giPoint3{1, 0, 3}, giPoint3{-1, 2, 4}})
-        gsTriUtils::check_out_nodes(blocks[1]).append(point);
-    Image const image(new dgDuctImage("", 1, 1));
-    image->reference();
-    auto* const scene = new dgClientStructure;
-    scene->append(new dgSurfColour(gsColour(1, 0, 0)));
-    scene->append(new dgShadingMethod(dgShadingFlat));
-    scene->append(new dgBackFaceFlag(1));
-    scene->append(new dgTextureFlag(1, 0));
-    scene->append(new dgTexture(image.get(), dgTextureImageAsIs, dgTextureFilterNearest, dgTextureWrapClamp,
-                                dgTextureModulate, 0));
-    scene->append(new dgTextureCoordGenUV(giBox2({0, 0}, {1, 1}), nullptr, 0));
-    scene->append(new dgTriangleBlock(blocks[0], 0));
-    scene->append(nullptr);
-    scene->append(new dgSurfColour(gsColour(0, 1, 0)));
-    scene->append(new dgTriangleBlock(blocks[1], 0));
-    scene->append(new dgTriangleBlock(blocks[2], 0));
-    EXPECT_EQ(scene->bounding_box(1), giBox3({-1, 0, 3}, {1, 2, 4}));
-    view->render_network(nullptr);
-    view->render_network(scene);
-
-    ASSERT_EQ(recorder->drawn.size(), 3U);
-    for (std::size_t i = 0; i < 3; ++i) {
-        auto const& [block, state] = recorder->drawn[i];
-        EXPECT_EQ(block, &blocks[i]);
-        EXPECT_EQ(state.surface, i == 0 ? gsColour(1, 0, 0) : gsColour(0, 1, 0));
-        EXPECT_EQ(state.shading, dgShadingFlat);
-        EXPECT_TRUE(state.cull_back_faces);
-        EXPECT_EQ(state.texturing, i == 0);
-        EXPECT_EQ(state.texture.image, i == 0 ? image.get() : nullptr);
-        EXPECT_EQ(state.texture.wrap, i == 0 ? dgTextureWrapClamp : dgTextureWrapRepeat);
-        EXPECT_EQ(state.texture_range.empty(), i != 0);
-    }
-
-    view->root(scene);
-    view->root(scene); // which nobody else holds
-    view->render_network(nullptr);
-    EXPECT_EQ(recorder->drawn.size(), 6U);
-    Owned<dgStructure> const other(new dgClientStructure);
-    other->append(new dgTriangleBlock(blocks[0], 0));
-    view->render_network(other.get());
-    EXPECT_EQ(recorder->drawn.size(), 7U);
-
-    EXPECT_EQ(image->references(), 2);
-    view.reset();
-    EXPECT_EQ(image->references(), 1);
-    EXPECT_EQ(recorder->references(), 1);
-    view.reset(new dgView(nullptr, nullptr));
-    view->erase(dgEraseColourAndDepth);
-    view->render_network(other.get());
-}
 
 TEST_F(dgViewTest, FitsTheBoxWithAMarginAllRound)
 {

@@ -4,36 +4,7 @@
 
 #include "utString.h"
 
-#include <array>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <tuple>
-
-namespace {
-
-std::array<int, 6> modified(std::string const& path)
-{
-    ntFileDate const date = ntFileOps::file_modified_date(path.c_str());
-    return {date.year(), date.month(), date.day(), date.hour(), date.minute(), date.seconds()};
-}
-
-} // namespace
-
-TEST(ntFileOps, DatesAreFullYearsAndMonthsFromOneInUtc)
-{
-    TestFolder const folder;
-    std::string const path = folder.path("file");
-    write_bytes(path, "");
-    using Case = std::tuple<time_t, std::array<int, 6>>;
-    for (auto const& [seconds, date] :
-         {Case{0, {1970, 1, 1, 0, 0, 0}}, Case{-1, {1969, 12, 31, 23, 59, 59}},
-          Case{951827696, {2000, 2, 29, 12, 34, 56}}, Case{10000000000, {0, 0, 0, 0, 0, 0}}}) {
-        timespec const times[2] = {{seconds, 0}, {seconds, 999'999'999}};
-        ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
-        EXPECT_EQ(modified(path), date) << seconds;
-    }
-    EXPECT_EQ(modified(folder.path("missing")), (std::array<int, 6>{}));
-}
 
 TEST(ntFileOps, SizesAreTakenModuloTwoToTheThirtyTwo)
 {

@@ -4,8 +4,6 @@
 
 #include <tuple>
 
-using namespace std::literals;
-
 namespace {
 
 struct Compiled : reMatcher
@@ -35,18 +33,6 @@ TEST(ReMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
     for (int const start : {3, 4, -1})
         EXPECT_EQ(matcher.match("aba", start), 0) << start;
     EXPECT_TRUE(matcher.get_substring(0).invalid());
-}
-
-TEST(ReMatcher, TakesBytesAndEndsLinesAtCarriageReturnsAndLineFeeds)
-{
-    Compiled matcher("^x(.*)$");
-    for (std::string_view const rest : {""sv, "\xFF\xC3"sv, "\0\t"sv, "\v\f\x85"sv})
-        for (char const* end : {"", "\r", "\n", "\r\n"}) {
-            EXPECT_EQ(matcher.match(utString("x" + std::string(rest) + end), 0), 2);
-            EXPECT_EQ(matcher.get_substring(1), utString(rest));
-        }
-    for (char const* text : {"x\r.", "x\n.", "x\r\r", "x\n\r", "\rx"})
-        EXPECT_EQ(matcher.match(text, 0), 0);
 }
 
 TEST(ReMatcher, SaysWhatIsWrongWithAPattern)
