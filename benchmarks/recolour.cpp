@@ -27,7 +27,7 @@ std::vector<Picture> alike(int count, std::size_t pixel)
     std::vector<Picture> images;
     Picture const first = material_picture("alike", 512, 1);
     for (int i = 0; i < count; ++i) {
-        images.push_back(mrtool::hold(new dgDuctImage(*first)));
+        images.push_back(dg_hold(new dgDuctImage(*first)));
         std::memcpy(images.back()->pixels() + 4 * pixel, &i, 3);
     }
     return images;
@@ -43,7 +43,7 @@ public:
         cache.clear();
         for (Picture const& image : m_images)
             m_resultants.push_back(cache.recoloured_image(image.get(), m_colour));
-        m_wanted = mrtool::hold(new dgDuctImage(*m_images.front()));
+        m_wanted = dg_hold(new dgDuctImage(*m_images.front()));
     }
 
     void find() const

@@ -9,7 +9,7 @@
 #include "support/table.h"
 
 #include "dgOffscreenRenderer.h"
-#include "plainBlock.h"
+#include "sphere.h"
 
 #include <benchmark/benchmark.h>
 
@@ -66,7 +66,7 @@ public:
     Pair()
     {
         utString reason;
-        m_renderer = mrtool::hold(dgOffscreenRenderer::create(reason));
+        m_renderer = dg_hold(dgOffscreenRenderer::create(reason));
         require(m_renderer != nullptr, reason.c_str());
         std::fprintf(stderr, "drawn by %s\n", m_renderer->device().c_str());
         mrtool::fill_sphere(m_sphere);
@@ -79,7 +79,7 @@ public:
 
     void compare(Table& table, char const* work, Making const& make)
     {
-        mrtool::Counted<SceneRecorder> const recorder = mrtool::hold(new SceneRecorder);
+        dgCounted<SceneRecorder> const recorder = dg_hold(new SceneRecorder);
         mrThumbnails recorded(recorder.get(), *m_atts);
         make(recorded);
         Scene const& scene = recorder->scene;
@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    mrtool::Counted<dgOffscreenRenderer> m_renderer;
+    dgCounted<dgOffscreenRenderer> m_renderer;
     giTriBlock m_sphere;
     mrThumbAtts::FaceCountTable m_blocks{mrInitialSize, mrFillLimit};
     mrPieChart m_pie_chart;
@@ -111,9 +111,7 @@ int main(int argc, char** argv)
     Table table(argc, argv);
     Pair pair;
     auto const of = [](mrFileMat const& material) {
-        return [&material](mrThumbnails& thumbnails) {
-            return mrtool::hold(thumbnails.from_material(material));
-        };
+        return [&material](mrThumbnails& thumbnails) { return dg_hold(thumbnails.from_material(material)); };
     };
     std::unique_ptr<mrFileMat> const plain = material(1, 0);
     pair.compare(table, "from_material, one plain facet, 256²", of(*plain));
@@ -125,5 +123,5 @@ int main(int argc, char** argv)
     giTriBlockcoDListPtrcoPtrcoDList meshes;
     meshes.append(&sheet);
     pair.compare(table, "from_meshes of 1,000,000 triangles, 256²",
-                 [&](mrThumbnails& thumbnails) { return mrtool::hold(thumbnails.from_meshes(meshes)); });
+                 [&](mrThumbnails& thumbnails) { return dg_hold(thumbnails.from_meshes(meshes)); });
 }

@@ -51,9 +51,9 @@ int main(int argc, char** argv)
     mrPieChart const pie_chart;
     mrThumbAtts const atts(side, side, gsRGB(180, 180, 180), gsRGB(240, 240, 240), giVector3(0, 0, 1),
                            giVector3(0, 1, 0), &block, &blocks, &pie_chart);
-    auto const no_renderer = mrtool::hold(new SceneRecorder);
+    auto const no_renderer = dg_hold(new SceneRecorder);
     mrThumbnails thumbnails(no_renderer.get(), atts);
-    auto const ours = [&] { return mrtool::hold(thumbnails.from_image(*image)); };
+    auto const ours = [&] { return dg_hold(thumbnails.from_image(*image)); };
     require(look_alike(*ours(), scaled(same.get()).get()), "the two pictures differ");
 
     table.compare(

@@ -13,7 +13,7 @@
 
 Picture material_picture(char const* name, int side, unsigned seed)
 {
-    Picture picture = mrtool::hold(new dgDuctImage(name, side, side));
+    Picture picture = dg_hold(new dgDuctImage(name, side, side));
     unsigned char* pixel = picture->pixels();
     unsigned grain = seed;
     for (int y = 0; y < side; ++y)

@@ -1,7 +1,7 @@
 // What the benchmarks work on, the same bytes in every run.
 #pragma once
 
-#include "counted.h"
+#include "dgCounted.h"
 #include "mrContainers.h"
 #include "mrFileMat.h"
 
@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-using Picture = mrtool::Counted<dgDuctImage>;
+using Picture = dgCounted<dgDuctImage>;
 
 /// An opaque picture like one of a material: large shapes with a grain over them.
 /// @param seed  makes the grain

@@ -1,7 +1,7 @@
 // A program that draws one frame of a plain sphere and reads it back. It links what that takes, no more.
 #include "bareOpenGL.h"
 
-#include "plainBlock.h"
+#include "sphere.h"
 
 int main()
 {

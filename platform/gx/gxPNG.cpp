@@ -1,5 +1,7 @@
 #include "gxPNG.h"
 
+#include "utUTF8.h"
+
 #include <png.h>
 
 #include <algorithm>
@@ -243,29 +245,6 @@ bool is_ascii(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 128; });
 }
 
-/// Whether the text is UTF-8 as the standard has it: no longer forms, no surrogates, nothing past U+10FFFF.
-bool is_utf8(std::string_view text)
-{
-    auto const byte = [text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    for (std::size_t at = 0; at < text.size();) {
-        unsigned const lead = byte(at++);
-        if (lead < 0x80)
-            continue;
-        if (lead < 0xC2 || lead > 0xF4)
-            return false;
-        int const followers = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-        unsigned low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-        unsigned high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-        for (int i = 0; i < followers; ++i, ++at) {
-            if (at == text.size() || byte(at) < low || byte(at) > high)
-                return false;
-            low = 0x80;
-            high = 0xBF;
-        }
-    }
-    return true;
-}
-
 /// Whether libpng writes the keyword as it is: it drops and replaces what the format does not allow.
 bool is_keyword(std::string_view keyword)
 {
@@ -290,7 +269,7 @@ bool list_texts(utStringutStringcoTable const& texts, std::vector<png_text>& lis
         if (!is_keyword(key.view()) || !is_text(text.view()))
             return false;
         png_text entry{};
-        bool const international = !is_ascii(text.view()) && is_utf8(text.view());
+        bool const international = !is_ascii(text.view()) && utUTF8::is_valid(text.view());
         entry.compression = international ? PNG_ITXT_COMPRESSION_NONE : PNG_TEXT_COMPRESSION_NONE;
         entry.key = const_cast<char*>(key.c_str());
         entry.text = const_cast<char*>(text.c_str());

@@ -1,5 +1,6 @@
 #include "xmlWriter.h"
 
+#include "utUTF8.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
@@ -35,22 +36,6 @@ std::array<std::string_view, 256> const replacements = make_replacements();
 std::string_view replacement_of(char character)
 {
     return replacements[static_cast<unsigned char>(character)];
-}
-
-bool continues_character(char character)
-{
-    return (static_cast<unsigned char>(character) & 0xC0) == 0x80;
-}
-
-/// How many of the first @p room bytes can stand before a break that parts no UTF-8 character: none when the
-/// first character takes more. Bytes that are no UTF-8 are parted anywhere.
-/// @param text  longer than @p room
-std::size_t room_for_whole_characters(std::string_view text, std::size_t room)
-{
-    std::size_t whole = room;
-    while (whole > 0 && room - whole < 3 && continues_character(text[whole]))
-        --whole;
-    return continues_character(text[whole]) ? room : whole;
 }
 
 /// The text of the file, gathered, with an eye on the length of the line.
@@ -146,7 +131,7 @@ void Sheet::plain(std::string_view run)
 {
     while (!run.empty() && m_column + run.size() > usable) {
         std::size_t const room = usable - std::min(usable, m_column);
-        std::size_t const length = room_for_whole_characters(run, room);
+        std::size_t const length = utUTF8::cut(run, room).size();
         append(run.substr(0, length));
         run.remove_prefix(length);
         break_line();

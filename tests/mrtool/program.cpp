@@ -24,9 +24,9 @@ Outcome run_mrtool(std::string const& arguments, std::string const& before, std:
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_bytes(caught), read_bytes(errors)};
 }
 
-mrtool::Counted<dgDuctImage> four_colours(int side)
+dgCounted<dgDuctImage> four_colours(int side)
 {
-    auto image = mrtool::hold(new dgDuctImage("four colours", side, side));
+    auto image = dg_hold(new dgDuctImage("four colours", side, side));
     short const colours[2][2][4] = {{{255, 0, 0, 255}, {0, 255, 0, 255}},
                                     {{0, 0, 255, 255}, {255, 255, 255, 255}}};
     for (int y = 0; y < side; ++y)
@@ -72,12 +72,12 @@ void write_material(std::string const& path, std::vector<giColour> const& colour
     EXPECT_TRUE(mrFileMat(properties, facets, table).write(utString(path)));
 }
 
-mrtool::Counted<dgDuctImage> read_png(std::string const& path)
+dgCounted<dgDuctImage> read_png(std::string const& path)
 {
     utString reason;
-    auto image = mrtool::hold(gxImageFileUtils::read_image_file(utString(path), gxImageFilePNG, &reason));
+    auto image = dg_hold(gxImageFileUtils::read_image_file(utString(path), gxImageFilePNG, &reason));
     EXPECT_TRUE(image) << path << ": " << reason.c_str();
-    return image ? std::move(image) : mrtool::hold(new dgDuctImage("", 1, 1));
+    return image ? std::move(image) : dg_hold(new dgDuctImage("", 1, 1));
 }
 
 std::string pixel(dgDuctImage const& image, int x, int y)

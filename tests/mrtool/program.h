@@ -3,7 +3,7 @@
 
 #include "mrTest.h"
 
-#include "counted.h"
+#include "dgCounted.h"
 
 #include "dgDuctImage.h"
 #include "giColour.h"
@@ -25,7 +25,7 @@ Outcome run_mrtool(std::string const& arguments, std::string const& before = {},
                    std::string const& output = {});
 
 /// A picture of four colours: red, green over blue, white.
-mrtool::Counted<dgDuctImage> four_colours(int side = 8);
+dgCounted<dgDuctImage> four_colours(int side = 8);
 
 /// A PNG file of it, as the library puts it into a block of images; without title and name where @p title is
 /// empty.
@@ -35,7 +35,7 @@ std::string png_bytes(dgDuctImage const& image, std::string const& title = {});
 void write_material(std::string const& path, std::vector<giColour> const& colours,
                     std::vector<std::string> const& layers = {}, std::vector<std::string> const& images = {});
 
-mrtool::Counted<dgDuctImage> read_png(std::string const& path);
+dgCounted<dgDuctImage> read_png(std::string const& path);
 
 /// The pixel as "red green blue".
 std::string pixel(dgDuctImage const& image, int x, int y);

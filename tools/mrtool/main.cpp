@@ -3,8 +3,8 @@
 #include "messages.h"
 #include "pendingFile.h"
 #include "process.h"
-#include "text.h"
 #include "untrustedReader.h"
+#include "utConcat.h"
 
 #include <CLI/CLI.hpp>
 
@@ -25,7 +25,7 @@ namespace {
 
 using namespace mrtool;
 
-std::string const size_form = text("N or WxH, each 1 to ", ThumbOptions::max_side, " pixels");
+std::string const size_form = ut_concat("N or WxH, each 1 to ", ThumbOptions::max_side, " pixels");
 constexpr char colour_form[] = "RRGGBB in hexadecimal, with or without #, black or white";
 
 /// Stands in front of each argument that is no option while CLI11 has it: among names of files, "[a,b]", "++"
@@ -127,9 +127,9 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
             "--size",
             [&](std::string const& size) {
                 if (!parse_size(size, options.width, options.height))
-                    throw CLI::ValidationError("--size", text(size, " is not ", size_form));
+                    throw CLI::ValidationError("--size", ut_concat(size, " is not ", size_form));
             },
-            text(size_form, "; ", options.width, " when not given"))
+            ut_concat(size_form, "; ", options.width, " when not given"))
         ->type_name("SIZE");
     thumb->add_option("--up", options.up, "What is up in meshes: y or z; by their format when not given")
         ->type_name("AXIS")
@@ -139,9 +139,9 @@ CLI::App* add_thumb(CLI::App& app, ThumbOptions& options)
             "--background",
             [&](std::string const& colour) {
                 if (!parse_colour(colour, options.background))
-                    throw CLI::ValidationError("--background", text(colour, " is not ", colour_form));
+                    throw CLI::ValidationError("--background", ut_concat(colour, " is not ", colour_form));
             },
-            text(colour_form, "; f0f0f0 when not given"))
+            ut_concat(colour_form, "; f0f0f0 when not given"))
         ->type_name("COLOUR");
     thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
     return with_values_unmarked(thumb);
@@ -207,8 +207,9 @@ std::string not_expected(CLI::App const& app)
     if (of_subcommand.empty())
         return {};
     std::string const& name = parsed.front()->get_name();
-    return text("mrtool ", name, " has no option ", of_subcommand.front(),
-                "; a file of that name goes behind --: ", "mrtool ", name, " -- ", of_subcommand.front());
+    return ut_concat("mrtool ", name, " has no option ", of_subcommand.front(),
+                     "; a file of that name goes behind --: ", "mrtool ", name, " -- ",
+                     of_subcommand.front());
 }
 
 /// Says what is wrong, then how the subcommand that was named, if one was, is used.
@@ -282,7 +283,7 @@ int finished(int status)
     std::cout.flush();
     if (std::fflush(stdout) == 0 && !std::ferror(stdout))
         return status;
-    std::string const reason = errno != 0 ? text(": ", std::strerror(errno)) : "";
+    std::string const reason = errno != 0 ? ut_concat(": ", std::strerror(errno)) : "";
     say("standard output", "cannot be written" + reason);
     return something_failed;
 }

@@ -1,0 +1,237 @@
+#include "assimpKeys.h"
+
+#include "textLimits.h"
+#include "utConcat.h"
+
+#include <algorithm>
+#include <assimp/GltfMaterial.h>
+#include <string_view>
+
+namespace mrtool {
+
+namespace {
+
+/// Of the three values that Assimp's macros stand for, the one that names the property.
+constexpr std::string_view key(char const* name, unsigned, unsigned)
+{
+    return name;
+}
+
+/// Properties that are carried over, or that say nothing about the look of a surface on both of whose sides
+/// the light falls.
+constexpr std::string_view silent_keys[] = {
+    key(AI_MATKEY_NAME),
+    key(AI_MATKEY_COLOR_DIFFUSE),
+    key(AI_MATKEY_BASE_COLOR),
+    key(AI_MATKEY_OPACITY),
+    key(AI_MATKEY_TRANSPARENCYFACTOR), // what the opacity was worked out from
+    key(AI_MATKEY_ROUGHNESS_FACTOR),
+    key(AI_MATKEY_GLOSSINESS_FACTOR), // what the shininess was worked out from
+    key(AI_MATKEY_SHININESS),
+    key(AI_MATKEY_METALLIC_FACTOR),
+    key(AI_MATKEY_REFLECTIVITY),
+    key(AI_MATKEY_REFRACTI),
+    key(AI_MATKEY_COLOR_EMISSIVE),
+    key(AI_MATKEY_EMISSIVE_INTENSITY),
+    key(AI_MATKEY_TWOSIDED),
+    key(AI_MATKEY_SHADING_MODEL),
+    key(AI_MATKEY_ENABLE_WIREFRAME),
+    key(AI_MATKEY_BUMPSCALING), // says something together with its map alone
+    key(AI_MATKEY_GLTF_ALPHAMODE),
+    key(AI_MATKEY_GLTF_ALPHACUTOFF),
+    key(AI_MATKEY_SHEEN_ROUGHNESS_FACTOR),
+    key(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR),
+};
+
+struct LeftOut
+{
+    std::string_view key;
+    char const* words;
+    /// The values at which it makes no difference.
+    float neutral;
+    float also_neutral;
+};
+
+constexpr LeftOut left_out_keys[] = {
+    {key(AI_MATKEY_COLOR_AMBIENT), "the ambient colour", 0, 0},
+    {key(AI_MATKEY_COLOR_SPECULAR), "the specular colour", 0, 0},
+    {key(AI_MATKEY_COLOR_TRANSPARENT), "the colour of transparency", 0, 1},
+    {key(AI_MATKEY_COLOR_REFLECTIVE), "the colour of reflection", 0, 1},
+    {key(AI_MATKEY_SHININESS_STRENGTH), "the strength of the highlight", 0, 1},
+    {key(AI_MATKEY_SPECULAR_FACTOR), "the specular factor", 1, 1},
+    {key(AI_MATKEY_ANISOTROPY_FACTOR), "the anisotropy", 0, 0},
+    {key(AI_MATKEY_SHEEN_COLOR_FACTOR), "the sheen", 0, 0},
+    {key(AI_MATKEY_CLEARCOAT_FACTOR), "the clear coat", 0, 0},
+    {key(AI_MATKEY_TRANSMISSION_FACTOR), "the transmission", 0, 0},
+    {key(AI_MATKEY_VOLUME_THICKNESS_FACTOR), "the thickness", 0, 0},
+    {key(AI_MATKEY_VOLUME_ATTENUATION_DISTANCE), "the attenuation distance", 0, 0},
+    {key(AI_MATKEY_VOLUME_ATTENUATION_COLOR), "the attenuation colour", 1, 1},
+    {key(AI_MATKEY_BLEND_FUNC), "the way of blending", 0, 0},
+};
+
+struct MapKind
+{
+    aiTextureType type;
+    char const* words;
+};
+
+constexpr MapKind map_kinds[] = {
+    {aiTextureType_DIFFUSE, "the further colour map"},
+    {aiTextureType_BASE_COLOR, "the further colour map"},
+    {aiTextureType_SPECULAR, "the specular map"},
+    {aiTextureType_AMBIENT, "the ambient map"},
+    {aiTextureType_EMISSIVE, "the emission map"},
+    {aiTextureType_EMISSION_COLOR, "the emission map"},
+    {aiTextureType_HEIGHT, "the bump map"},
+    {aiTextureType_NORMALS, "the normal map"},
+    {aiTextureType_NORMAL_CAMERA, "the normal map"},
+    {aiTextureType_SHININESS, "the shininess map"},
+    {aiTextureType_OPACITY, "the opacity map"},
+    {aiTextureType_DISPLACEMENT, "the displacement map"},
+    {aiTextureType_LIGHTMAP, "the light map"},
+    {aiTextureType_AMBIENT_OCCLUSION, "the occlusion map"},
+    {aiTextureType_REFLECTION, "the reflection map"},
+    {aiTextureType_METALNESS, "the metalness map"},
+    {aiTextureType_DIFFUSE_ROUGHNESS, "the roughness map"},
+    {aiTextureType_SHEEN, "the sheen map"},
+    {aiTextureType_CLEARCOAT, "the clear coat map"},
+    {aiTextureType_TRANSMISSION, "the transmission map"},
+};
+
+/// What a texture of a surface can be laid like, and the value of plain repeating.
+struct Layout
+{
+    char const* key;
+    int plain;
+    char const* words;
+};
+
+constexpr Layout layouts[] = {
+    {_AI_MATKEY_UVWSRC_BASE, 0, "the texture's choice of a further set of coordinates"},
+    {_AI_MATKEY_MAPPINGMODE_U_BASE, aiTextureMapMode_Wrap, "the texture's clamping or mirroring"},
+    {_AI_MATKEY_MAPPINGMODE_V_BASE, aiTextureMapMode_Wrap, "the texture's clamping or mirroring"},
+    {_AI_MATKEY_MAPPING_BASE, aiTextureMapping_UV, "the texture's projection"},
+    {_AI_MATKEY_TEXOP_BASE, aiTextureOp_Multiply, "the texture's way of blending"},
+};
+
+bool colours_surface(unsigned type)
+{
+    return type == aiTextureType_DIFFUSE || type == aiTextureType_BASE_COLOR;
+}
+
+bool makes_no_difference(aiMaterial const& material, aiMaterialProperty const& property,
+                         LeftOut const& left_out)
+{
+    ai_real values[4];
+    unsigned count = 4;
+    if (material.Get(property.mKey.C_Str(), 0, 0, values, &count) != aiReturn_SUCCESS)
+        return false;
+    auto const all = [&](float neutral) {
+        return std::all_of(values, values + std::min(count, 3u), [=](float each) { return each == neutral; });
+    };
+    return all(left_out.neutral) || all(left_out.also_neutral);
+}
+
+void say_value(aiMaterial const& material, aiMaterialProperty const& property, Words& words)
+{
+    std::string_view const name = property.mKey.C_Str();
+    if (std::find(std::begin(silent_keys), std::end(silent_keys), name) != std::end(silent_keys))
+        return;
+    auto const known = std::find_if(std::begin(left_out_keys), std::end(left_out_keys),
+                                    [=](LeftOut const& each) { return each.key == name; });
+    if (known != std::end(left_out_keys)) {
+        if (!makes_no_difference(material, property, *known))
+            words.add(known->words);
+        return;
+    }
+    // "$raw." is a format's own wording of what is there a second time, "?" belongs to the scene.
+    bool const repeats = name.starts_with("$raw.") || name.starts_with("?");
+    if (!repeats)
+        words.add(ut_concat("the property \"", name.substr(name.find('.') + 1), "\""));
+}
+
+std::string quoted_path(aiString const& path)
+{
+    // A star and a number stand for an image in the scene file.
+    return path.length == 0 || path.data[0] == '*' ? "" : ut_concat(" \"", path.C_Str(), "\"");
+}
+
+/// Whether the map that no kind is known of is there a second time under its kind.
+bool known_elsewhere(aiMaterial const& material, aiString const& path)
+{
+    return std::any_of(std::begin(map_kinds), std::end(map_kinds), [&](MapKind const& kind) {
+        aiString other;
+        return material.Get(AI_MATKEY_TEXTURE(kind.type, 0), other) == aiReturn_SUCCESS && other == path;
+    });
+}
+
+void say_map(aiMaterial const& material, aiMaterialProperty const& property, SurfaceTexture const& surface,
+             Words& words)
+{
+    aiString path;
+    material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path);
+    if (colours_surface(property.mSemantic) && path == surface.path)
+        return;
+    auto const kind = std::find_if(std::begin(map_kinds), std::end(map_kinds), [&](MapKind const& each) {
+        return static_cast<unsigned>(each.type) == property.mSemantic;
+    });
+    if (kind != std::end(map_kinds))
+        words.add(ut_concat(kind->words, quoted_path(path)));
+    else if (!known_elsewhere(material, path))
+        words.add(ut_concat("the further map", quoted_path(path)));
+}
+
+void say_layout(aiMaterial const& material, aiTextureType type, Words& words)
+{
+    for (Layout const& layout : layouts) {
+        int value = layout.plain;
+        material.Get(layout.key, type, 0, value);
+        if (value != layout.plain)
+            words.add(layout.words);
+    }
+    aiUVTransform transform;
+    material.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform);
+    if (transform.mTranslation != aiVector2D() || transform.mScaling != aiVector2D(1, 1) ||
+        transform.mRotation != 0)
+        words.add("the texture's scale, shift or turn");
+    ai_real strength = 1;
+    material.Get(AI_MATKEY_TEXBLEND(type, 0), strength);
+    if (strength != 1)
+        words.add("the texture's strength");
+    int flags = 0;
+    material.Get(AI_MATKEY_TEXFLAGS(type, 0), flags);
+    if ((flags & aiTextureFlags_Invert) != 0)
+        words.add("the texture's inversion");
+}
+
+} // namespace
+
+SurfaceTexture surface_texture(aiMaterial const& material)
+{
+    for (aiTextureType type : {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE}) {
+        SurfaceTexture texture{type, {}};
+        if (material.Get(AI_MATKEY_TEXTURE(type, 0), texture.path) == aiReturn_SUCCESS &&
+            texture.path.length > 0)
+            return texture;
+    }
+    return {};
+}
+
+std::vector<std::string> left_out_of(aiMaterial const& material)
+{
+    Words words;
+    SurfaceTexture const surface = surface_texture(material);
+    for (unsigned at = 0; at < material.mNumProperties; ++at) {
+        aiMaterialProperty const& property = *material.mProperties[at];
+        std::string_view const name = property.mKey.C_Str();
+        if (name == _AI_MATKEY_TEXTURE_BASE)
+            say_map(material, property, surface, words);
+        else if (!name.starts_with("$tex."))
+            say_value(material, property, words);
+    }
+    if (surface.type != aiTextureType_NONE)
+        say_layout(material, surface.type, words);
+    return words.take();
+}
+
+} // namespace mrtool

@@ -1,0 +1,167 @@
+#include "childProcess.h"
+
+#include "process.h"
+#include "utConcat.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <string_view>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t last_words_kept = 4096;
+
+/// Both ends of a pipe, closed at the end.
+struct Pipe
+{
+    Pipe() { open = pipe2(ends, O_CLOEXEC) == 0; }
+    ~Pipe()
+    {
+        close_end(0);
+        close_end(1);
+    }
+    Pipe(Pipe const&) = delete;
+    Pipe& operator=(Pipe const&) = delete;
+
+    void close_end(int which)
+    {
+        if (ends[which] >= 0)
+            close(ends[which]);
+        ends[which] = -1;
+    }
+
+    int ends[2] = {-1, -1};
+    bool open = false;
+};
+
+/// Between fork and exec: only calls that are safe there, since a renderer's threads may be around.
+[[noreturn]] void become(char* const* arguments, ChildLimits const& limits, pid_t parent, int input,
+                         int output, int words)
+{
+    die_with(parent, SIGKILL);
+    int const nothing = open("/dev/null", O_RDWR);
+    dup2(input >= 0 ? input : nothing, STDIN_FILENO);
+    dup2(output, STDOUT_FILENO);
+    dup2(words, STDERR_FILENO);
+    limit_memory(RLIMIT_AS, limits.memory);
+    signal(SIGPIPE, SIG_DFL);
+    execv(arguments[0], arguments);
+    _exit(127);
+}
+
+/// Collects output and last words until the child closed both.
+/// @return finished, or which limit was reached before
+ChildEnd collect(int output, int words, ChildLimits const& limits, Deadline& deadline, std::string& caught,
+                 std::string& last_words)
+{
+    pollfd both[] = {{output, POLLIN, 0}, {words, POLLIN, 0}};
+    std::string* const texts[] = {&caught, &last_words};
+    while (both[0].fd >= 0 || both[1].fd >= 0) {
+        int const wait = deadline.wait();
+        if (wait == 0)
+            return ChildEnd::out_of_time;
+        if (poll(both, 2, wait) <= 0)
+            continue;
+        for (int which : {0, 1})
+            if (both[which].fd >= 0 && both[which].revents != 0 && !drain(both[which].fd, *texts[which]))
+                both[which].fd = -1;
+        if (caught.size() > limits.output)
+            return ChildEnd::too_much_output;
+        if (last_words.size() > last_words_kept)
+            last_words.erase(0, last_words.size() - last_words_kept);
+    }
+    return ChildEnd::finished;
+}
+
+/// Some loaders end the process when an allocation fails. They say so first, in these words (the run-time
+/// library of an SVG reader, and the one underneath the image loader).
+bool speaks_of_memory(std::string_view words)
+{
+    return words.find("memory allocation of ") != words.npos ||
+           words.find("failed to allocate ") != words.npos;
+}
+
+} // namespace
+
+void judge(int status, std::string const& last_words, ChildResult& result)
+{
+    if (WIFEXITED(status)) {
+        result.code = WEXITSTATUS(status);
+        result.end = result.code == child_out_of_memory ? ChildEnd::out_of_memory : ChildEnd::finished;
+        return;
+    }
+    result.code = WTERMSIG(status);
+    bool const gave_up = result.code == SIGABRT || result.code == SIGTRAP;
+    result.end = gave_up && speaks_of_memory(last_words) ? ChildEnd::out_of_memory : ChildEnd::crashed;
+}
+
+ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits const& limits, int input)
+{
+    ChildResult result;
+    Pipe output, words;
+    std::vector<char*> pointers;
+    for (std::string const& argument : arguments)
+        pointers.push_back(const_cast<char*>(argument.c_str())); // exec's signature; it changes nothing
+    pointers.push_back(nullptr);
+
+    Deadline deadline(limits.time);
+    pid_t const parent = getpid();
+    pid_t const child = output.open && words.open ? fork() : -1;
+    if (child < 0) {
+        result.code = errno;
+        return result;
+    }
+    if (child == 0)
+        become(pointers.data(), limits, parent, input, output.ends[1], words.ends[1]);
+    output.close_end(1);
+    words.close_end(1);
+
+    std::string last_words;
+    result.end = collect(output.ends[0], words.ends[0], limits, deadline, result.output, last_words);
+    int status = 0;
+    if (result.end == ChildEnd::finished && ended(child, deadline, status)) {
+        judge(status, last_words, result);
+        return result;
+    }
+    if (result.end == ChildEnd::finished)
+        result.end = ChildEnd::out_of_time;
+    kill_child(child);
+    return result;
+}
+
+std::string describe(ChildResult const& result, ChildLimits const& limits)
+{
+    auto const size = [](std::uint64_t bytes) {
+        std::uint64_t const whole = bytes >> 30;
+        return whole > 0 ? ut_concat(whole, " GiB") : ut_concat(bytes >> 20, " MiB");
+    };
+    auto const seconds = [](std::chrono::milliseconds time) {
+        return time.count() % 1000 == 0 ? ut_concat(time.count() / 1000, " s")
+                                        : ut_concat(time.count(), " ms");
+    };
+    switch (result.end) {
+    case ChildEnd::finished:
+        return ut_concat("ended with status ", result.code);
+    case ChildEnd::crashed:
+        return ut_concat("crashed (signal ", result.code, ")");
+    case ChildEnd::out_of_time:
+        return "took longer than " + seconds(limits.time);
+    case ChildEnd::out_of_memory:
+        return "used more than " + size(limits.memory);
+    case ChildEnd::too_much_output:
+        return "gave more than " + size(limits.output);
+    case ChildEnd::not_started:
+        break;
+    }
+    return std::string("could not be done in a process of its own: ") + std::strerror(result.code);
+}
+
+} // namespace mrtool

@@ -1,0 +1,301 @@
+#include "mtlReader.h"
+
+#include "objStatements.h"
+#include "siblingFile.h"
+#include "textLimits.h"
+#include "utConcat.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace mrtool {
+
+namespace {
+
+struct NumberStatement
+{
+    std::string_view word;
+    std::optional<double> SceneMaterial::*value;
+};
+
+constexpr NumberStatement number_statements[] = {
+    {"ns", &SceneMaterial::shininess},        {"d", &SceneMaterial::opacity},
+    {"tr", &SceneMaterial::transparency},     {"pr", &SceneMaterial::roughness},
+    {"ni", &SceneMaterial::refractive_index}, {"pm", &SceneMaterial::metalness},
+};
+
+struct ColourStatement
+{
+    std::string_view word;
+    std::optional<SceneColour> SceneMaterial::*value;
+};
+
+constexpr ColourStatement colour_statements[] = {
+    {"kd", &SceneMaterial::colour},
+    {"ke", &SceneMaterial::emission},
+};
+
+struct LeftOutStatement
+{
+    std::string_view word;
+    char const* words;
+    /// The values at which it makes no difference.
+    double neutral;
+    double also_neutral;
+};
+
+constexpr LeftOutStatement left_out_statements[] = {
+    {"ka", "the ambient colour", 0, 0},
+    {"ks", "the specular colour", 0, 0},
+    {"tf", "the colour of transparency", 0, 1},
+    {"illum", "the illumination model", 1, 2},
+    {"sharpness", "the sharpness of reflections", 60, 60},
+    {"ps", "the sheen", 0, 0},
+    {"pc", "the clear coat", 0, 0},
+    {"pcr", "the roughness of the clear coat", 0, 0},
+    {"aniso", "the anisotropy", 0, 0},
+    {"anisor", "the turn of the anisotropy", 0, 0},
+};
+
+struct MapStatement
+{
+    std::string_view word;
+    char const* words;
+};
+
+constexpr MapStatement map_statements[] = {
+    {"map_ka", "the ambient map"},   {"map_ks", "the specular map"},   {"map_ke", "the emission map"},
+    {"map_ns", "the shininess map"}, {"map_d", "the opacity map"},     {"map_tr", "the transparency map"},
+    {"map_bump", "the bump map"},    {"bump", "the bump map"},         {"norm", "the normal map"},
+    {"map_kn", "the normal map"},    {"disp", "the displacement map"}, {"map_disp", "the displacement map"},
+    {"decal", "the decal map"},      {"refl", "the reflection map"},   {"map_refl", "the reflection map"},
+    {"map_pr", "the roughness map"}, {"map_pm", "the metalness map"},  {"map_ps", "the sheen map"},
+};
+
+/// An option before the file's name of a map: so many numbers at most follow it, or else one word.
+struct MapOption
+{
+    std::string_view word;
+    int most_numbers;
+    double plain[3];             ///< the numbers at which it makes no difference
+    std::string_view plain_word; ///< the like of the word
+};
+
+constexpr MapOption map_options[] = {
+    {"-s", 3, {1, 1, 1}, {}},      {"-o", 3, {0, 0, 0}, {}},  {"-t", 3, {0, 0, 0}, {}},
+    {"-mm", 2, {0, 1, 0}, {}},     {"-bm", 1, {1, 0, 0}, {}}, {"-boost", 1, {0, 0, 0}, {}},
+    {"-texres", 1, {0, 0, 0}, {}}, {"-blendu", 0, {}, "on"},  {"-blendv", 0, {}, "on"},
+    {"-cc", 0, {}, "off"},         {"-clamp", 0, {}, "off"},  {"-imfchan", 0, {}, "rgb"},
+    {"-type", 0, {}, {}},
+};
+
+template <class Table>
+auto find(Table const& table, std::string_view word)
+{
+    auto const found =
+        std::find_if(std::begin(table), std::end(table), [=](auto const& each) { return each.word == word; });
+    return found == std::end(table) ? nullptr : &*found;
+}
+
+/// One or three numbers and nothing but a comment behind them; of one, it is taken three times.
+std::optional<SceneColour> whole_colour(std::string_view rest)
+{
+    SceneColour colour{};
+    std::size_t count = 0;
+    while (count < colour.size()) {
+        std::optional<double> const number = take_number(rest);
+        if (!number)
+            break;
+        colour[count++] = *number;
+    }
+    if ((!rest.empty() && !rest.starts_with('#')) || (count != 1 && count != 3))
+        return std::nullopt;
+    if (count == 1)
+        colour[1] = colour[2] = colour[0];
+    return colour;
+}
+
+std::optional<double> whole_number(std::string_view rest)
+{
+    std::optional<double> const number = take_number(rest);
+    return rest.empty() || rest.starts_with('#') ? number : std::nullopt;
+}
+
+struct Map
+{
+    std::string file;
+    std::vector<std::string> options; ///< those that make a difference
+};
+
+/// Takes the option's values off the front.
+/// @return whether they make a difference
+bool take_values(MapOption const& option, std::string_view& rest)
+{
+    if (option.most_numbers == 0)
+        return take_word(rest) != option.plain_word;
+    bool plain = true;
+    for (int at = 0; at < option.most_numbers; ++at)
+        if (std::optional<double> const number = take_number(rest))
+            plain = plain && *number == option.plain[at];
+    return !plain;
+}
+
+Map map_of(std::string_view rest)
+{
+    Map map;
+    for (;;) {
+        std::string_view left = rest;
+        MapOption const* const option = find(map_options, take_word(left));
+        if (!option)
+            break;
+        bool const matters = take_values(*option, left);
+        std::string_view taken = rest.substr(0, rest.size() - left.size());
+        taken.remove_suffix(taken.size() - (taken.find_last_not_of(" \t") + 1));
+        if (matters)
+            map.options.push_back(ut_concat("the texture's option \"", taken, "\""));
+        rest = left;
+    }
+    map.file = rest;
+    return map;
+}
+
+class MtlReader
+{
+public:
+    MtlReader(std::string const& path, Scene& scene)
+        : m_statements(path), m_name(name_without_folders(path)), m_scene(scene)
+    {}
+
+    bool read()
+    {
+        ObjStatement statement;
+        while (m_statements.next(statement))
+            take(statement);
+        finish();
+        return m_statements.good();
+    }
+
+private:
+    void take(ObjStatement const& statement)
+    {
+        if (statement.word == "newmtl")
+            return begin(statement.rest);
+        if (m_open && !understood(statement))
+            material().failures.push_back(ut_concat(place(statement), " makes no sense"));
+        if (!m_open && !m_said_early)
+            m_scene.warnings.push_back(
+                ut_concat(place(statement), " and all else before \"newmtl\" is passed over"));
+        m_said_early = true;
+    }
+
+    void begin(std::string const& name)
+    {
+        finish();
+        m_scene.materials.emplace_back().name = name;
+        m_open = true;
+    }
+
+    void finish()
+    {
+        if (!m_open)
+            return;
+        settle_transparency();
+        material().left_out = m_left_out.take();
+    }
+
+    /// Of the two ways to say how much light passes, "d" is the one that all programs agree on.
+    void settle_transparency()
+    {
+        if (!material().opacity || !material().transparency)
+            return;
+        // Programs round what they write.
+        if (std::abs(*material().opacity + *material().transparency - 1.0) > 1e-3)
+            material().notes.push_back(ut_concat("its \"Tr\" of ", *material().transparency,
+                                                 " is passed over, since its \"d\" says ",
+                                                 *material().opacity));
+        material().transparency.reset();
+    }
+
+    bool understood(ObjStatement const& statement)
+    {
+        if (statement.word == "d" && statement.rest.starts_with("-halo"))
+            return leave_out("the halo (\"d -halo\")");
+        if (auto const* number = find(number_statements, statement.word))
+            return set(statement, material().*number->value, whole_number(statement.rest));
+        if (auto const* colour = find(colour_statements, statement.word))
+            return set(statement, material().*colour->value, whole_colour(statement.rest));
+        if (statement.word == "map_kd")
+            return take_texture(statement);
+        if (auto const* map = find(map_statements, statement.word))
+            return leave_out(ut_concat(map->words, " \"", map_of(statement.rest).file, "\""));
+        if (auto const* left_out = find(left_out_statements, statement.word))
+            return leave_out(*left_out, whole_colour(statement.rest));
+        return leave_out(ut_concat("the statement \"", statement.written, "\""));
+    }
+
+    template <class T>
+    bool set(ObjStatement const& statement, std::optional<T>& value, std::optional<T> const& said)
+    {
+        if (!said)
+            return false;
+        say_if_again(statement, value.has_value());
+        value = said;
+        return true;
+    }
+
+    void say_if_again(ObjStatement const& statement, bool again)
+    {
+        if (again)
+            material().notes.push_back(ut_concat(place(statement), " takes the place of an earlier one"));
+    }
+
+    bool leave_out(LeftOutStatement const& statement, std::optional<SceneColour> const& value)
+    {
+        auto const all = [&](double neutral) {
+            return value &&
+                   std::all_of(value->begin(), value->end(), [=](double each) { return each == neutral; });
+        };
+        return all(statement.neutral) || all(statement.also_neutral) || leave_out(statement.words);
+    }
+
+    bool leave_out(std::string words)
+    {
+        m_left_out.add(std::move(words));
+        return true;
+    }
+
+    bool take_texture(ObjStatement const& statement)
+    {
+        Map map = map_of(statement.rest);
+        if (map.file.empty())
+            return false;
+        say_if_again(statement, !material().texture.empty());
+        material().texture = std::move(map.file);
+        for (std::string& option : map.options)
+            leave_out(std::move(option));
+        return true;
+    }
+
+    SceneMaterial& material() { return m_scene.materials.back(); }
+
+    std::string place(ObjStatement const& statement) const
+    {
+        return ut_concat("\"", statement.written, "\" in line ", statement.line, " of ", m_name);
+    }
+
+    ObjStatements m_statements;
+    std::string m_name;
+    Scene& m_scene;
+    Words m_left_out;    ///< of the material that is open
+    bool m_open = false; ///< whether the scene's last material is this file's
+    bool m_said_early = false;
+};
+
+} // namespace
+
+bool read_mtl_file(std::string const& path, Scene& scene)
+{
+    return MtlReader(path, scene).read();
+}
+
+} // namespace mrtool

@@ -1,0 +1,183 @@
+// The contents of a file for a reader.
+#include "fileInfo.h"
+#include "messages.h"
+#include "utConcat.h"
+#include "utUTF8.h"
+
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include "dgDuctImage.h"
+
+#include <cstdio>
+
+namespace mrtool {
+
+namespace {
+
+constexpr std::size_t longest_text = 400;
+
+/// The text in quotes; of a very long one the beginning.
+std::string shown(utString const& value)
+{
+    std::string const whole = utUTF8::from_any(value.view());
+    if (whole.size() <= longest_text)
+        return printable(in_quotes(whole));
+    return ut_concat(printable(in_quotes(utUTF8::cut(whole, longest_text))), " and so on, ", value.length(),
+                     " bytes");
+}
+
+std::string colour_text(giColour const& colour)
+{
+    return ut_concat(int{colour.red()}, " ", int{colour.green()}, " ", int{colour.blue()});
+}
+
+std::string size_text(int width, int height)
+{
+    return ut_concat(width, " x ", height);
+}
+
+std::string size_text(dgDuctImage const& image)
+{
+    return size_text(image.width(), image.height());
+}
+
+std::string value_text(mrMatProp const& property)
+{
+    switch (property.prop_type()) {
+    case mrMatPropString:
+        return shown(property.string_value());
+    case mrMatPropInteger:
+        return ut_concat(property.integer_value());
+    default:
+        return ut_concat(property.double_value());
+    }
+}
+
+/// Lines with a name and a value in a column.
+class Listing
+{
+public:
+    void line(int indent, std::string const& name, std::string const& value = {})
+    {
+        constexpr std::size_t column = 26;
+        std::string line = std::string(static_cast<std::size_t>(indent) * 2, ' ') + name;
+        if (!value.empty())
+            line += std::string(line.size() < column ? column - line.size() : 1, ' ') + value;
+        m_text += line + "\n";
+    }
+
+    void properties(int indent, mrMatPropcoSet const& properties)
+    {
+        for (mrMatProp const& property : properties) {
+            utString type;
+            mrTypes::print(property.prop_type(), type);
+            line(indent, "property " + shown(property.name()),
+                 ut_concat(value_text(property), " (", type, ")"));
+        }
+    }
+
+    std::string take() { return std::move(m_text); }
+
+private:
+    std::string m_text;
+};
+
+void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
+{
+    listing.line(2, "name", shown(plain.name()));
+    listing.properties(2, plain.properties());
+    listing.line(2, "affinity", ut_concat(plain.affinity()));
+    listing.line(2, "diffuse colour", colour_text(plain.diffuse_colour()));
+    listing.line(2, "polish", ut_concat(plain.polish()));
+    listing.line(2, "reflect", ut_concat(plain.reflect()));
+    listing.line(2, "transparency", ut_concat(plain.transparency()));
+    listing.line(2, "emission", ut_concat(plain.emission()));
+    listing.line(2, "refractive index", ut_concat(plain.refractive_index()));
+    bool const shaded = !plain.shader_definition().invalid();
+    listing.line(2, "shader definition", shaded ? shown(plain.shader_definition()) : "none");
+}
+
+void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMat const& material)
+{
+    utString type;
+    mrTypes::print(layer.layer_type(), type);
+    dgDuctImage const* const image = material.images().read(layer.image_name());
+    std::string const tint =
+        layer.recoloured() ? "tinted towards " + colour_text(layer.recolour()) : "not tinted";
+    listing.line(2, ut_concat("layer ", number),
+                 ut_concat(shown(layer.image_name()), ", ", type, ", ",
+                           image ? size_text(*image) : "no such image", ", ", tint));
+}
+
+void list(Listing& listing, MaterialContents const& contents)
+{
+    utString encapsulation;
+    mrTypes::print(contents.encapsulation, encapsulation);
+    listing.line(1, "encapsulation", encapsulation.c_str());
+    listing.properties(1, contents.material.file_props());
+    int facet_number = 0;
+    for (mrFMFacet const* facet : contents.material.facets()) {
+        listing.line(1, ut_concat("facet ", ++facet_number));
+        list_plain_material(listing, facet->plain_mat());
+        int layer_number = 0;
+        for (mrFMTexture const& layer : facet->textures())
+            list_layer(listing, ++layer_number, layer, contents.material);
+    }
+    for (auto const& [title, image] : contents.material.images())
+        listing.line(1, "image " + shown(title), size_text(*image) + ", named " + shown(image->name()));
+}
+
+std::string colour_line(mrColourPalette const& palette, int index)
+{
+    utString name;
+    std::string line = colour_text(palette.colour(index, name));
+    line += ut_concat(", ", keyword(palette.colour_encoding(index)));
+    doublecoDList components;
+    palette.colour_components(index, components);
+    for (double const component : components)
+        line += ut_concat(" ", component);
+    if (!name.invalid())
+        line += ", " + shown(name);
+    return line;
+}
+
+void list(Listing& listing, PaletteFile const& file)
+{
+    for (int index = 0; index < file.palette.size(); ++index)
+        listing.line(1, ut_concat("colour ", index), colour_line(file.palette, index));
+}
+
+std::string hexadecimal(int hash)
+{
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "%08x", static_cast<unsigned>(hash));
+    return digits;
+}
+
+void list(Listing& listing, CacheContents const& cache)
+{
+    listing.line(1, "size limit", ut_concat(cache.max_cache_size));
+    listing.line(1, "shrinkage", ut_concat(cache.shrinkage));
+    for (CacheEntry const& entry : cache.entries)
+        listing.line(1, ut_concat("entry ", entry.hash),
+                     ut_concat(hexadecimal(entry.hash), ", used ", local_time(entry.age), ", ",
+                               size_text(entry.width, entry.height), ", named ",
+                               shown(utString(entry.image_name))));
+}
+
+} // namespace
+
+std::string info_text(FileInfo const& info)
+{
+    Listing listing;
+    listing.line(0, printable(info.path));
+    std::visit([&](auto const& contents) { list(listing, contents); }, info.contents);
+    for (std::string const& warning : info.outcome.warnings)
+        listing.line(1, "warning: " + printable(warning));
+    return listing.take();
+}
+
+} // namespace mrtool
