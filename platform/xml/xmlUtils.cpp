@@ -41,14 +41,19 @@ std::vector<xmlElement const*> xmlUtils::find_grandchild_elements_by_name(xmlEle
     return found;
 }
 
+xmlElement& xmlUtils::append_child_element(xmlElement& element, utString const& name)
+{
+    xmlElement& child = element.owner_document().create_element(name);
+    element.append_child(child);
+    return child;
+}
+
 xmlElement& xmlUtils::append_child_text_element(xmlElement& element, utString const& name,
                                                 utString const& text)
 {
-    xmlDocument& document = element.owner_document();
-    xmlElement& child = document.create_element(name);
-    element.append_child(child);
+    xmlElement& child = append_child_element(element, name);
     if (!text.empty())
-        child.append_child(document.create_text_node(text));
+        child.append_child(element.owner_document().create_text_node(text));
     return child;
 }
 

@@ -19,6 +19,9 @@ public:
                                                                            utString const& parent_name,
                                                                            utString const& name);
 
+    /// @return the new element, empty
+    static xmlElement& append_child_element(xmlElement& element, utString const& name);
+
     /// Appends an element that holds a text node with the string; an invalid or empty string makes the
     /// element without a text node, so that reading gives the same in memory and through a file.
     /// @return the new element

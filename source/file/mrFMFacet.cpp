@@ -5,7 +5,6 @@
 #include "mrXMLUtils.h"
 
 #include "utAssert.h"
-#include "xmlDocument.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
@@ -13,6 +12,7 @@
 
 namespace {
 
+utString const facets_name = "facets";
 utString const facet_name = "facet";
 utString const plain_material_name = "plain_material";
 
@@ -63,8 +63,7 @@ void mrFMFacet::xml_write(xmlElement& parent) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_plain_mat, "State");
 
-    xmlElement& facet = parent.owner_document().create_element(facet_name);
-    parent.append_child(facet);
+    xmlElement& facet = xmlUtils::append_child_element(parent, facet_name);
     if (m_plain_mat)
         m_plain_mat->xml_write(facet);
     mrXMLUtils::write_textures(facet, m_textures);
@@ -83,5 +82,30 @@ int mrFMFacet::xml_read(xmlElement const& element)
     if (!plain_mat->xml_read(*plain_mats.front()) || !mrXMLUtils::read_textures(element, m_textures))
         return 0;
     m_plain_mat = std::move(plain_mat);
+    return 1;
+}
+
+xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets)
+{
+    xmlElement& collection = xmlUtils::append_child_element(element, facets_name);
+    for (mrFMFacet const* facet : facets)
+        if (facet)
+            facet->xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, facets_name, facet_name)) {
+        auto* const facet = new mrFMFacet;
+        facets.append(facet);
+        if (!facet->xml_read(*member)) {
+            for (mrFMFacet const* read : facets)
+                delete read;
+            facets.clear();
+            return 0;
+        }
+    }
     return 1;
 }

@@ -5,7 +5,6 @@
 
 #include "mlMath.h"
 #include "utAssert.h"
-#include "xmlDocument.h"
 #include "xmlUtils.h"
 
 namespace {
@@ -147,14 +146,11 @@ void mrFMPlainMat::xml_write(xmlElement& parent) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_name.invalid(), "State");
 
-    xmlDocument& document = parent.owner_document();
-    xmlElement& material = document.create_element(plain_material_name);
-    parent.append_child(material);
+    xmlElement& material = xmlUtils::append_child_element(parent, plain_material_name);
     xmlUtils::append_child_text_element(material, name_name, m_name);
     mrXMLUtils::write_properties(material, m_properties);
     mrXMLUtils::append_child_text_element_int(material, affinity_name, m_affinity);
-    xmlElement& colour = document.create_element(diffuse_colour_name);
-    material.append_child(colour);
+    xmlElement& colour = xmlUtils::append_child_element(material, diffuse_colour_name);
     mrXMLUtils::append_child_colour_element(colour, m_diffuse_colour);
     mrXMLUtils::append_child_text_element_double_base64(material, polish_name, m_polish);
     mrXMLUtils::append_child_text_element_double_base64(material, reflect_name, m_reflect);

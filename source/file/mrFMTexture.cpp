@@ -3,11 +3,11 @@
 #include "mrXMLUtils.h"
 
 #include "utAssert.h"
-#include "xmlDocument.h"
 #include "xmlUtils.h"
 
 namespace {
 
+utString const textures_name = "textures";
 utString const texture_name = "texture";
 utString const image_name_name = "image_name";
 utString const layer_type_name = "layer_type";
@@ -88,16 +88,13 @@ void mrFMTexture::xml_write(xmlElement& parent) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_image_name.invalid(), "Args");
 
-    xmlDocument& document = parent.owner_document();
-    xmlElement& texture = document.create_element(texture_name);
-    parent.append_child(texture);
+    xmlElement& texture = xmlUtils::append_child_element(parent, texture_name);
     xmlUtils::append_child_text_element(texture, image_name_name, m_image_name);
     utString layer_type;
     mrTypes::print(m_layer_type, layer_type);
     xmlUtils::append_child_text_element(texture, layer_type_name, layer_type);
     mrXMLUtils::append_child_text_element_int(texture, recoloured_name, m_recoloured);
-    xmlElement& recolour = document.create_element(recolour_name);
-    texture.append_child(recolour);
+    xmlElement& recolour = xmlUtils::append_child_element(texture, recolour_name);
     mrXMLUtils::append_child_colour_element(recolour, m_recolour);
 }
 
@@ -116,5 +113,25 @@ int mrFMTexture::xml_read(xmlElement const& element)
         !mrXMLUtils::find_named_colour(element, recolour_name, m_recolour))
         return 0;
     m_image_name = image_name;
+    return 1;
+}
+
+xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList const& textures)
+{
+    xmlElement& collection = xmlUtils::append_child_element(element, textures_name);
+    for (mrFMTexture const& texture : textures)
+        texture.xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, textures_name, texture_name)) {
+        mrFMTexture texture;
+        if (!texture.xml_read(*member))
+            return 0;
+        textures.append(texture);
+    }
     return 1;
 }

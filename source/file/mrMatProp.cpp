@@ -4,11 +4,11 @@
 
 #include "coHash.h"
 #include "utAssert.h"
-#include "xmlDocument.h"
 #include "xmlUtils.h"
 
 namespace {
 
+utString const properties_name = "properties";
 utString const property_name = "property";
 utString const name_name = "name";
 utString const type_name = "type";
@@ -121,8 +121,7 @@ void mrMatProp::xml_write(xmlElement& parent) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_name.invalid(), "State");
 
-    xmlElement& property = parent.owner_document().create_element(property_name);
-    parent.append_child(property);
+    xmlElement& property = xmlUtils::append_child_element(parent, property_name);
     xmlUtils::append_child_text_element(property, name_name, m_name);
     utString type;
     mrTypes::print(m_type, type);
@@ -171,6 +170,28 @@ int mrMatProp::read_value(xmlElement const& element)
         return mrXMLUtils::find_child_text_double(element, value_name, m_double_value);
     }
     return 0;
+}
+
+xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet const& properties)
+{
+    xmlElement& collection = xmlUtils::append_child_element(element, properties_name);
+    for (mrMatProp const& property : properties)
+        property.xml_write(collection);
+    return &collection;
+}
+
+int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties)
+{
+    for (xmlElement const* member :
+         xmlUtils::find_grandchild_elements_by_name(element, properties_name, property_name)) {
+        mrMatProp property;
+        if (!property.xml_read(*member)) {
+            properties.clear();
+            return 0;
+        }
+        properties.add(property);
+    }
+    return 1;
 }
 
 std::uint32_t co_hash(mrMatProp const& property)

@@ -1,14 +1,9 @@
 #include "mrXMLUtils.h"
 
-#include "mrFMFacet.h"
-#include "mrFMTexture.h"
-#include "mrMatProp.h"
-
 #include "giColour.h"
 #include "gsBase64.h"
 #include "gsTriUtils.h"
 #include "mlMath.h"
-#include "xmlDocument.h"
 #include "xmlUtils.h"
 
 #include <cstring>
@@ -22,12 +17,6 @@ utString const rgb8_name = "rgb8";
 utString const red_name = "red";
 utString const green_name = "green";
 utString const blue_name = "blue";
-utString const properties_name = "properties";
-utString const property_name = "property";
-utString const textures_name = "textures";
-utString const texture_name = "texture";
-utString const facets_name = "facets";
-utString const facet_name = "facet";
 
 /// The text of the first child of the name that has a child node; null when it is missing or no text.
 utString const* child_text(xmlElement const& element, utString const& name)
@@ -43,26 +32,12 @@ utString const* child_text(xmlElement const& element, utString const& name)
     return nullptr;
 }
 
-xmlElement& append_element(xmlElement& parent, utString const& name)
-{
-    xmlElement& child = parent.owner_document().create_element(name);
-    parent.append_child(child);
-    return child;
-}
-
 /// The tag as it stands in a document, from "<" or "</" on.
 utString tag(std::string_view start, utString const& name)
 {
     utString text(start);
     text += name;
     return text += '>';
-}
-
-void delete_and_clear(mrFMFacetcoDListPtrcoPtrcoDList& facets)
-{
-    for (mrFMFacet* facet : facets)
-        delete facet;
-    facets.clear();
 }
 
 } // namespace
@@ -153,7 +128,7 @@ xmlElement* mrXMLUtils::append_child_text_element_double_base64(xmlElement& elem
 
 xmlElement* mrXMLUtils::append_child_colour_element(xmlElement& element, giColour const& colour)
 {
-    xmlElement& rgb8 = append_element(element, rgb8_name);
+    xmlElement& rgb8 = xmlUtils::append_child_element(element, rgb8_name);
     append_child_text_element_int(rgb8, red_name, colour.red());
     append_child_text_element_int(rgb8, green_name, colour.green());
     append_child_text_element_int(rgb8, blue_name, colour.blue());
@@ -184,69 +159,4 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
             return 1;
     }
     return 0;
-}
-
-xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet const& properties)
-{
-    xmlElement& collection = append_element(element, properties_name);
-    for (mrMatProp const& property : properties)
-        property.xml_write(collection);
-    return &collection;
-}
-
-int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties)
-{
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, properties_name, property_name)) {
-        mrMatProp property;
-        if (!property.xml_read(*member)) {
-            properties.clear();
-            return 0;
-        }
-        properties.add(property);
-    }
-    return 1;
-}
-
-xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList const& textures)
-{
-    xmlElement& collection = append_element(element, textures_name);
-    for (mrFMTexture const& texture : textures)
-        texture.xml_write(collection);
-    return &collection;
-}
-
-int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
-{
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, textures_name, texture_name)) {
-        mrFMTexture texture;
-        if (!texture.xml_read(*member))
-            return 0;
-        textures.append(texture);
-    }
-    return 1;
-}
-
-xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets)
-{
-    xmlElement& collection = append_element(element, facets_name);
-    for (mrFMFacet const* facet : facets)
-        if (facet)
-            facet->xml_write(collection);
-    return &collection;
-}
-
-int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
-{
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, facets_name, facet_name)) {
-        auto* const facet = new mrFMFacet;
-        facets.append(facet);
-        if (!facet->xml_read(*member)) {
-            delete_and_clear(facets);
-            return 0;
-        }
-    }
-    return 1;
 }
