@@ -8,8 +8,9 @@ packages="
   libegl1 libegl-mesa0 libgl1-mesa-dri librsvg2-common
 "
 
-# What the checks before a landing need beyond these; llvm tells the leak checker the names of functions.
-check_packages="clang clang-format libclang-rt-14-dev llvm-14"
+# What the checks before a landing need beyond these; llvm tells the leak checker the names of functions, python3 draws
+# the architecture.
+check_packages="clang clang-format libclang-rt-14-dev llvm-14 python3"
 
 # What the benchmarks need beyond those of building.
 benchmark_packages="libbenchmark-dev"
