@@ -12,9 +12,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Another OpenGL driver rounds colours and filters textures a little differently, by a few steps a channel. It may
-// also place its four samples of a pixel elsewhere. That shows on outlines only, by up to a quarter of the contrast
-// a sample; a tenth of the pixels of the pie lie on outlines, and most of them come out alike.
+// Another OpenGL driver rounds colours and filters textures a little differently, by a few steps a channel. It
+// may also place its four samples of a pixel elsewhere. That shows on outlines only, where each sample is a
+// quarter of the colour; a tenth of the pixels of the pie lie on outlines, and most of them come out alike.
 constexpr int channel_tolerance = 8;     // of 255
 constexpr double share_tolerance = 0.04; // of the pixels may differ by more
 
