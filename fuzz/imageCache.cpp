@@ -1,50 +1,35 @@
-// Image cache files: the library and what lists such a file for mrtool see the same in it.
+// Image cache files: a cache that was read can be written, and reads as the same.
 #include "fuzz.h"
 
-#include "cacheFile.h"
-
+#include "mrFault.h"
 #include "mrImageCache.h"
+#include "mrImageCacheFile.h"
+#include "mrSource.h"
+#include "mrTarget.h"
 
-#include "dgDuctImage.h"
-#include "utString.h"
-
-#include <algorithm>
 #include <string>
-
-namespace {
-
-bool may_evict(mrtool::ReadOutcome const& outcome)
-{
-    return std::any_of(outcome.warnings.begin(), outcome.warnings.end(), [](std::string const& warning) {
-        return warning.find("evict some") != std::string::npos || warning.starts_with("and ");
-    });
-}
-
-} // namespace
 
 void try_input(std::string const& bytes)
 {
-    MemoryFile const input(with_checksums(bytes));
-    mrtool::CacheContents contents;
-    mrtool::ReadOutcome const outcome = mrtool::read_cache_file(input.path(), contents);
-
+    std::string const input = with_checksums(bytes);
+    mrSource const source = mrSource::from_memory(input);
+    mrFault fault;
     mrImageCache cache;
-    long const before = report_count();
-    mrFileMatReadStatus const status = cache.read(utString(input.path()));
-    require(status == outcome.status, "both read the file, or both do not");
-    if (!outcome.read())
+    if (cache.read(source, {}, fault) != mrFileMatReadOK) {
+        require(!fault.reason.empty(), "there are words for what is wrong with a file");
         return;
-    require(!outcome.warnings.empty() || report_count() == before,
-            "there is a warning where there is a report");
-    if (may_evict(outcome))
-        return;
-    require(cache.size() == static_cast<int>(contents.entries.size()), "both find as many entries");
-    require(cache.max_cache_size() == contents.max_cache_size && cache.shrinkage() == contents.shrinkage,
-            "both find the same limits");
-    for (mrtool::CacheEntry const& entry : contents.entries) {
-        dgDuctImage const* const image = cache.get_image(static_cast<unsigned int>(entry.hash));
-        require(image && image->width() == entry.width && image->height() == entry.height &&
-                    image->name() == entry.image_name,
-                "both find the same entries");
     }
+    if (cache.invalid())
+        return;
+    std::string written;
+    require(cache.write(mrTarget::to_memory(written), fault), "a cache that was read can be written");
+    mrImageCacheFile file;
+    require(file.read(mrSource::from_memory(written), {}, false, fault) == mrFileMatReadOK,
+            "a cache that was written reads");
+    require(file.limits().first == cache.max_cache_size() && file.limits().second == cache.shrinkage(),
+            "the limits are the same");
+    require(static_cast<int>(file.lines().size()) == cache.size(), "there are as many entries");
+    for (mrCacheLine const& line : file.lines())
+        require(cache.hash_value_exists(static_cast<unsigned int>(line.first)),
+                "the hash values are the same");
 }

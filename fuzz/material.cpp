@@ -50,9 +50,9 @@ void try_info(MemoryFile const& input)
 {
     mrtool::FileInfo info;
     mrtool::read_file_info(input.path(), info);
-    require(info.outcome.read() || !info.outcome.fault.empty(), "mrtool says what is wrong with a file");
-    info_text(info);
-    info_json(info);
+    require(info.is_read() || !info.fault.empty(), "mrtool says what is wrong with a file");
+    make_text(info);
+    make_json(info);
 }
 
 } // namespace

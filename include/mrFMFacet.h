@@ -9,6 +9,7 @@
 
 class mrFMPlainMat;
 class xmlElement;
+struct mrFault;
 
 /// A facet: one plain material, which it owns, and the texture layers laid over it, in order.
 ///
@@ -48,6 +49,8 @@ public:
     /// @return 1, or 0 with the facet invalid: there is not exactly one "plain_material", or it or a layer
     ///         does not read. Layers read before that one are kept
     int xml_read(xmlElement const& element);
+    /// @param fault  receives what is wrong and where, when the result is 0
+    int xml_read(xmlElement const& element, mrFault& fault);
 
 private:
     std::unique_ptr<mrFMPlainMat> m_plain_mat;

@@ -1,13 +1,12 @@
 // The untextured base of a facet.
 #pragma once
 
-#include "giColour.h"
-#include "mrContainers.h"
 #include "mrExport.h"
+#include "mrPlainMatValues.h"
 #include "utCheckValid.h"
-#include "utString.h"
 
 class xmlElement;
+struct mrFault;
 
 /// A plain material: how a surface looks without textures. Valid exactly when its name is.
 class MR_API mrFMPlainMat
@@ -29,6 +28,9 @@ public:
                  giColour const& diffuse_colour, double polish, double reflect, double transparency,
                  double emission, double refractive_index, utString const& shader_definition);
 
+    /// @report as above
+    explicit mrFMPlainMat(mrPlainMatValues const& values);
+
     ~mrFMPlainMat();
     mrFMPlainMat(mrFMPlainMat const&) = delete;
     mrFMPlainMat& operator=(mrFMPlainMat const&) = delete;
@@ -38,6 +40,9 @@ public:
 
     /// 1 when all fields are equal, numbers exactly, or both materials are invalid.
     int operator==(mrFMPlainMat const& other) const;
+
+    /// All values at once, also of an invalid material.
+    mrPlainMatValues const& values() const;
 
     // The fields. Each reports "State" when the material is invalid, and returns the field all the same.
 
@@ -62,19 +67,10 @@ public:
     /// @return 1, or 0 at the first child that is missing or wrong: the fields read before it are updated, a
     ///         number out of its range too, and the name is not; when a property fails there are none left
     int xml_read(xmlElement const& element);
+    /// @param fault  receives what is wrong and where, when the result is 0
+    int xml_read(xmlElement const& element, mrFault& fault);
 
 private:
-    int read_numbers(xmlElement const& element);
-
-    utString m_name;
-    mrMatPropcoSet m_properties;
-    int m_affinity = 0;
-    giColour m_diffuse_colour;
-    double m_polish = 0.0;
-    double m_reflect = 0.0;
-    double m_transparency = 0.0;
-    double m_emission = 0.0;
-    double m_refractive_index = 0.0;
-    utString m_shader_definition;
+    mrPlainMatValues m_values;
     utCheckValid m_check{this};
 };

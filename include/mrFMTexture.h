@@ -8,6 +8,7 @@
 #include "utString.h"
 
 class xmlElement;
+struct mrFault;
 
 /// A texture layer laid over a facet's plain material.
 ///
@@ -56,6 +57,8 @@ public:
     /// @return 1, or 0 at the first child that is missing or wrong: the fields read before it are updated, a
     ///         "recoloured" out of its range too, and the image name is not
     int xml_read(xmlElement const& element);
+    /// @param fault  receives what is wrong and where, when the result is 0
+    int xml_read(xmlElement const& element, mrFault& fault);
 
 private:
     utString m_image_name;

@@ -3,10 +3,16 @@
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "mrFault.h"
 #include "mrTypes.h"
 #include "utCheckValid.h"
 
+#include <cstdio>
+
+class mrSource;
+class mrTarget;
 class utString;
+struct mrReadLimits;
 
 /// A material with all that belongs to it: file properties, facets, and the images that its texture layers
 /// name.
@@ -42,10 +48,10 @@ public:
     int write(utString const& path) const;
 
     /// Reads the path, adding to what is held. Safe for untrusted input; see xmlParser, mrXMLUtils::max_line,
-    /// mrXMLUtils::max_document and mrUtils::read_images for the limits.
+    /// mrXMLUtils::max_document and mrReadLimits for the limits.
     ///
     /// What is no regular file counts as one that cannot be opened: a pipe would keep the reader waiting. The
-    /// path is opened more than once; nobody may put another file in its place meanwhile.
+    /// file is opened once.
     ///
     /// A document that says "none" has no images whatever follows it. Without enough memory for what the file
     /// holds the status is mrFileMatBadContent. After any status but mrFileMatReadOK the file may hold a part
@@ -53,11 +59,30 @@ public:
     /// @report "State" when the file is not empty; it is read all the same
     mrFileMatReadStatus read(utString const& path);
 
+    // The same to and from anywhere, with words for what goes wrong.
+
+    /// @param fault  receives the reason when the result is 0
+    /// @report "State" as above
+    int write(mrTarget const& target, mrFault& fault) const;
+
+    /// @param limits   what is taken of the images
+    /// @param fault    receives what is wrong and where, when the status is not mrFileMatReadOK: a line of the file, a
+    ///                 part of the document with the line in which it begins, or an image with its byte
+    /// @param remarks  where not null, receives what of the images is left out of a file that reads
+    /// @report "State" as above
+    mrFileMatReadStatus read(mrSource const& source, mrReadLimits const& limits, mrFault& fault,
+                             mrFaultcoDList* remarks = nullptr);
+
+    /// What the document that was read last says of its images; mrImageEncapsulationNone before that.
+    mrImageEncapsulationType encapsulation() const;
+
 private:
-    mrFileMatReadStatus read_parts(utString const& path);
+    mrFileMatReadStatus read_parts(std::FILE* file, mrReadLimits const& limits, mrFault& fault,
+                                   mrFaultcoDList* remarks);
 
     mrMatPropcoSet m_file_props;
     mrFMFacetcoDListPtrcoPtrcoDList m_facets;
     utStringdgDuctImagecoTablePtrcoPtrcoTable m_images;
+    mrImageEncapsulationType m_encapsulation = mrImageEncapsulationNone;
     utCheckValid m_check{this};
 };

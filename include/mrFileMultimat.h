@@ -9,6 +9,7 @@
 
 class utString;
 class xmlDocument;
+struct mrFault;
 
 /// Writing and reading the "multimat" document.
 class MR_API mrFileMultimat
@@ -26,6 +27,9 @@ public:
     ///         memory; the arguments may then hold what was read before
     static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
                     mrFMFacetcoDListPtrcoPtrcoDList& facets);
+    /// @param fault  receives what is wrong and where in the text, when the result is 0
+    static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
+                    mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault& fault);
 
     /// Adds what the document holds to the arguments.
     /// @param facets  receives new facets, which the list's owner deletes
@@ -33,4 +37,7 @@ public:
     ///         the facets; a failed collection leaves its argument empty
     static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
                        mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets);
+    /// @param fault  as above
+    static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
+                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault& fault);
 };

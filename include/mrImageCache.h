@@ -6,10 +6,16 @@
 #include "mrTypes.h"
 #include "utCheckValid.h"
 
-#include <iosfwd>
+#include <ctime>
 
 class dgDuctImage;
+class mrImageCacheFile;
+class mrSource;
+class mrTarget;
 class utString;
+struct mrCacheLine;
+struct mrFault;
+struct mrReadLimits;
 
 /// Images under 32-bit hash values of the caller's choice, mrUtils::file_hash and symbol_defn_hash among
 /// them.
@@ -92,8 +98,8 @@ public:
     int write(utString const& path);
 
     /// Takes the limits from the file and adds its entries to those there are. Safe for untrusted input, but
-    /// for the time that evictions take, see below. The limits are those of max_line and of
-    /// mrUtils::read_images; see mrFileMat::read for what is no regular file.
+    /// for the time that evictions take, see below. The limits are those of
+    /// mrImageCacheFile::max_line and of mrReadLimits; see mrFileMat::read for what is no regular file.
     ///
     /// An image comes under the hash value that it is named by, with the age of the entry in the same place
     /// of the file's list, whichever image that was written for. On every image that an entry took, the
@@ -117,8 +123,19 @@ public:
     /// @report what add_image() reports
     mrFileMatReadStatus read(utString const& path);
 
-    /// The longest line, in bytes, of the limits and of an entry.
-    static constexpr int max_line = 1023;
+    // The same to and from anywhere, with words for what goes wrong.
+
+    /// @param fault  receives why the result is 0; with a result of 1, which image is missing in what was written, if
+    ///               one is
+    /// @report what write() reports, but for the path
+    int write(mrTarget const& target, mrFault& fault) const;
+
+    /// @param fault  receives what is wrong and where, when the status is not mrFileMatReadOK
+    /// @report what read() reports, but for the path
+    mrFileMatReadStatus read(mrSource const& source, mrReadLimits const& limits, mrFault& fault);
+
+    /// The time from which ages count: midnight at the start of 1 January 2009, local standard time.
+    static std::time_t start_of_ages();
 
 protected:
     /// Enters the image with an age, otherwise as the other one does.
@@ -148,14 +165,14 @@ protected:
     /// @report "Incorrect shrinkage" when more or fewer than @p n were evicted
     void shrink_by(int n);
 
-    /// The present age: seconds by utClock since midnight at the start of 1 January 2009, local standard
-    /// time; 0 when that does not fit an int.
+    /// The present age: seconds by utClock since start_of_ages(); 0 when that does not fit an int.
     static int age();
 
 private:
-    mrFileMatReadStatus read_parts(utString const& path);
-    void read_limits(std::istream& in);
-    void take(utStringdgDuctImagecoTablePtrcoPtrcoTable& images, coDList<int> const& ages);
+    int write_parts(mrTarget const& target, mrFault& fault) const;
+    mrFileMatReadStatus read_parts(mrSource const& source, mrReadLimits const& limits, mrFault& fault);
+    void take_limits(mrCacheLine const& limits);
+    void restore(mrImageCacheFile const& file);
     void insert(int key, dgDuctImage* image, int age);
     mrItemKeycoSortedList eviction_candidates() const;
 

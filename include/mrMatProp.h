@@ -10,6 +10,7 @@
 #include <cstdint>
 
 class xmlElement;
+struct mrFault;
 
 /// A property that the application attaches to a material or a material file: a name, a string, an integer or
 /// a double, and an integer of client data that is the application's own.
@@ -70,6 +71,8 @@ public:
     /// @return 1, or 0 when something is missing or wrong: the name is then as it was, the type may have been
     ///         read already, and a string value that is missing leaves none
     int xml_read(xmlElement const& element);
+    /// @param fault  receives what is wrong and where, when the result is 0
+    int xml_read(xmlElement const& element, mrFault& fault);
 
 private:
     friend MR_API std::uint32_t co_hash(mrMatProp const& property);

@@ -86,6 +86,9 @@ public:
     /// Appends the word of the value.
     /// @report "Enum mrTexLayerType: %d", as above
     static void print(mrTexLayerType value, utString& out);
+    /// Appends the keyword of the encoding in palette files; mrColourEncodingNone has none.
+    /// @report "Enum mrColourEncoding: %d", as above
+    static void print(mrColourEncoding value, utString& out);
 
     /// Finds the value of the word.
     /// @return 1, or 0 with @p out untouched when @p text is none of the words

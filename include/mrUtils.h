@@ -3,6 +3,7 @@
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "mrFault.h"
 #include "mrTypes.h"
 
 #include <cstdint>
@@ -10,16 +11,15 @@
 
 class giColour;
 class mrColourPalette;
+class mrSource;
+class mrTarget;
 class utString;
+struct mrReadLimits;
 
 /// Functions that need no object.
 class MR_API mrUtils
 {
 public:
-    /// What read_images takes of one block: so many pixels, and so many more for each byte of the block.
-    static constexpr std::int64_t max_block_pixels = std::int64_t{1} << 28;
-    static constexpr std::int64_t max_pixels_per_byte = 256;
-
     /// Appends the images of the table to a file, one PNG image after the other, each with two text entries:
     /// "Title", its key in the table, and "DuctImageName", its own name. Characters that XML cannot carry
     /// are written as "?", as in a document, so that a key stays that of the layers which name it.
@@ -28,7 +28,7 @@ public:
     static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path);
 
     /// Reads the images that stand end to end from a position on to the end of the file. Fewer than ten bytes
-    /// count as that end. Safe for untrusted input: see the constants above and gxPNGReaderDuctImage.
+    /// count as that end. Safe for untrusted input: see mrReadLimits and gxPNGReaderDuctImage.
     ///
     /// An image is stored under its "Title", with one reference, which the table's owner releases; one of the
     /// same title gives way and is released. An image without a title is dropped.
@@ -37,6 +37,18 @@ public:
     ///         many pixels or more memory than there is; the table keeps the images stored before
     static int read_images(utString const& path, int start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images);
+
+    // The same to and from anywhere, with words for what goes wrong.
+
+    /// @param fault  receives which image cannot be written and why, when the result is 0
+    static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, mrTarget const& target,
+                            mrFault& fault);
+
+    /// @param fault    receives what is wrong and where, when the result is 0
+    /// @param remarks  where not null, receives what is passed over: see mrImageBlock::read_titled
+    static int read_images(mrSource const& source, std::int64_t start,
+                           utStringdgDuctImagecoTablePtrcoPtrcoTable& images, mrReadLimits const& limits,
+                           mrFault& fault, mrFaultcoDList* remarks = nullptr);
 
     // The two hashes are of the kind that mrImageCache takes. Each joins three parts, high, middle and low,
     // of which it takes the remainder by 255, with the sign of the part: high << 16 | middle << 8 | low. So
@@ -73,6 +85,9 @@ public:
     /// @report "unknown enumerator constant | Invalid format!" for any other encoding; @p colour is untouched
     static void colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour);
 
+    /// Characters of the longest line of a palette file.
+    static constexpr int max_palette_line = 1023;
+
     /// Appends the colours of a palette file, a line each:
     ///
     ///     rgb8 RED GREEN BLUE [NAME]             0 to 255 each
@@ -91,6 +106,12 @@ public:
     /// @report "Invalid matcher!" when there is not enough memory for an expression, "Expected rgb8!",
     ///         "Expected cmy8!" or "Expected cmyk!" should one match another keyword, which none does
     static mrPaletteFileError read_pcp(std::istream& in, mrColourPalette& palette);
+
+    /// The same from anywhere, with words for what goes wrong.
+    /// @param fault  receives the line and what is wrong with it. With mrPaletteFileOK, a line that is too long, at which
+    ///               the reading ended
+    /// @return also mrPaletteFileOpenFailed, and mrPaletteFileBadFormat when reading fails before the end
+    static mrPaletteFileError read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault);
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
     /// after it. Names are written as they are: one with "#", NUL or a line end, with spaces around it, or

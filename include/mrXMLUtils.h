@@ -6,11 +6,13 @@
 #include "xmlParser.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 
 class giColour;
 class utString;
 class xmlElement;
+struct mrFault;
 
 /// Finding, reading and appending child elements. Nothing here reports; a failure is a result of 0. Every
 /// reader is safe for untrusted input.
@@ -67,22 +69,31 @@ public:
     /// @return 1, or 0 when the stream ends first, a line is longer than max_line, or the lines would come to
     ///         more than max_document
     static int read_doc(std::istream& in, utString const& root, utString& out);
+    /// @param first_line  receives the line of the stream in which the document begins, from 1
+    /// @param fault       receives what is wrong and where, when the result is 0
+    static int read_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
+                        mrFault& fault);
 
     // Collections: a writer appends an element "properties", "textures" or "facets" with the members in their
     // order and returns it. A reader adds the members of all such children of the element, in document order;
-    // where there are none it adds none and succeeds. They differ in what they leave when a member fails.
+    // where there are none it adds none and succeeds. They differ in what they leave when a member fails;
+    // a fault then receives which member, and why.
 
     static xmlElement* write_properties(xmlElement& element, mrMatPropcoSet const& properties);
     /// @return 1, or 0 at the first member that fails: the set is then empty, whatever it held before
     static int read_properties(xmlElement const& element, mrMatPropcoSet& properties);
+    static int read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault& fault);
 
     static xmlElement* write_textures(xmlElement& element, mrFMTexturecoDList const& textures);
     /// @return 1, or 0 at the first member that fails: the list then holds those read before it
     static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures);
+    static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault& fault);
 
     static xmlElement* write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
     /// @param facets  receives new facets, which the list's owner deletes
     /// @return 1, or 0 at the first member that fails: every facet of the list is then deleted, also those
     ///         that it held before, and the list is empty
     static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets);
+    static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
+                           mrFault& fault);
 };

@@ -2,6 +2,7 @@
 
 #include "gxOpenFile.h"
 #include "gxPNG.h"
+#include "utConcat.h"
 
 #include <gdk-pixbuf/gdk-pixbuf.h>
 
@@ -238,8 +239,10 @@ dgDuctImage* read_with_loader(std::FILE* file, Format const& format, utString& r
 dgDuctImage* read_with_format(utString const& path, Format const& format, utString& reason)
 {
     gxFile const file = gx_open_file(path, reason);
-    if (!file)
+    if (!file) {
+        reason = utString(ut_concat("the file cannot be opened: ", reason));
         return nullptr;
+    }
     if (format.loader)
         return read_with_loader(file.get(), format, reason);
     utStringutStringcoTable texts(4, 50);

@@ -1,18 +1,14 @@
-// Opening a file that somebody else put there. Used inside the library.
+// Opening files, and reading and writing them as streams. Used inside the libraries.
 #pragma once
 
+#include "utExport.h"
 #include "utString.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
-#include <fstream>
+#include <iostream>
 #include <memory>
-#include <string>
+#include <streambuf>
 #include <string_view>
-#include <sys/stat.h>
-#include <system_error>
-#include <unistd.h>
 
 struct gxCloseFile
 {
@@ -20,57 +16,33 @@ struct gxCloseFile
 };
 using gxFile = std::unique_ptr<std::FILE, gxCloseFile>;
 
-/// Whether the text names a file: a NUL would end it for the system, which would take another file.
-inline bool gx_is_path(utString const& text)
-{
-    return text.view().find('\0') == std::string_view::npos;
-}
+// Each of these three gives a file for reading at its beginning, or null with the reason in words: "a folder, not
+// a file", "not a file", "No such file or directory".
 
-/// Opens a regular file for reading. A pipe of that name, which would keep the caller waiting for a writer, is
-/// refused without waiting, and so are folders and devices.
-/// @param reason  receives in words why there is none: "it is no file", or "the file cannot be opened: ..."
-/// @return the file at its beginning, or null
-inline gxFile gx_open_file(utString const& path, utString& reason)
-{
-    errno = EINVAL;
-    int const descriptor =
-        gx_is_path(path) ? ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC) : -1;
-    struct stat status
-    {};
-    bool const opened = descriptor >= 0 && ::fstat(descriptor, &status) == 0;
-    bool const regular = opened && S_ISREG(status.st_mode);
-    gxFile file(regular ? ::fdopen(descriptor, "rb") : nullptr);
-    if (file)
-        return file;
-    std::string const why = opened && !regular
-                                ? "it is no file"
-                                : "the file cannot be opened: " + std::generic_category().message(errno);
-    if (descriptor >= 0)
-        ::close(descriptor);
-    reason = utString(why);
-    return nullptr;
-}
+/// Opens a regular file, once and without waiting: folders, pipes and devices are refused, and so is a path with a
+/// NUL, which the system would take for a shorter one.
+UT_API gxFile gx_open_file(utString const& path, utString& reason);
 
-/// Opens such a file as a stream, for what reads lines.
-/// It is opened once more for that: who can put another file in its place meanwhile has that one opened.
-/// @return not open where gx_open_file() gives none
-inline std::ifstream gx_open_stream(utString const& path)
-{
-    utString reason;
-    return gx_open_file(path, reason) ? std::ifstream(path.c_str(), std::ios::binary) : std::ifstream();
-}
+/// Opens the regular file of a descriptor, which stays open. The two share one position.
+UT_API gxFile gx_open_descriptor(int descriptor, utString& reason);
 
-/// Opens a file for writing from its beginning, emptied, as a stream.
-/// @return not open where it cannot be
-inline std::ofstream gx_create_stream(utString const& path)
-{
-    return gx_is_path(path) ? std::ofstream(path.c_str(), std::ios::binary | std::ios::trunc)
-                            : std::ofstream();
-}
+/// @param bytes  borrowed for as long as the file is open
+UT_API gxFile gx_open_memory(std::string_view bytes, utString& reason);
 
-/// Opens a file for writing behind what is in it.
-/// @return null where it cannot be opened
-inline gxFile gx_append_to_file(utString const& path)
+/// Opens a file for writing.
+/// @param mode  of fopen: "wb" empties the file, "ab" writes behind what is in it
+/// @return null where it cannot be opened, or the path holds a NUL
+UT_API gxFile gx_create_file(utString const& path, char const* mode);
+
+/// An open file as a stream, for what reads lines or writes text. The position of the file is of use again after
+/// a flush, or a seek to what tellg() said.
+class UT_API gxFileStream : public std::iostream
 {
-    return gxFile(gx_is_path(path) ? std::fopen(path.c_str(), "ab") : nullptr);
-}
+public:
+    /// @param file  borrowed
+    explicit gxFileStream(std::FILE* file);
+    ~gxFileStream() override;
+
+private:
+    std::unique_ptr<std::streambuf> m_buffer;
+};

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <string_view>
 
 /// From the key of a text entry to its text.
 using utStringutStringcoTable = coTable<utString, utString>;
@@ -16,6 +17,8 @@ using utStringutStringcoTable = coTable<utString, utString>;
 class UT_API gxPNGReaderDuctImage
 {
 public:
+    /// The bytes that every PNG image begins with.
+    static constexpr std::string_view signature = "\x89PNG\r\n\x1a\n";
     /// An image of more pixels is refused.
     static constexpr std::int64_t max_pixels = std::int64_t{1} << 28;
     /// An image wider or higher is refused: decoding takes up to sixteen bytes for each pixel of a row.

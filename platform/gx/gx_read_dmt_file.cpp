@@ -2,6 +2,7 @@
 
 #include "gxMeshFiles.h"
 #include "gxOpenFile.h"
+#include "utConcat.h"
 
 #include <assimp/config.h>
 #include <assimp/Importer.hpp>
@@ -413,8 +414,10 @@ utString one_line(std::string text)
 Blocks read_blocks(utString const& path, utString& reason)
 {
     // For the reason alone; what is read is opened again, as carefully.
-    if (!gx_open_file(path, reason))
+    if (!gx_open_file(path, reason)) {
+        reason = utString(ut_concat("the file cannot be opened: ", reason));
         return {};
+    }
     PointLocale const point;
     Assimp::Importer importer;
     importer.SetIOHandler(gx_new_mesh_files()); // the importer's

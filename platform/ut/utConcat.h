@@ -1,6 +1,7 @@
 // Texts put together of words and numbers.
 #pragma once
 
+#include "utExport.h"
 #include "utString.h"
 
 #include <charconv>
@@ -41,3 +42,9 @@ std::string ut_concat(Parts const&... parts)
     (ut_append(text, parts), ...);
     return text;
 }
+
+/// The text in quotes, with a backslash before each quote and backslash in it.
+UT_API std::string ut_quote(std::string_view text);
+
+/// The same; of a text of more than 60 bytes the beginning and the end.
+UT_API std::string ut_quote_short(std::string_view text);

@@ -90,12 +90,17 @@ public:
 
     xmlDocument& owner_document() const { return *m_document; }
 
+    /// The line of the text in which its tag begins, from 1; 0 for an element that was not parsed.
+    int line() const { return m_line; }
+    void set_line(int line) { m_line = line; }
+
     /// Makes the node this element's last child. It must be of the same document and in no place yet.
     void append_child(xmlNode& child);
 
 private:
     friend class xmlNode;
 
+    int m_line = 0; // beside the type: an element takes no more room for it
     xmlDocument* m_document;
     utString const* m_name;
     xmlNodeList m_children;

@@ -42,8 +42,7 @@ public:
 
     /// Throws std::bad_alloc when there is not enough memory.
     bool parse(std::string_view text);
-    /// Why it failed.
-    utString const& error() const { return m_error; }
+    xmlParser::Error const& error() const { return m_error; }
 
 private:
     static void start_element(void* self, XML_Char const* name, XML_Char const** attributes);
@@ -65,7 +64,7 @@ private:
     Parser m_parser;
     std::vector<xmlElement*> m_open;
     std::string m_text; // gathered until a tag ends it: comments and CDATA make no nodes of their own
-    utString m_error;
+    xmlParser::Error m_error;
     bool m_stopped = false;
     bool m_out_of_memory = false;
 };
@@ -92,7 +91,7 @@ bool Attempt::parse(std::string_view text)
         return true;
     if (m_out_of_memory || XML_GetErrorCode(m_parser.get()) == XML_ERROR_NO_MEMORY)
         throw std::bad_alloc();
-    if (m_error.invalid())
+    if (m_error.reason.invalid())
         note_error(XML_ErrorString(XML_GetErrorCode(m_parser.get())));
     return false;
 }
@@ -123,6 +122,7 @@ void Attempt::start_element(void* self, XML_Char const* name, XML_Char const**)
         std::string own_name;
         attempt.append(own_name, name);
         xmlElement& element = attempt.m_document.create_element(utString(std::move(own_name)));
+        element.set_line(static_cast<int>(XML_GetCurrentLineNumber(attempt.m_parser.get())));
         if (attempt.m_open.empty())
             attempt.m_document.append_child(element);
         else
@@ -167,10 +167,9 @@ void Attempt::refuse(char const* reason)
 
 void Attempt::note_error(char const* reason)
 {
-    std::string words = "line " + std::to_string(XML_GetCurrentLineNumber(m_parser.get()));
-    words += ", column " + std::to_string(XML_GetCurrentColumnNumber(m_parser.get()) + 1) + ": ";
-    words += reason;
-    m_error = utString(std::move(words));
+    m_error.reason = reason;
+    m_error.line = static_cast<int>(XML_GetCurrentLineNumber(m_parser.get()));
+    m_error.column = static_cast<int>(XML_GetCurrentColumnNumber(m_parser.get())) + 1;
 }
 
 void Attempt::append(std::string& result, std::string_view utf8) const
@@ -195,10 +194,10 @@ bool has_8_bit_bytes(std::string_view text)
                        [](char character) { return static_cast<unsigned char>(character) >= 0x80; });
 }
 
-/// Parses the text as UTF-8 and, where it is none, as one byte a character.
+/// Parses the text as UTF-8 and, where that fails, as one byte a character.
 /// @param error  why it failed; of no use when it did not
 /// @return whether it came to its end; the document may hold a part of the text when not
-bool parse_either_way(std::string_view text, xmlDocument& document, utString& error)
+bool parse_either_way(std::string_view text, xmlDocument& document, xmlParser::Error& error)
 {
     for (Encoding const encoding : {Encoding::utf8, Encoding::one_byte}) {
         Attempt attempt(encoding, document);
@@ -216,16 +215,16 @@ bool parse_either_way(std::string_view text, xmlDocument& document, utString& er
 
 int xmlParser::parse(utString const& text, xmlDocument& document)
 {
-    m_error.set_invalid();
+    m_error = {};
     document.clear();
     std::string_view bytes = text.view();
     if (bytes.size() > max_length) {
-        m_error = "longer than an XML text may be";
+        m_error.reason = "longer than an XML text may be";
         return 0;
     }
     // No XML text holds a NUL except in UTF-16, which the parser below would turn to on seeing one.
     if (bytes.find('\0') != std::string_view::npos) {
-        m_error = "not well-formed: the text holds a NUL";
+        m_error.reason = "not well-formed: the text holds a NUL";
         return 0;
     }
     // Passed over here: it would turn the second attempt to UTF-8 again.
@@ -234,11 +233,11 @@ int xmlParser::parse(utString const& text, xmlDocument& document)
 
     try {
         if (parse_either_way(bytes, document, m_error)) {
-            m_error.set_invalid();
+            m_error = {};
             return 1;
         }
     } catch (std::bad_alloc const&) {
-        m_error = "not enough memory";
+        m_error.reason = "not enough memory";
     }
     document.clear();
     return 0;

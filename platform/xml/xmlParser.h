@@ -34,9 +34,17 @@ public:
     ///         when that is why
     int parse(utString const& text, xmlDocument& document);
 
-    /// Why the last parse failed, "line 3, column 7: mismatched tag" for example; invalid when it did not.
-    utString const& error() const { return m_error; }
+    /// Why a parse failed, and where.
+    struct Error
+    {
+        utString reason; ///< "mismatched tag" for example; invalid when nothing failed
+        int line = 0;    ///< from 1; 0 when it is about no place
+        int column = 0;  ///< in bytes from 1
+    };
+
+    /// That of the last parse.
+    Error const& error() const { return m_error; }
 
 private:
-    utString m_error;
+    Error m_error;
 };

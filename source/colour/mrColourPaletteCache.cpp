@@ -1,8 +1,8 @@
 #include "mrColourPaletteCache.h"
 
+#include "mrSource.h"
 #include "mrUtils.h"
 
-#include "gxOpenFile.h"
 #include "utAssert.h"
 
 #include <fstream>
@@ -74,11 +74,9 @@ mrPaletteFileError mrColourPaletteCache::load(utString const& path)
 {
     mrPaletteFilePath const key = key_of(path);
     UT_REQUIRE(!m_palettes.member(key), "Palette already exists");
-    std::ifstream in = gx_open_stream(key);
-    if (!in.is_open())
-        return mrPaletteFileOpenFailed;
     auto palette = std::make_unique<mrColourPalette>();
-    mrPaletteFileError const error = mrUtils::read_pcp(in, *palette);
+    mrFault ignored;
+    mrPaletteFileError const error = mrUtils::read_pcp(mrSource::from_path(key), *palette, ignored);
     if (error != mrPaletteFileOK)
         return error;
     if (palette->empty())

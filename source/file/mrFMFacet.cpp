@@ -1,10 +1,11 @@
 #include "mrFMFacet.h"
 
+#include "mrElementReader.h"
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
-#include "mrXMLUtils.h"
 
 #include "utAssert.h"
+#include "utConcat.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
@@ -71,15 +72,27 @@ void mrFMFacet::xml_write(xmlElement& parent) const
 
 int mrFMFacet::xml_read(xmlElement const& element)
 {
+    mrFault ignored;
+    return xml_read(element, ignored);
+}
+
+int mrFMFacet::xml_read(xmlElement const& element, mrFault& fault)
+{
     UT_CHECK_VALID(m_check);
     // At once, since a failed read leaves the facet invalid whatever the reason.
     m_plain_mat.reset();
 
     auto const plain_mats = xmlUtils::find_child_elements_by_name(element, plain_material_name);
     if (plain_mats.size() != 1)
-        return 0;
+        return mrElementReader(element, fault)
+            .refuse(
+                ut_concat("there are ", plain_mats.size(), " elements \"plain_material\" instead of one"));
     auto plain_mat = std::make_unique<mrFMPlainMat>();
-    if (!plain_mat->xml_read(*plain_mats.front()) || !mrXMLUtils::read_textures(element, m_textures))
+    if (!plain_mat->xml_read(*plain_mats.front(), fault)) {
+        fault.within("plain material");
+        return 0;
+    }
+    if (!mrXMLUtils::read_textures(element, m_textures, fault))
         return 0;
     m_plain_mat = std::move(plain_mat);
     return 1;
@@ -96,16 +109,25 @@ xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoP
 
 int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
 {
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, facets_name, facet_name)) {
-        auto* const facet = new mrFMFacet;
-        facets.append(facet);
-        if (!facet->xml_read(*member)) {
-            for (mrFMFacet const* read : facets)
-                delete read;
-            facets.clear();
+    mrFault ignored;
+    return read_facets(element, facets, ignored);
+}
+
+int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
+                            mrFault& fault)
+{
+    auto const read = [&](xmlElement const& member) {
+        auto facet = std::make_unique<mrFMFacet>();
+        if (!facet->xml_read(member, fault))
             return 0;
-        }
-    }
-    return 1;
+        facets.append(facet.get());
+        facet.release();
+        return 1;
+    };
+    if (mrElementReader(element, fault).read_members(facets_name, facet_name, read))
+        return 1;
+    for (mrFMFacet const* facet : facets)
+        delete facet;
+    facets.clear();
+    return 0;
 }

@@ -1,6 +1,6 @@
 #include "mrFMTexture.h"
 
-#include "mrXMLUtils.h"
+#include "mrElementReader.h"
 
 #include "utAssert.h"
 #include "xmlUtils.h"
@@ -100,17 +100,18 @@ void mrFMTexture::xml_write(xmlElement& parent) const
 
 int mrFMTexture::xml_read(xmlElement const& element)
 {
+    mrFault ignored;
+    return xml_read(element, ignored);
+}
+
+int mrFMTexture::xml_read(xmlElement const& element, mrFault& fault)
+{
     UT_CHECK_VALID(m_check);
+    mrElementReader const reader(element, fault);
     utString image_name;
-    if (!mrXMLUtils::find_child_text_string(element, image_name_name, image_name))
-        return 0;
-    int layer_type = m_layer_type;
-    if (!mrXMLUtils::find_child_text_enum(element, layer_type_name, mrTypes::parse_mrTexLayerType,
-                                          layer_type))
-        return 0;
-    m_layer_type = static_cast<mrTexLayerType>(layer_type);
-    if (!mrXMLUtils::find_child_text_integer_range(element, recoloured_name, 0, 1, m_recoloured) ||
-        !mrXMLUtils::find_named_colour(element, recolour_name, m_recolour))
+    if (!reader.read_string(image_name_name, image_name) ||
+        !reader.read_enum(layer_type_name, mrTypes::parse_mrTexLayerType, "not \"colour\"", m_layer_type) ||
+        !reader.read_flag(recoloured_name, m_recoloured) || !reader.read_colour(recolour_name, m_recolour))
         return 0;
     m_image_name = image_name;
     return 1;
@@ -126,12 +127,18 @@ xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList c
 
 int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
 {
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, textures_name, texture_name)) {
+    mrFault ignored;
+    return read_textures(element, textures, ignored);
+}
+
+int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault& fault)
+{
+    auto const read = [&](xmlElement const& member) {
         mrFMTexture texture;
-        if (!texture.xml_read(*member))
+        if (!texture.xml_read(member, fault))
             return 0;
         textures.append(texture);
-    }
-    return 1;
+        return 1;
+    };
+    return mrElementReader(element, fault).read_members(textures_name, texture_name, read);
 }

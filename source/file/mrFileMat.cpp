@@ -1,9 +1,13 @@
 #include "mrFileMat.h"
 
+#include "mrFault.h"
 #include "mrFileMultimat.h"
 #include "mrFMFacet.h"
+#include "mrImageBlock.h"
 #include "mrMatProp.h"
-#include "mrUtils.h"
+#include "mrOutput.h"
+#include "mrSource.h"
+#include "mrTarget.h"
 #include "mrXMLUtils.h"
 
 #include "dgDuctImage.h"
@@ -11,21 +15,11 @@
 #include "utAssert.h"
 #include "utString.h"
 
-#include <fstream>
-#include <limits>
 #include <new>
 
 namespace {
 
 utString const root_name = "multimat";
-
-/// Where the images start after a document that ends at the position: one separating byte later.
-/// @return 0 when that is no int
-int block_start(std::streamoff document_end)
-{
-    std::streamoff const start = document_end + 1;
-    return start > 0 && start <= std::numeric_limits<int>::max() ? static_cast<int>(start) : 0;
-}
 
 } // namespace
 
@@ -73,50 +67,80 @@ utStringdgDuctImagecoTablePtrcoPtrcoTable const& mrFileMat::images() const
     return m_images;
 }
 
+mrImageEncapsulationType mrFileMat::encapsulation() const
+{
+    UT_CHECK_VALID(m_check);
+    return m_encapsulation;
+}
+
 int mrFileMat::write(utString const& path) const
+{
+    mrFault ignored;
+    return write(mrTarget::to_path(path), ignored);
+}
+
+int mrFileMat::write(mrTarget const& target, mrFault& fault) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!empty(), "State");
-
-    std::ofstream out = gx_create_stream(path);
-    if (!out.is_open())
+    fault = {};
+    mrOutput out(target, mrOutput::Mode::replace, fault);
+    if (!out.file())
         return 0;
+    gxFileStream stream(out.file());
     auto const encapsulation = m_images.empty() ? mrImageEncapsulationNone : mrImageEncapsulationEmbeddedPng;
-    mrFileMultimat::write(out, encapsulation, m_file_props, m_facets);
-    out.close();
+    mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
-    if (!out)
-        return 0;
-    return mrUtils::write_images(m_images, path);
+    int const written = stream.flush() && mrImageBlock::write(m_images, out.file(), fault);
+    return out.close(fault) && written;
 }
 
 mrFileMatReadStatus mrFileMat::read(utString const& path)
 {
+    mrFault ignored;
+    return read(mrSource::from_path(path), {}, ignored);
+}
+
+mrFileMatReadStatus mrFileMat::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault,
+                                    mrFaultcoDList* remarks)
+{
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(empty(), "State");
+    fault = {};
     try {
-        return read_parts(path);
+        gxFile const file(source.open(fault));
+        return file ? read_parts(file.get(), limits, fault, remarks) : mrFileMatOpenFailed;
     } catch (std::bad_alloc const&) {
+        fault = {};
+        fault.reason = "not enough memory";
         return mrFileMatBadContent;
     }
 }
 
-mrFileMatReadStatus mrFileMat::read_parts(utString const& path)
+mrFileMatReadStatus mrFileMat::read_parts(std::FILE* file, mrReadLimits const& limits, mrFault& fault,
+                                          mrFaultcoDList* remarks)
 {
-    std::ifstream in = gx_open_stream(path);
-    if (!in.is_open())
-        return mrFileMatOpenFailed;
+    gxFileStream in(file);
     utString document;
-    if (!mrXMLUtils::read_doc(in, root_name, document))
+    std::int64_t first_line = 0;
+    if (!mrXMLUtils::read_doc(in, root_name, document, first_line, fault))
         return mrFileMatNoDocument;
-    in.clear(); // a last line without a line break ends the file, and tellg() would not tell
-    int const start = block_start(in.tellg());
-    in.close();
-
-    mrImageEncapsulationType encapsulation = mrImageEncapsulationNone;
-    if (!mrFileMultimat::read(document, encapsulation, m_file_props, m_facets))
+    if (!mrFileMultimat::read(document, m_encapsulation, m_file_props, m_facets, fault)) {
+        if (fault.line > 0)
+            fault.line += first_line - 1;
         return mrFileMatBadContent;
-    if (encapsulation == mrImageEncapsulationNone)
-        return mrFileMatReadOK;
-    return mrUtils::read_images(path, start, m_images) ? mrFileMatReadOK : mrFileMatBadContent;
+    }
+    in.clear(); // a last line without a line break ends the file, and tellg() would not tell
+    mrImageBlock block(file, std::streamoff(in.tellg()) + 1, limits);
+    if (m_encapsulation != mrImageEncapsulationNone) {
+        int const whole = block.read_into(m_images, remarks);
+        fault = block.fault();
+        return whole ? mrFileMatReadOK : mrFileMatBadContent;
+    }
+    if (remarks && block.at_image()) {
+        mrFault left_out;
+        left_out.reason = "images follow a document that says there are none; they are left out";
+        remarks->append(left_out);
+    }
+    return mrFileMatReadOK;
 }

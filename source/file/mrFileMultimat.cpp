@@ -1,8 +1,8 @@
 #include "mrFileMultimat.h"
 
-#include "mrXMLUtils.h"
+#include "mrElementReader.h"
 
-#include "utString.h"
+#include "utConcat.h"
 #include "xmlDocument.h"
 #include "xmlParser.h"
 #include "xmlUtils.h"
@@ -41,26 +41,48 @@ void mrFileMultimat::write(std::ostream& out, mrImageEncapsulationType encapsula
 int mrFileMultimat::read(utString const& text, mrImageEncapsulationType& encapsulation,
                          mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets)
 {
+    mrFault ignored;
+    return read(text, encapsulation, properties, facets, ignored);
+}
+
+int mrFileMultimat::read(utString const& text, mrImageEncapsulationType& encapsulation,
+                         mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault& fault)
+{
     try {
         xmlDocument document;
-        if (!xmlParser().parse(text, document))
-            return 0;
-        return extract(document, encapsulation, properties, facets);
+        xmlParser parser;
+        if (parser.parse(text, document))
+            return extract(document, encapsulation, properties, facets, fault);
+        fault.reason = parser.error().reason;
+        fault.line = parser.error().line;
+        fault.column = parser.error().column;
     } catch (std::bad_alloc const&) {
-        return 0;
+        fault.reason = "not enough memory";
     }
+    return 0;
 }
 
 int mrFileMultimat::extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
                             mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets)
 {
+    mrFault ignored;
+    return extract(document, encapsulation, properties, facets, ignored);
+}
+
+int mrFileMultimat::extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
+                            mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets,
+                            mrFault& fault)
+{
     xmlElement const* const root = document.document_element();
-    if (!root || !(root->node_name() == root_name))
+    if (!root) {
+        fault.reason = "there is no element";
         return 0;
-    int word = encapsulation;
-    if (!mrXMLUtils::find_child_text_enum(*root, encapsulation_name, mrTypes::parse_mrImageEncapsulationType,
-                                          word))
-        return 0;
-    encapsulation = static_cast<mrImageEncapsulationType>(word);
-    return mrXMLUtils::read_properties(*root, properties) && mrXMLUtils::read_facets(*root, facets);
+    }
+    mrElementReader const reader(*root, fault);
+    if (!(root->node_name() == root_name))
+        return reader.refuse(ut_concat("the root element is \"", root->node_name(), "\", not \"multimat\""));
+    return reader.read_enum(encapsulation_name, mrTypes::parse_mrImageEncapsulationType,
+                            "neither \"none\" nor \"embedded_png\"", encapsulation) &&
+           mrXMLUtils::read_properties(*root, properties, fault) &&
+           mrXMLUtils::read_facets(*root, facets, fault);
 }

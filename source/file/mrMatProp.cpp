@@ -1,6 +1,6 @@
 #include "mrMatProp.h"
 
-#include "mrXMLUtils.h"
+#include "mrElementReader.h"
 
 #include "coHash.h"
 #include "utAssert.h"
@@ -145,16 +145,21 @@ void mrMatProp::xml_write(xmlElement& parent) const
 
 int mrMatProp::xml_read(xmlElement const& element)
 {
+    mrFault ignored;
+    return xml_read(element, ignored);
+}
+
+int mrMatProp::xml_read(xmlElement const& element, mrFault& fault)
+{
     UT_CHECK_VALID(m_check);
+    mrElementReader const reader(element, fault);
     utString name;
-    if (!mrXMLUtils::find_child_text_string(element, name_name, name))
+    if (!reader.read_string(name_name, name) ||
+        !reader.read_enum(type_name, mrTypes::parse_mrMatPropType,
+                          "none of \"string\", \"integer\" and \"double\"", m_type))
         return 0;
-    int type = m_type;
-    if (!mrXMLUtils::find_child_text_enum(element, type_name, mrTypes::parse_mrMatPropType, type))
-        return 0;
-    m_type = static_cast<mrMatPropType>(type);
     if (!read_value(element))
-        return 0;
+        return reader.fail(value_name, "not of the property's type");
     m_name = name;
     return 1;
 }
@@ -182,16 +187,23 @@ xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet con
 
 int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties)
 {
-    for (xmlElement const* member :
-         xmlUtils::find_grandchild_elements_by_name(element, properties_name, property_name)) {
+    mrFault ignored;
+    return read_properties(element, properties, ignored);
+}
+
+int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault& fault)
+{
+    auto const read = [&](xmlElement const& member) {
         mrMatProp property;
-        if (!property.xml_read(*member)) {
-            properties.clear();
+        if (!property.xml_read(member, fault))
             return 0;
-        }
         properties.add(property);
-    }
-    return 1;
+        return 1;
+    };
+    if (mrElementReader(element, fault).read_members(properties_name, property_name, read))
+        return 1;
+    properties.clear();
+    return 0;
 }
 
 std::uint32_t co_hash(mrMatProp const& property)

@@ -1,22 +1,26 @@
 #include "mrImageCache.h"
 
+#include "mrFault.h"
+#include "mrImageBlock.h"
+#include "mrImageCacheFile.h"
 #include "mrImageCacheItem.h"
 #include "mrItemKey.h"
-#include "mrUtils.h"
+#include "mrOutput.h"
+#include "mrSource.h"
+#include "mrTarget.h"
 
 #include "dgDuctImage.h"
-#include "gxOpenFile.h"
 #include "utAssert.h"
 #include "utClock.h"
 #include "utString.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <limits>
 #include <memory>
 #include <new>
-#include <string_view>
+#include <string>
 
 namespace {
 
@@ -26,100 +30,12 @@ int key_of(unsigned int hash)
     return static_cast<int>(hash);
 }
 
-std::time_t start_of_2009()
-{
-    std::tm date{};
-    date.tm_mday = 1;
-    date.tm_year = 109;
-    return std::mktime(&date);
-}
-
-// The leak checker knows the next two by name, as what they make may stay for the process's life. So each has
-// to be there when it calls: not inlined, and with something left to do afterwards.
-
+// The leak checker knows this function by name, as what it makes may stay for the process's life: it must not be
+// inlined.
 [[gnu::noinline]] mrImageCacheItem* make_cache_entry(dgDuctImage* image, int age)
 {
     return new mrImageCacheItem(image, age);
 }
-
-[[gnu::noinline]] bool read_cache_images(utString const& path, int start,
-                                         utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
-{
-    return mrUtils::read_images(path, start, images) != 0;
-}
-
-/// "ONE OTHER" and a line feed.
-void append_line(utString& text, int one, int other)
-{
-    text.append_integer(one);
-    text += ' ';
-    text.append_integer(other);
-    text += '\n';
-}
-
-/// Reads one line without its line feed, or what there is of one that is too long or ends with the file.
-/// @return 0 when the stream has failed by that
-int read_line(std::istream& in, utString& line)
-{
-    char buffer[mrImageCache::max_line + 1];
-    in.getline(buffer, sizeof buffer);
-    // The count includes the line feed, where there was one.
-    auto const count = static_cast<std::size_t>(in.gcount());
-    line = utString(std::string_view(buffer, in.good() ? count - 1 : count));
-    return in ? 1 : 0;
-}
-
-/// Splits a line at its first space into two numbers, of which each that is none becomes 0.
-/// @return 0 when there are no two fields
-int split(utString const& line, int& one, int& other)
-{
-    std::string_view const text = line.view();
-    std::size_t const space = std::min(text.find(' '), text.size());
-    std::size_t const digits = std::min(text.find_first_not_of(' ', space), text.size());
-    one = other = 0;
-    utString(text.substr(0, space)).parse(one);
-    utString(text.substr(digits)).parse(other);
-    return space > 0 && space + 1 < text.size();
-}
-
-/// The ages of the entries up to an empty line, or to where the stream fails.
-coDList<int> read_ages(std::istream& in)
-{
-    coDList<int> ages;
-    for (utString line; read_line(in, line) && !line.empty();) {
-        int hash = 0;
-        int age = 0;
-        int const both = split(line, hash, age);
-        UT_REQUIRE(both, "1 or both values are invalid");
-        UT_REQUIRE(age > 0, "Invalid age");
-        ages.append(age);
-    }
-    return ages;
-}
-
-/// Where the stream stands.
-/// @return -1, which is no place in a file, when it has failed or the place is no int
-int position_of(std::istream& in)
-{
-    std::streamoff const position = in.tellg();
-    return position <= std::numeric_limits<int>::max() ? static_cast<int>(position) : -1;
-}
-
-/// Images with a reference on each, which is let go where nobody took it.
-struct ReadImages
-{
-    ReadImages() = default;
-    ReadImages(ReadImages const&) = delete;
-    ReadImages& operator=(ReadImages const&) = delete;
-    ~ReadImages()
-    {
-        for (auto const& [name, image] : table)
-            if (image)
-                image->unreference();
-    }
-
-    utStringdgDuctImagecoTablePtrcoPtrcoTable table{mrInitialSize, mrFillLimit};
-};
 
 } // namespace
 
@@ -220,25 +136,37 @@ int mrImageCache::write(utString const& path)
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
+    mrFault fault;
+    return write_parts(mrTarget::to_path(path), fault);
+}
 
-    std::ofstream out = gx_create_stream(path);
-    if (!out.is_open())
+int mrImageCache::write(mrTarget const& target, mrFault& fault) const
+{
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!invalid(), "argument out of range | Args");
+    return write_parts(target, fault);
+}
+
+int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
+{
+    fault = {};
+    mrOutput out(target, mrOutput::Mode::replace, fault);
+    if (!out.file())
         return 0;
-    utString text;
-    append_line(text, m_max_cache_size, m_shrinkage);
     utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
+    std::string text = mrCacheLine::print(m_max_cache_size, m_shrinkage);
     for (auto const& [key, entry] : m_table) {
-        append_line(text, key, entry->age());
+        text += mrCacheLine::print(key, entry->age());
         images[utString("").append_integer(key)] = entry->image();
     }
     text += '\n';
-    out << text.view();
-    out.close();
-    // On a full disk the stream fails; half of the entries is no success.
-    if (!out)
-        return 0;
-    mrUtils::write_images(images, path);
-    return 1;
+    // On a full disk this fails; half of the entries is no success.
+    bool const written =
+        std::fwrite(text.data(), 1, text.size(), out.file()) == text.size() && std::fflush(out.file()) == 0;
+    if (written)
+        mrImageBlock::write(images, out.file(), fault);
+    out.close(fault);
+    return written;
 }
 
 mrFileMatReadStatus mrImageCache::read(utString const& path)
@@ -246,54 +174,65 @@ mrFileMatReadStatus mrImageCache::read(utString const& path)
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
-    try {
-        return read_parts(path);
-    } catch (std::bad_alloc const&) {
-        return mrFileMatBadContent;
-    }
+    mrFault fault;
+    return read_parts(mrSource::from_path(path), {}, fault);
 }
 
-mrFileMatReadStatus mrImageCache::read_parts(utString const& path)
+mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault)
 {
-    std::ifstream in = gx_open_stream(path);
-    if (!in.is_open())
-        return mrFileMatOpenFailed;
-    read_limits(in);
-    coDList<int> const ages = read_ages(in);
-    int const start = position_of(in);
-    in.close();
+    UT_CHECK_VALID(m_check);
+    UT_REQUIRE(invalid(), "argument out of range | Args");
+    return read_parts(source, limits, fault);
+}
 
-    ReadImages images;
-    if (!read_cache_images(path, start, images.table))
+mrFileMatReadStatus mrImageCache::read_parts(mrSource const& source, mrReadLimits const& limits,
+                                             mrFault& fault)
+{
+    fault = {};
+    mrImageCacheFile file;
+    mrFileMatReadStatus const status = file.read(source, limits, true, fault);
+    if (status == mrFileMatOpenFailed)
+        return status;
+    take_limits(file.limits());
+    for (mrCacheLine const& line : file.lines()) {
+        UT_REQUIRE(line.two_fields, "1 or both values are invalid");
+        UT_REQUIRE(line.second > 0, "Invalid age");
+    }
+    if (status != mrFileMatReadOK)
+        return status;
+    UT_REQUIRE(file.images().size() == file.lines().size(), "Expected same size");
+    try {
+        restore(file);
+    } catch (std::bad_alloc const&) {
+        fault.reason = "not enough memory";
         return mrFileMatBadContent;
-    UT_REQUIRE(images.table.size() == ages.size(), "Expected same size");
-    take(images.table, ages);
+    }
     return mrFileMatReadOK;
 }
 
-void mrImageCache::read_limits(std::istream& in)
+void mrImageCache::take_limits(mrCacheLine const& limits)
 {
-    utString line;
-    read_line(in, line);
-    int const both = split(line, m_max_cache_size, m_shrinkage);
-    UT_REQUIRE(both, "1 or both vales are invalid");
+    m_max_cache_size = limits.first;
+    m_shrinkage = limits.second;
+    UT_REQUIRE(limits.two_fields, "1 or both vales are invalid");
     UT_REQUIRE(m_max_cache_size > 0, "Invalid Cache size");
     UT_REQUIRE(m_shrinkage < m_max_cache_size, "Invalid shrinkage value");
     UT_REQUIRE(!invalid(), "Invalid data");
 }
 
-/// Enters images with the ages in the same places. Those taken, with the reference that they were read with,
-/// become null in the table.
-void mrImageCache::take(utStringdgDuctImagecoTablePtrcoPtrcoTable& images, coDList<int> const& ages)
+/// Enters the images with the ages of the same rank.
+void mrImageCache::restore(mrImageCacheFile const& file)
 {
-    auto age = ages.begin();
-    for (auto const& [name, image] : images) {
-        if (age == ages.end())
+    auto line = file.lines().begin();
+    for (auto const& [title, image] : file.images()) {
+        if (line == file.lines().end())
             return;
         int key = 0;
-        name.parse(key);
-        add_image(static_cast<unsigned int>(key), image, *age++);
-        images[name] = nullptr;
+        mrImageCacheFile::parse_hash(title, key);
+        add_image(static_cast<unsigned int>(key), image.image.get(), line->second);
+        // The reference that it was read with stays, beside that of the entry.
+        image.image->reference();
+        ++line;
     }
 }
 
@@ -322,12 +261,20 @@ void mrImageCache::shrink_by(int n)
     UT_REQUIRE(old_size - size() == m_shrinkage, "Incorrect shrinkage");
 }
 
+std::time_t mrImageCache::start_of_ages()
+{
+    static std::time_t const start = [] {
+        std::tm date{};
+        date.tm_mday = 1;
+        date.tm_year = 109;
+        return std::mktime(&date);
+    }();
+    return start;
+}
+
 int mrImageCache::age()
 {
-    static std::time_t base = 0;
-    if (base == 0)
-        base = start_of_2009();
-    double const seconds = std::difftime(utClock::now(), base);
+    double const seconds = std::difftime(utClock::now(), start_of_ages());
     using Limits = std::numeric_limits<int>;
     return seconds >= Limits::min() && seconds <= Limits::max() ? static_cast<int>(seconds) : 0;
 }

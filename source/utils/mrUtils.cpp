@@ -1,108 +1,31 @@
 #include "mrUtils.h"
 
 #include "mrColourPalette.h"
+#include "mrFault.h"
+#include "mrImageBlock.h"
+#include "mrOutput.h"
+#include "mrPaletteLine.h"
+#include "mrSource.h"
+#include "mrTarget.h"
 
-#include "dgDuctImage.h"
 #include "giColour.h"
 #include "gxOpenFile.h"
-#include "gxPNG.h"
 #include "ntFileOps.h"
 #include "reMatcher.h"
 #include "utAssert.h"
+#include "utConcat.h"
 #include "utString.h"
-#include "xmlUtils.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cstdint>
-#include <cstdio>
 #include <istream>
-#include <memory>
 #include <new>
 #include <ostream>
-#include <utility>
 
 namespace {
 
-utString const title_key = "Title";
-utString const image_name_key = "DuctImageName";
-
-/// Fewer bytes than these are the end of a block.
-constexpr std::size_t probe_size = 10;
-
-int append_image(utString const& key, dgDuctImage const* image, utString const& path)
-{
-    gxFile file = gx_append_to_file(path);
-    if (!file || !image)
-        return 0;
-    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
-    texts[title_key] = xmlUtils::carried(key);
-    texts[image_name_key] = xmlUtils::carried(image->name());
-    if (!gxPNGWriterDuctImage::write_file(*image, file.get(), texts))
-        return 0;
-    // What the file takes no more may show on closing only.
-    return std::fclose(file.release()) == 0;
-}
-
-/// How many pixels the images from @p start to the end of the file may have, with the file left at start.
-/// @return -1 when the file has no such position
-std::int64_t pixel_budget(std::FILE* file, int start)
-{
-    if (std::fseek(file, 0, SEEK_END) != 0)
-        return -1;
-    std::int64_t const size = std::ftell(file);
-    if (size < 0 || std::fseek(file, start, SEEK_SET) != 0)
-        return -1;
-    // Bounded above too: a folder may claim any size.
-    std::int64_t const bytes = std::clamp<std::int64_t>(size - start, 0, mrUtils::max_block_pixels);
-    return mrUtils::max_block_pixels + bytes * mrUtils::max_pixels_per_byte;
-}
-
-/// 1 when the file has bytes for another image, which are left to be read.
-int at_image(std::FILE* file)
-{
-    char probe[probe_size];
-    return std::fread(probe, 1, probe_size, file) == probe_size &&
-           std::fseek(file, -static_cast<long>(probe_size), SEEK_CUR) == 0;
-}
-
-struct Unreference
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
-
-using HeldImage = std::unique_ptr<dgDuctImage, Unreference>;
-
-void store(HeldImage image, utString const& title, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
-{
-    dgDuctImage*& place = images[title];
-    if (place)
-        place->unreference();
-    place = image.release();
-}
-
-/// Reads one image into the table, or drops it when it has no title.
-/// @param budget  in pixels; what the image takes is taken off
-int read_image(std::FILE* file, std::int64_t& budget, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
-{
-    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
-    dgDuctImage* const read = gxPNGReaderDuctImage::read_file(
-        file, texts, std::min<std::int64_t>(budget, gxPNGReaderDuctImage::max_pixels));
-    if (!read)
-        return 0;
-    read->reference();
-    HeldImage image(read);
-    budget -= std::int64_t{image->width()} * image->height();
-
-    utString const& name = texts.read(image_name_key);
-    if (!name.empty())
-        image->new_name(name.c_str());
-
-    utString const& title = texts.read(title_key);
-    if (!title.empty())
-        store(std::move(image), title, images);
-    return 1;
-}
+using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 
 /// The sum of the characters, each from -128 to 127, on 32 bits.
 int sum_of_characters(utString const& text)
@@ -147,25 +70,36 @@ giColour from_cmyk(doublecoDList const& values)
                     cmyk_channel(values[2], black), 0);
 }
 
-/// A line of a palette file, without its line end, has fewer characters than this.
-constexpr std::size_t palette_line_size = 1024;
+/// Room for a line of a palette file and the NUL after it.
+constexpr std::size_t palette_line_size = mrUtils::max_palette_line + 1;
 
-/// How the colours of one encoding are written. Groups of the pattern: the keyword, the components, the name.
+/// How the colours of one encoding are written.
 struct PaletteLine
 {
     mrColourEncoding encoding;
-    char const* keyword;
-    char const* pattern;
-    char const* unexpected;
     int components;
-    int most;
+    int most; ///< that a component may be; the least is 0
 };
 
 constexpr PaletteLine palette_lines[] = {
-    {mrColourEncodingRgb8, "rgb8", "^(rgb8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected rgb8!", 3, 255},
-    {mrColourEncodingCmy8, "cmy8", "^(cmy8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmy8!", 3, 255},
-    {mrColourEncodingCmyk, "cmyk", "^(cmyk) +([0-9]+) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmyk!",
-     4, 100}};
+    {mrColourEncodingRgb8, 3, 255}, {mrColourEncodingCmy8, 3, 255}, {mrColourEncodingCmyk, 4, 100}};
+
+utString find_keyword(mrColourEncoding encoding)
+{
+    utString keyword;
+    mrTypes::print(encoding, keyword);
+    return keyword;
+}
+
+/// Groups: the keyword, the components, the name.
+utString make_pattern(PaletteLine const& kind)
+{
+    utString pattern = "^(";
+    (pattern += find_keyword(kind.encoding)) += ')';
+    for (int i = 0; i < kind.components; ++i)
+        pattern += " +([0-9]+)";
+    return pattern += " ?(.*)$";
+}
 
 utString without_spaces_around(utString const& text)
 {
@@ -185,7 +119,8 @@ utString without_comment(utString line)
 class PaletteLineReader
 {
 public:
-    explicit PaletteLineReader(PaletteLine const& kind) : m_kind(kind), m_matcher(kind.pattern)
+    explicit PaletteLineReader(PaletteLine const& kind)
+        : m_kind(kind), m_keyword(find_keyword(kind.encoding)), m_matcher(make_pattern(kind))
     {
         utString error;
         int position = 0;
@@ -201,7 +136,7 @@ public:
 
     mrPaletteFileError read_components(doublecoDList& components) const
     {
-        UT_REQUIRE(m_matcher.get_substring(1) == m_kind.keyword, m_kind.unexpected);
+        UT_REQUIRE(m_matcher.get_substring(1) == m_keyword, utString(ut_concat("Expected ", m_keyword, "!")));
         for (int i = 0; i < m_kind.components; ++i) {
             int value = 0;
             if (!m_matcher.get_substring(i + 2).parse(value))
@@ -228,6 +163,7 @@ public:
 
 private:
     PaletteLine const& m_kind;
+    utString m_keyword;
     reMatcher m_matcher;
     int m_count = 0;
 };
@@ -272,53 +208,82 @@ private:
     std::ios::iostate const m_exceptions;
 };
 
-mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette)
+/// The line of a palette file that was read last.
+struct LastLine
+{
+    std::int64_t number = 0;
+    std::string bytes; ///< without its line feed
+};
+
+mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette, LastLine& last)
 {
     PaletteLineReader readers[] = {PaletteLineReader(palette_lines[0]), PaletteLineReader(palette_lines[1]),
                                    PaletteLineReader(palette_lines[2])};
     char buffer[palette_line_size];
-    while (in.getline(buffer, sizeof buffer)) {
+    while (++last.number, in.getline(buffer, sizeof buffer)) {
         utString const line = without_comment(buffer);
         if (line.empty())
             continue;
         auto const reader = std::find_if(std::begin(readers), std::end(readers),
                                          [&](auto& each) { return each.match(line); });
-        if (reader == std::end(readers))
-            return mrPaletteFileBadFormat;
-        mrPaletteFileError const error = append_colour(*reader, palette);
-        if (error != mrPaletteFileOK)
-            return error;
+        mrPaletteFileError const error =
+            reader == std::end(readers) ? mrPaletteFileBadFormat : append_colour(*reader, palette);
+        if (error == mrPaletteFileOK)
+            continue;
+        last.bytes.assign(buffer, static_cast<std::size_t>(in.gcount() - (in.eof() ? 0 : 1)));
+        return error;
     }
     return mrPaletteFileOK;
 }
 
-} // namespace
-
-int mrUtils::write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path)
+mrPaletteFileError read_palette(std::istream& in, mrColourPalette& palette, LastLine& last)
 {
-    for (auto const& [key, image] : images)
-        if (!append_image(key, image, path))
-            return 0;
-    return 1;
+    UT_REQUIRE(palette.empty(), "argument out of range | Args");
+    QuietStream const quiet(in);
+    try {
+        return read_palette_lines(in, palette, last);
+    } catch (std::bad_alloc const&) {
+        return mrPaletteFileBadFormat;
+    }
 }
 
-int mrUtils::read_images(utString const& path, int start, utStringdgDuctImagecoTablePtrcoPtrcoTable& images)
+} // namespace
+
+int mrUtils::write_images(Images const& images, utString const& path)
 {
-    utString reason;
-    gxFile const file = gx_open_file(path, reason);
+    mrFault fault;
+    return write_images(images, mrTarget::to_path(path), fault);
+}
+
+int mrUtils::write_images(Images const& images, mrTarget const& target, mrFault& fault)
+{
+    fault = {};
+    if (images.empty())
+        return 1;
+    mrOutput out(target, mrOutput::Mode::append, fault);
+    if (!out.file())
+        return 0;
+    int const written = mrImageBlock::write(images, out.file(), fault);
+    return out.close(fault) && written;
+}
+
+int mrUtils::read_images(utString const& path, int start, Images& images)
+{
+    mrFault fault;
+    return read_images(mrSource::from_path(path), start, images, {}, fault);
+}
+
+int mrUtils::read_images(mrSource const& source, std::int64_t start, Images& images,
+                         mrReadLimits const& limits, mrFault& fault, mrFaultcoDList* remarks)
+{
+    fault = {};
+    gxFile const file(source.open(fault));
     if (!file)
         return 0;
-    std::int64_t budget = pixel_budget(file.get(), start);
-    if (budget < 0)
-        return 0;
-    try {
-        while (at_image(file.get()))
-            if (!read_image(file.get(), budget, images))
-                return 0;
-    } catch (std::bad_alloc const&) {
-        return 0;
-    }
-    return std::ferror(file.get()) ? 0 : 1;
+    mrImageBlock block(file.get(), start, limits);
+    int const read = block.read_into(images, remarks);
+    fault = block.fault();
+    return read;
 }
 
 unsigned int mrUtils::file_hash(utString const& path)
@@ -368,13 +333,32 @@ void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& v
 
 mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
 {
-    UT_REQUIRE(palette.empty(), "argument out of range | Args");
-    QuietStream const quiet(in);
-    try {
-        return read_palette_lines(in, palette);
-    } catch (std::bad_alloc const&) {
+    LastLine ignored;
+    return read_palette(in, palette, ignored);
+}
+
+mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault)
+{
+    fault = {};
+    gxFile const file(source.open(fault));
+    if (!file)
+        return mrPaletteFileOpenFailed;
+    gxFileStream in(file.get());
+    LastLine last;
+    mrPaletteFileError const error = read_palette(in, palette, last);
+    if (error != mrPaletteFileOK) {
+        fault.line = last.number;
+        // Memory may run out before there is a bad line.
+        fault.reason = last.bytes.empty() ? "not enough memory" : mr_explain_palette_line(last.bytes, error);
+    } else if (in.bad()) {
+        fault.reason = "reading it failed before its end";
         return mrPaletteFileBadFormat;
+    } else if (!in.eof()) {
+        fault.line = last.number;
+        fault.reason = "longer than 1,023 characters; it and the lines after it are not read";
+        static_assert(max_palette_line == 1023);
     }
+    return error;
 }
 
 std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)

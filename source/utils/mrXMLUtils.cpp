@@ -1,9 +1,12 @@
 #include "mrXMLUtils.h"
 
+#include "mrFault.h"
+
 #include "giColour.h"
 #include "gsBase64.h"
 #include "gsTriUtils.h"
 #include "mlMath.h"
+#include "utConcat.h"
 #include "xmlUtils.h"
 
 #include <cstring>
@@ -33,11 +36,31 @@ utString const* child_text(xmlElement const& element, utString const& name)
 }
 
 /// The tag as it stands in a document, from "<" or "</" on.
-utString tag(std::string_view start, utString const& name)
+utString make_tag(std::string_view start, utString const& name)
 {
     utString text(start);
     text += name;
     return text += '>';
+}
+
+/// Says why the stream ended before the document did.
+/// @param first_line  that of the opening tag, 0 for none
+/// @param number      the line at which the stream ended
+void explain_missing(std::istream const& in, utString const& opening, std::int64_t first_line,
+                     std::int64_t number, mrFault& fault)
+{
+    if (in.bad()) {
+        fault.reason = "reading it failed before its end";
+    } else if (!in.eof()) {
+        fault.line = number;
+        fault.reason =
+            utString(ut_concat("line ", number, " is longer than ", mrXMLUtils::max_line, " characters"));
+    } else if (first_line == 0) {
+        fault.reason = utString(ut_concat("no line holds \"", opening, "\""));
+    } else {
+        fault.line = first_line;
+        fault.reason = utString(ut_concat("\"", opening, "\" in line ", first_line, " is never closed"));
+    }
 }
 
 } // namespace
@@ -137,26 +160,38 @@ xmlElement* mrXMLUtils::append_child_colour_element(xmlElement& element, giColou
 
 int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
 {
-    utString const opening = tag("<", root);
-    utString const closing = tag("</", root);
+    std::int64_t first_line = 0;
+    mrFault ignored;
+    return read_doc(in, root, out, first_line, ignored);
+}
 
+int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
+                         mrFault& fault)
+{
+    utString const opening = make_tag("<", root);
+    utString const closing = make_tag("</", root);
     char line[max_line + 1];
-    bool started = false;
-    std::size_t gathered = 0;
-    while (in.getline(line, sizeof line)) {
-        started = started || std::strstr(line, opening.c_str());
-        if (!started)
+    first_line = 0;
+    std::int64_t number = 1;
+    for (std::size_t gathered = 0; in.getline(line, sizeof line); ++number) {
+        if (first_line == 0 && std::strstr(line, opening.c_str()))
+            first_line = number;
+        if (first_line == 0)
             continue;
         // The count includes the line break, which the last line of a file may lack. A NUL stays in the text,
         // for the parser to refuse.
         auto const length = static_cast<std::size_t>(in.gcount() - (in.eof() ? 0 : 1));
         gathered += length + 1;
-        if (gathered > max_document)
+        if (gathered > max_document) {
+            fault.reason = "the document is longer than 268,435,456 bytes";
+            static_assert(max_document == 268'435'456);
             return 0;
+        }
         out += std::string_view(line, length);
         out += '\n';
         if (std::strstr(line, closing.c_str()))
             return 1;
     }
+    explain_missing(in, opening, first_line, number, fault);
     return 0;
 }

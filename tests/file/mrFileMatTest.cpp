@@ -1,15 +1,22 @@
 #include "mrFileMat.h"
 
 #include "materialText.h"
+#include "mrFault.h"
 #include "mrFMFacet.h"
+#include "mrImageBlock.h"
+#include "mrSource.h"
+#include "mrTarget.h"
 
 #include "dgDuctImage.h"
+#include "gxOpenFile.h"
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <sys/stat.h>
 
 using testing::ElementsAre;
+using testing::StartsWith;
 
 namespace {
 
@@ -55,9 +62,18 @@ protected:
 TEST_F(mrFileMatTest, ComesBackWithItsImagesWhateverTheirNames)
 {
     std::string const long_name(100'000, '\xe9');
-    for (char const* name :
-         {"\n two\r\n lines\t", "gr\xc3\xbcn gr\xfcn", "\xef\xbf\xbe\xed\xa0\x80",
-          "<!-- -->]]>&amp;<![CDATA[&#13;]]>", "a\1b", "\n</multimat>\n", long_name.c_str()}) {
+    struct
+    {
+        char const* name;
+        char const* as_read = nullptr; ///< where it is another
+    } const cases[] = {{"\n two\r\n lines\t"},
+                       {"gr\xc3\xbcn gr\xfcn"},
+                       {"\xef\xbf\xbe\xed\xa0\x80"},
+                       {"<!-- -->]]>&amp;<![CDATA[&#13;]]>"},
+                       {"a\1b", "a?b"},
+                       {"\n</multimat>\n"},
+                       {long_name.c_str()}};
+    for (auto const& [name, as_read] : cases) {
         write_sample(name, true);
         EXPECT_EQ(weave->references(), 1);
         mrFileMat in;
@@ -65,7 +81,7 @@ TEST_F(mrFileMatTest, ComesBackWithItsImagesWhateverTheirNames)
         EXPECT_TRUE(in.file_props() == properties({string_prop("a", "b")}));
         ASSERT_EQ(in.facets().size(), 3u);
         utString const key = (*in.facets().begin())->textures().begin()->image_name();
-        EXPECT_EQ(key, key == "a?b" ? "a?b" : name) << "control characters alone are replaced";
+        EXPECT_EQ(key, as_read ? as_read : name);
         EXPECT_EQ(in.images().size(), 1u);
         dgDuctImage const* const back = in.images().read(key);
         ASSERT_TRUE(back) << name;
@@ -115,4 +131,67 @@ TEST_F(mrFileMatTest, StatusOfEachKindOfFile)
     EXPECT_THAT(reports(), ElementsAre(state)) << "read into a filled one";
     EXPECT_EQ(in.file_props().size(), 1u);
     EXPECT_TRUE(in.facets().empty()) << "those of before go too, and the two that could be read";
+}
+
+TEST_F(mrFileMatTest, IsTheSameThroughAPathMemoryAndADescriptor)
+{
+    std::string const bytes = write_sample("weave", true);
+    mrFault fault;
+    gxFile const open = gx_open_file(path, fault.reason);
+    for (mrSource const& source : {mrSource::from_path(path), mrSource::from_memory(bytes),
+                                   mrSource::from_descriptor(fileno(open.get()))}) {
+        mrFileMat in;
+        ASSERT_EQ(in.read(source, {}, fault), mrFileMatReadOK) << fault.words().view();
+        EXPECT_EQ(in.encapsulation(), mrImageEncapsulationEmbeddedPng);
+        std::string written = "what was there";
+        EXPECT_EQ(in.write(mrTarget::to_memory(written), fault), 1);
+        EXPECT_EQ(written, bytes);
+    }
+    mrFileMat in;
+    EXPECT_EQ(in.read(mrSource::from_memory(bytes), {.pixels = 5, .pixels_per_byte = 0}, fault),
+              mrFileMatBadContent);
+    EXPECT_THAT(std::string(fault.words().view()), StartsWith("image 1, at byte ")) << "it has six pixels";
+    EXPECT_EQ(in.read(mrSource::from_memory(""), {}, fault), mrFileMatNoDocument);
+    EXPECT_EQ(in.read(mrSource::from_descriptor(-1), {}, fault), mrFileMatOpenFailed);
+    EXPECT_EQ(fault.words(), "Bad file descriptor");
+    EXPECT_THAT(reports(), ElementsAre(state, state)) << "it is filled by then";
+}
+
+TEST_F(mrFileMatTest, TellsWhatIsWrongAndWhere)
+{
+    std::string const good = write_sample("weave", true);
+    auto const line_of = [&](char const* tag) {
+        return 1 + std::count(good.begin(), good.begin() + static_cast<std::ptrdiff_t>(good.find(tag)), '\n');
+    };
+    auto const image_start = static_cast<std::int64_t>(good.find("\x89PNG"));
+    struct
+    {
+        std::string bytes;
+        char const* words;
+        std::int64_t line, column = 0, byte = -1;
+    } const cases[] = {
+        {"", "no line holds \"<multimat>\"", 0},
+        {"\n" + std::string(2000, ' '), "line 2 is longer than 1022 characters", 2},
+        {with(good, "</multimat>", "</multimat >"), "\"<multimat>\" in line 2 is never closed", 2},
+        {"one\ntwo\n<multimat>\n<a>\n</b></multimat>\n", "line 5, column 3: mismatched tag", 5, 3},
+        {with(good, "<multimat>", "<multimat><a/></multimat>"),
+         "\"image_encapsulation_type\" is missing or neither \"none\" nor \"embedded_png\"", 2},
+        {with(good, "<recoloured>0", "<recoloured>2"),
+         "facet 1: texture 1: \"recoloured\" is missing or neither 0 nor 1", line_of("<texture>")},
+        {with(good, "<type>string", "<type>text"),
+         "property 1: \"type\" is missing or none of \"string\", \"integer\" and \"double\"", 5},
+        {with(good, "<polish>", "<polish>x"),
+         "facet 1: plain material: \"polish\" is missing or no number from 0 to 1",
+         line_of("<plain_material>")},
+        {good.substr(0, good.size() - 20), "image 1, at byte ", 0, 0, image_start},
+    };
+    for (auto const& each : cases) {
+        mrFileMat in;
+        mrFault fault;
+        EXPECT_NE(in.read(mrSource::from_memory(each.bytes), {}, fault), mrFileMatReadOK);
+        EXPECT_THAT(std::string(fault.words().view()), StartsWith(each.words));
+        EXPECT_EQ(fault.line, each.line) << each.words;
+        EXPECT_EQ(fault.column, each.column) << each.words;
+        EXPECT_EQ(fault.byte, each.byte) << each.words;
+    }
 }

@@ -37,13 +37,12 @@ std::string parse_document(std::string const& text)
     xmlDocument document;
     xmlParser parser;
     int const result = parser.parse(utString(text), document);
-    if ((document.document_element() != nullptr) != (result == 1) || parser.error().invalid() != result)
+    if ((document.document_element() != nullptr) != (result == 1) ||
+        parser.error().reason.invalid() != result)
         return "result, document and reason do not agree";
     if (result)
         return "read";
-    std::string const reason(parser.error().view());
-    std::size_t const place = reason.find(": ");
-    return reason.starts_with("line ") ? reason.substr(place + 2) : reason;
+    return std::string(parser.error().reason.view());
 }
 
 std::string read_material(std::string const& path)

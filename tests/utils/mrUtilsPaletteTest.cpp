@@ -2,7 +2,11 @@
 
 #include "colours.h"
 #include "mrColourPalette.h"
+#include "mrFault.h"
+#include "mrSource.h"
 #include "mrTest.h"
+
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <sstream>
@@ -119,4 +123,35 @@ TEST(mrUtilsPalette, ReadsIntoAPaletteThatHasColours)
     EXPECT_EQ(mrUtils::read_pcp(in, read.palette), mrPaletteFileDuplicateName);
     EXPECT_EQ(written(read.palette), "rgb8 127 127 127 Grey\nrgb8 4 5 6 Blue\n");
     EXPECT_EQ(reports(), std::vector<std::string>{"source/utils/mrUtils.cpp: argument out of range | Args"});
+}
+
+TEST(mrUtilsPalette, TellsTheLineThatIsWrong)
+{
+    struct
+    {
+        std::string bytes;
+        mrPaletteFileError error;
+        std::int64_t line;
+        char const* words;
+    } const cases[] = {
+        {"rgb8 1 2 3\n", mrPaletteFileOK, 0, ""},
+        {"rgb8 1 2 3\n\nbad", mrPaletteFileBadFormat, 3, "not rgb8 or cmy8 and three whole numbers"},
+        {"cmyk 0 0 0 1\nRGB8 300 0 0\n", mrPaletteFileBadFormat, 2, "its keyword is not in small letters"},
+        {"rgb8 1 2 3 a\nrgb8\t4 5 6\n", mrPaletteFileBadFormat, 2, "it has a tab where only spaces may be"},
+        {"rgb8 1 2 3 a\nrgb8 4 5 6 a", mrPaletteFileDuplicateName, 2,
+         "an earlier line has the name \"a\" already"},
+        {"cmyk 0 0 101 0", mrPaletteFileOutOfRange, 1, "a number is out of its range"},
+        {"rgb8 1 2 3\n" + std::string(5000, '#'), mrPaletteFileOK, 2, "longer than 1,023 characters"},
+    };
+    for (auto const& each : cases) {
+        mrColourPalette palette;
+        mrFault fault;
+        EXPECT_EQ(mrUtils::read_pcp(mrSource::from_memory(each.bytes), palette, fault), each.error);
+        EXPECT_EQ(fault.line, each.line) << each.words;
+        EXPECT_THAT(std::string(fault.words().view()), testing::StartsWith(each.words));
+    }
+    mrColourPalette palette;
+    mrFault fault;
+    EXPECT_EQ(mrUtils::read_pcp(mrSource::from_path("/"), palette, fault), mrPaletteFileOpenFailed);
+    EXPECT_EQ(fault.words(), "a folder, not a file");
 }

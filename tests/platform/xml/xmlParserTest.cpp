@@ -1,6 +1,7 @@
 #include "xmlParser.h"
 
 #include "mrTest.h"
+#include "utConcat.h"
 
 #include <string>
 #include <string_view>
@@ -31,11 +32,14 @@ std::string read(std::string_view text)
     xmlDocument document;
     xmlParser parser;
     if (parser.parse(utString(text), document)) {
-        EXPECT_TRUE(parser.error().invalid());
+        EXPECT_TRUE(parser.error().reason.invalid());
         return shown(*document.document_element());
     }
     EXPECT_EQ(document.document_element(), nullptr);
-    return "error: " + std::string(parser.error().view());
+    xmlParser::Error const& error = parser.error();
+    std::string const place =
+        error.line > 0 ? ut_concat("line ", error.line, ", column ", error.column, ": ") : "";
+    return ut_concat("error: ", place, error.reason);
 }
 
 /// Each a text and what reading it gives.

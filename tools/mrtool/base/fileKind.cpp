@@ -1,13 +1,13 @@
 #include "fileKind.h"
 
-#include "cacheFile.h"
-#include "paletteFile.h"
+#include "mrImageCacheFile.h"
+#include "mrTypes.h"
+
+#include "gxOpenFile.h"
 
 #include <algorithm>
 #include <assimp/Importer.hpp>
 #include <cctype>
-#include <filesystem>
-#include <fstream>
 #include <set>
 
 namespace mrtool {
@@ -104,14 +104,15 @@ std::string extension_of(std::string const& path)
 
 std::string read_beginning(std::string const& path)
 {
-    std::error_code ignored;
-    // Opening anything but a file could wait for ever.
-    if (!std::filesystem::is_regular_file(path, ignored))
-        return {};
+    utString ignored;
+    gxFile const file = gx_open_file(utString(path), ignored);
+    return file ? read_beginning(file.get()) : std::string();
+}
+
+std::string read_beginning(std::FILE* file)
+{
     std::string bytes(beginning_length, '\0');
-    std::ifstream in(path, std::ios::binary);
-    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(in.gcount()));
+    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
     return bytes;
 }
 
@@ -130,9 +131,9 @@ bool vague_extension(std::string_view extension)
 KnownFile file_kind(std::string const& path)
 {
     std::string const extension = extension_of(path);
-    std::string const beginning = read_beginning(path);
     if (extension == "multimat")
         return {FileKind::material};
+    std::string const beginning = read_beginning(path);
     if (Signature const* const image = signature_of(beginning))
         return {FileKind::image, image->format};
     if (opens_material(beginning))
@@ -145,15 +146,32 @@ KnownFile file_kind(std::string const& path)
     return {};
 }
 
-OwnFormat own_format(std::string const& path)
+bool is_palette(std::string_view beginning)
+{
+    constexpr std::string_view blank = " \r\n";
+    std::size_t at = beginning.find_first_not_of(blank);
+    while (at < beginning.size() && beginning[at] == '#')
+        at = beginning.find_first_not_of(blank, beginning.find('\n', at));
+    std::string_view const line = beginning.substr(std::min(at, beginning.size()));
+    for (mrColourEncoding const encoding :
+         {mrColourEncodingRgb8, mrColourEncodingCmy8, mrColourEncodingCmyk}) {
+        utString keyword;
+        mrTypes::print(encoding, keyword);
+        if (line.starts_with(keyword.view()))
+            return true;
+    }
+    return false;
+}
+
+OwnFormat own_format(std::string const& path, std::string_view beginning)
 {
     std::string const extension = extension_of(path);
-    std::string const beginning = read_beginning(path);
     if (extension == "multimat" || opens_material(beginning))
         return OwnFormat::material;
     if (extension == "pcp" || is_palette(beginning))
         return OwnFormat::palette;
-    return is_cache(beginning) ? OwnFormat::image_cache : OwnFormat::material;
+    bool const is_cache = mrCacheLine(beginning.substr(0, beginning.find('\n'))).two_integers;
+    return is_cache ? OwnFormat::image_cache : OwnFormat::material;
 }
 
 } // namespace mrtool

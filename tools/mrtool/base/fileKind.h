@@ -3,6 +3,7 @@
 
 #include "gxImageFileUtils.h"
 
+#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -37,11 +38,15 @@ enum class OwnFormat
     image_cache
 };
 
-/// Which of the formats the file is to be read as. A material is one for its extension "multimat" or its
+/// Which of the formats a file with this beginning is to be read as. A material is one for its extension "multimat" or its
 /// content, as above; then a palette one for its extension "pcp", or a first line with a colour; then an image
 /// cache file one for a first line of two integers. Anything else is taken for a material, whose reader says
 /// what it lacks.
-OwnFormat own_format(std::string const& path);
+OwnFormat own_format(std::string const& path, std::string_view beginning);
+
+/// Whether a file with this beginning is a palette file: its first line that is neither empty nor a comment begins
+/// with a keyword.
+bool is_palette(std::string_view beginning);
 
 /// Whether the extension, without the point and in any case, belongs to a format that can be no mesh just as
 /// well. In a folder, files with it are left alone.
@@ -49,6 +54,8 @@ bool vague_extension(std::string_view extension);
 
 /// The first bytes of a regular file; empty when they cannot be had.
 std::string read_beginning(std::string const& path);
+/// The same of an open file, whose position moves.
+std::string read_beginning(std::FILE* file);
 
 /// The format of the image with this beginning, or @p by_name where the beginning tells nothing.
 gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name);

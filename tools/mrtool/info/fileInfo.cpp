@@ -1,34 +1,24 @@
 #include "fileInfo.h"
 
+#include "cacheInfo.h"
 #include "fileKind.h"
-#include "imageBlock.h"
-#include "materialDocument.h"
-#include "materialFault.h"
-#include "messages.h"
-#include "utConcat.h"
 
 #include "mrFMFacet.h"
 #include "mrFMTexture.h"
-#include "mrXMLUtils.h"
+#include "mrImageBlock.h"
+#include "mrSource.h"
+
+#include "gxOpenFile.h"
+#include "utConcat.h"
 
 #include <set>
+#include <string_view>
 
 namespace mrtool {
 
 namespace {
 
-using Warnings = std::vector<std::string>;
-
-mrImageEncapsulationType encapsulation_of(MaterialDocument const& document)
-{
-    int word = mrImageEncapsulationNone;
-    if (xmlElement const* root = document.document.document_element())
-        mrXMLUtils::find_child_text_enum(*root, "image_encapsulation_type",
-                                         mrTypes::parse_mrImageEncapsulationType, word);
-    return static_cast<mrImageEncapsulationType>(word);
-}
-
-void check_layers(mrFileMat const& material, Warnings& warnings)
+void check_layers(mrFileMat const& material, std::vector<std::string>& warnings)
 {
     std::set<std::string_view> used;
     int facet_number = 0;
@@ -40,53 +30,57 @@ void check_layers(mrFileMat const& material, Warnings& warnings)
             used.insert(layer.image_name().view());
             if (!material.images().member(layer.image_name()))
                 warnings.push_back(ut_concat("facet ", facet_number, ", layer ", layer_number,
-                                             ": there is no image ", in_quotes(layer.image_name().view())));
+                                             ": there is no image ", ut_quote(layer.image_name().view())));
         }
     }
     for (auto const& [name, image] : material.images())
         if (!used.contains(name.view()))
-            warnings.push_back("no layer uses the image " + in_quotes(name.view()));
+            warnings.push_back("no layer uses the image " + ut_quote(name.view()));
 }
 
-void read_material(std::string const& path, ReadOutcome& outcome, MaterialContents& contents)
+void read_material(mrSource const& source, FileInfo& info, mrFileMat& material)
 {
-    outcome.status = contents.material.read(utString(path));
-    if (!outcome.read()) {
-        outcome.fault = material_fault(path, outcome.status);
+    mrFault fault;
+    mrFaultcoDList remarks;
+    info.status = material.read(source, {}, fault, &remarks);
+    info.fault = fault.words().view();
+    if (!info.is_read())
         return;
-    }
-    MaterialDocument document;
-    read_material_document(path, document);
-    contents.encapsulation = encapsulation_of(document);
-    check_layers(contents.material, outcome.warnings);
-    if (contents.encapsulation != mrImageEncapsulationNone)
-        check_images(read_image_block(path, document.images_start), outcome.warnings);
-    else if (image_begins_at(path, document.images_start))
-        outcome.warnings.push_back("images follow a document that says there are none; they are left out");
+    check_layers(material, info.warnings);
+    for (mrFault const& remark : remarks)
+        info.warnings.emplace_back(remark.words().view());
 }
 
-mrFileMatReadStatus status_of(mrPaletteFileError error)
+void read_palette(mrSource const& source, FileInfo& info, PaletteFile& file)
 {
-    switch (error) {
-    case mrPaletteFileOK:
-        return mrFileMatReadOK;
-    case mrPaletteFileOpenFailed:
-        return mrFileMatOpenFailed;
-    default:
-        return mrFileMatBadContent;
-    }
-}
-
-void read_palette(std::string const& path, ReadOutcome& outcome, PaletteFile& file)
-{
-    read_palette_file(path, file);
-    outcome.status = status_of(file.status);
-    if (!outcome.read()) {
-        outcome.fault = file.remark;
-        outcome.line = file.line;
+    read_palette_file(source, file);
+    info.status = file.status == mrPaletteFileOK ? mrFileMatReadOK : mrFileMatBadContent;
+    if (!info.is_read()) {
+        info.fault = file.remark;
+        info.line = file.line;
     } else if (!file.remark.empty()) {
-        outcome.warnings.push_back(ut_concat("line ", file.line, ": ", file.remark));
+        info.warnings.push_back(ut_concat("line ", file.line, ": ", file.remark));
     }
+}
+
+void read_as(OwnFormat format, mrSource const& source, FileInfo& info)
+{
+    switch (format) {
+    case OwnFormat::palette:
+        return read_palette(source, info, std::get<PaletteFile>(info.contents));
+    case OwnFormat::image_cache:
+        return read_cache_info(source, info, std::get<CacheContents>(info.contents));
+    default:
+        return read_material(source, info, std::get<MaterialContents>(info.contents).material);
+    }
+}
+
+void prepare_contents(OwnFormat format, FileInfo& info)
+{
+    if (format == OwnFormat::palette)
+        info.contents.emplace<PaletteFile>();
+    else if (format == OwnFormat::image_cache)
+        info.contents.emplace<CacheContents>();
 }
 
 } // namespace
@@ -94,15 +88,14 @@ void read_palette(std::string const& path, ReadOutcome& outcome, PaletteFile& fi
 void read_file_info(std::string const& path, FileInfo& info)
 {
     info.path = path;
-    switch (own_format(path)) {
-    case OwnFormat::palette:
-        return read_palette(path, info.outcome, info.contents.emplace<PaletteFile>());
-    case OwnFormat::image_cache:
-        info.outcome = read_cache_file(path, info.contents.emplace<CacheContents>());
-        return;
-    default:
-        return read_material(path, info.outcome, info.contents.emplace<MaterialContents>());
-    }
+    utString reason;
+    gxFile const file = gx_open_file(utString(path), reason);
+    OwnFormat const format = own_format(path, file ? read_beginning(file.get()) : std::string());
+    prepare_contents(format, info);
+    if (file)
+        read_as(format, mrSource::from_descriptor(fileno(file.get())), info);
+    else
+        info.fault = reason.view();
 }
 
 } // namespace mrtool

@@ -1,8 +1,8 @@
 // mrtool info: what is in a material, palette or image cache file.
 #include "commands.h"
 #include "fileInfo.h"
-#include "materialFault.h"
 #include "messages.h"
+#include "readFault.h"
 #include "utConcat.h"
 
 #include <cstdio>
@@ -19,47 +19,48 @@ void print(std::string_view text)
     std::fwrite(text.data(), 1, text.size(), stdout);
 }
 
-/// What is told of a file on standard output.
-std::string told(FileInfo const& info, bool json)
+std::string describe(FileInfo const& info, bool json)
 {
     if (json)
-        return info_json(info);
-    return info.outcome.read() ? info_text(info) : std::string();
+        return make_json(info);
+    return info.is_read() ? make_text(info) : std::string();
 }
 
-/// Lets go of what was read; of what format it is stays known.
-void drop_contents(FileInfo& info)
+/// What is said of a file for which there is not enough memory. Its format stays known.
+void give_up(FileInfo& info)
 {
     std::visit([&]<class Contents>(Contents const&) { info.contents.emplace<Contents>(); }, info.contents);
+    info.status = mrFileMatBadContent;
+    info.fault = "not enough memory";
+    info.line = 0;
+    info.warnings.clear();
 }
 
 void say_fault(FileInfo const& info)
 {
-    ReadOutcome const& outcome = info.outcome;
-    if (outcome.line > 0)
-        say(ut_concat(info.path, ":", outcome.line), outcome.fault);
+    if (info.line > 0)
+        say(ut_concat(info.path, ":", info.line), info.fault);
     else
-        say(info.path, in_words(outcome.status, outcome.fault));
+        say(info.path, describe_read_fault(info.status, info.fault));
 }
 
-/// Reads a file and tells what is in it.
+/// Reads a file and prints what is in it.
 /// @return whether it was read
-bool tell(std::string const& path, bool json)
+bool print_info(std::string const& path, bool json)
 {
     FileInfo info;
     std::string contents;
     try {
         read_file_info(path, info);
-        contents = told(info, json);
+        contents = describe(info, json);
     } catch (std::bad_alloc const&) {
-        drop_contents(info);
-        info.outcome = {mrFileMatBadContent, "not enough memory", 0, {}};
-        contents = told(info, json);
+        give_up(info);
+        contents = describe(info, json);
     }
     print(contents);
-    if (!info.outcome.read())
+    if (!info.is_read())
         say_fault(info);
-    return info.outcome.read();
+    return info.is_read();
 }
 
 } // namespace
@@ -72,7 +73,7 @@ int run_info(InfoOptions const& options)
         if (options.json)
             print(separator);
         separator = ",\n";
-        if (!tell(path, options.json))
+        if (!print_info(path, options.json))
             status = something_failed;
     }
     if (options.json)

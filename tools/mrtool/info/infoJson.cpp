@@ -1,22 +1,72 @@
 // The contents of a file for a program.
 #include "fileInfo.h"
 
-#include "jsonText.h"
-#include "messages.h"
-#include "utUTF8.h"
-
 #include "mrFMFacet.h"
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
 #include "mrMatProp.h"
 
 #include "dgDuctImage.h"
+#include "utUTF8.h"
+
+#include <nlohmann/json.hpp>
 
 namespace mrtool {
 
 namespace {
 
-char const* word(mrFileMatReadStatus status)
+using Json = nlohmann::ordered_json;
+
+/// Down to here, each member and each element has a line of its own.
+constexpr int deepest_with_lines = 2;
+
+/// Appends a value. The library's own layouts are all lines or none; a colour reads best on one.
+void append(std::string& text, Json const& value, int depth)
+{
+    if (!value.is_structured() || value.empty()) {
+        text += value.dump();
+        return;
+    }
+    bool const lines = depth < deepest_with_lines;
+    auto const begin_line = [&](int indent) {
+        text += '\n' + std::string(2 * static_cast<std::size_t>(indent), ' ');
+    };
+    text += value.is_object() ? '{' : '[';
+    bool first = true;
+    for (auto const& [key, member] : value.items()) {
+        if (!first)
+            text += lines ? "," : ", ";
+        first = false;
+        if (lines)
+            begin_line(depth + 1);
+        if (value.is_object())
+            text += Json(key).dump() + ": ";
+        append(text, member, depth + 1);
+    }
+    if (lines)
+        begin_line(depth);
+    text += value.is_object() ? '}' : ']';
+}
+
+Json make_string(std::string_view text)
+{
+    return utUTF8::from_any(text);
+}
+
+Json make_string(utString const& text)
+{
+    return text.invalid() ? Json() : make_string(text.view());
+}
+
+template <class Enum>
+Json make_word(Enum value)
+{
+    utString text;
+    mrTypes::print(value, text);
+    return make_string(text);
+}
+
+char const* find_word(mrFileMatReadStatus status)
 {
     switch (status) {
     case mrFileMatReadOK:
@@ -30,211 +80,153 @@ char const* word(mrFileMatReadStatus status)
     }
 }
 
-void add(JsonText& json, utString const& text)
+Json make_colour(giColour const& colour)
 {
-    if (text.invalid())
-        json.null();
-    else
-        json.string(utUTF8::from_any(text.view()));
+    return {colour.red(), colour.green(), colour.blue()};
 }
 
-template <class Enum>
-void add_word(JsonText& json, Enum value)
-{
-    utString text;
-    mrTypes::print(value, text);
-    add(json, text);
-}
-
-void add(JsonText& json, giColour const& colour)
-{
-    json.array([&] {
-        for (int const component : {colour.red(), colour.green(), colour.blue()})
-            json.integer(component);
-    });
-}
-
-void add_value(JsonText& json, mrMatProp const& property)
+Json make_value(mrMatProp const& property)
 {
     switch (property.prop_type()) {
     case mrMatPropString:
-        return add(json, property.string_value());
+        return make_string(property.string_value());
     case mrMatPropInteger:
-        return json.integer(property.integer_value());
+        return property.integer_value();
     default:
-        return json.real(property.double_value());
+        return property.double_value();
     }
 }
 
-void add(JsonText& json, mrMatPropcoSet const& properties)
+Json make_properties(mrMatPropcoSet const& properties)
 {
-    json.array([&] {
-        for (mrMatProp const& property : properties)
-            json.object([&] {
-                add(json.key("name"), property.name());
-                add_word(json.key("type"), property.prop_type());
-                add_value(json.key("value"), property);
-            });
-    });
+    Json list = Json::array();
+    for (mrMatProp const& property : properties)
+        list.push_back({{"name", make_string(property.name())},
+                        {"type", make_word(property.prop_type())},
+                        {"value", make_value(property)}});
+    return list;
 }
 
-void add(JsonText& json, mrFMPlainMat const& plain)
+Json make_plain_material(mrFMPlainMat const& plain)
 {
-    json.object([&] {
-        add(json.key("name"), plain.name());
-        add(json.key("properties"), plain.properties());
-        json.key("affinity").integer(plain.affinity());
-        add(json.key("diffuse_colour"), plain.diffuse_colour());
-        json.key("polish").real(plain.polish());
-        json.key("reflect").real(plain.reflect());
-        json.key("transparency").real(plain.transparency());
-        json.key("emission").real(plain.emission());
-        json.key("refractive_index").real(plain.refractive_index());
-        add(json.key("shader_definition"), plain.shader_definition());
-    });
+    return {{"name", make_string(plain.name())},
+            {"properties", make_properties(plain.properties())},
+            {"affinity", plain.affinity()},
+            {"diffuse_colour", make_colour(plain.diffuse_colour())},
+            {"polish", plain.polish()},
+            {"reflect", plain.reflect()},
+            {"transparency", plain.transparency()},
+            {"emission", plain.emission()},
+            {"refractive_index", plain.refractive_index()},
+            {"shader_definition", make_string(plain.shader_definition())}};
 }
 
-void add_size(JsonText& json, int width, int height)
+Json make_layer(mrFMTexture const& layer, mrFileMat const& material)
 {
-    json.key("width").integer(width);
-    json.key("height").integer(height);
+    dgDuctImage const* const image = material.images().read(layer.image_name());
+    return {{"image_name", make_string(layer.image_name())},
+            {"layer_type", make_word(layer.layer_type())},
+            {"recoloured", layer.recoloured() != 0},
+            {"recolour", make_colour(layer.recolour())},
+            {"image", image ? Json{{"width", image->width()}, {"height", image->height()}} : Json()}};
 }
 
-void add_size(JsonText& json, dgDuctImage const* image)
+Json make_facets(mrFileMat const& material)
 {
-    if (image)
-        json.object([&] { add_size(json, image->width(), image->height()); });
-    else
-        json.null();
+    Json facets = Json::array();
+    for (mrFMFacet const* facet : material.facets()) {
+        Json layers = Json::array();
+        for (mrFMTexture const& layer : facet->textures())
+            layers.push_back(make_layer(layer, material));
+        facets.push_back({{"plain_material", make_plain_material(facet->plain_mat())}, {"textures", layers}});
+    }
+    return facets;
 }
 
-void add(JsonText& json, mrFMTexture const& layer, mrFileMat const& material)
-{
-    json.object([&] {
-        add(json.key("image_name"), layer.image_name());
-        add_word(json.key("layer_type"), layer.layer_type());
-        json.key("recoloured").boolean(layer.recoloured() != 0);
-        add(json.key("recolour"), layer.recolour());
-        add_size(json.key("image"), material.images().read(layer.image_name()));
-    });
-}
-
-void add(JsonText& json, mrFMFacet const& facet, mrFileMat const& material)
-{
-    json.object([&] {
-        add(json.key("plain_material"), facet.plain_mat());
-        json.key("textures").array([&] {
-            for (mrFMTexture const& layer : facet.textures())
-                add(json, layer, material);
-        });
-    });
-}
-
-char const* kind(MaterialContents const&)
+char const* kind_of(MaterialContents const&)
 {
     return "material";
 }
 
-char const* kind(PaletteFile const&)
+char const* kind_of(PaletteFile const&)
 {
     return "palette";
 }
 
-char const* kind(CacheContents const&)
+char const* kind_of(CacheContents const&)
 {
     return "image_cache";
 }
 
-void add_contents(JsonText& json, MaterialContents const& contents)
+void add_contents(Json& json, MaterialContents const& contents)
 {
     mrFileMat const& material = contents.material;
-    add_word(json.key("encapsulation"), contents.encapsulation);
-    add(json.key("properties"), material.file_props());
-    json.key("facets").array([&] {
-        for (mrFMFacet const* facet : material.facets())
-            add(json, *facet, material);
-    });
-    json.key("images").array([&] {
-        for (auto const& [title, image] : material.images())
-            json.object([&, &title = title, &image = image] {
-                add(json.key("title"), title);
-                json.key("name").string(utUTF8::from_any(image->name()));
-                add_size(json, image->width(), image->height());
-            });
-    });
+    json["encapsulation"] = make_word(material.encapsulation());
+    json["properties"] = make_properties(material.file_props());
+    json["facets"] = make_facets(material);
+    Json& images = json["images"] = Json::array();
+    for (auto const& [title, image] : material.images())
+        images.push_back({{"title", make_string(title)},
+                          {"name", make_string(std::string_view(image->name()))},
+                          {"width", image->width()},
+                          {"height", image->height()}});
 }
 
-void add_colour(JsonText& json, mrColourPalette const& palette, int index)
+void add_contents(Json& json, PaletteFile const& file)
 {
-    utString name;
-    giColour const& colour = palette.colour(index, name);
-    doublecoDList values;
-    palette.colour_components(index, values);
-    json.object([&] {
-        json.key("index").integer(index);
-        add(json.key("rgb"), colour);
-        json.key("encoding").string(keyword(palette.colour_encoding(index)));
-        json.key("components").array([&] {
-            for (double const value : values)
-                json.integer(static_cast<int>(value)); // what a file has are whole numbers
-        });
-        add(json.key("name"), name);
-    });
+    mrColourPalette const& palette = file.palette;
+    Json& colours = json["colours"] = Json::array();
+    for (int index = 0; index < palette.size(); ++index) {
+        utString name;
+        giColour const& colour = palette.colour(index, name);
+        doublecoDList values;
+        palette.colour_components(index, values);
+        Json components = Json::array();
+        for (double const value : values)
+            components.push_back(static_cast<int>(value)); // what a file has are whole numbers
+        colours.push_back({{"index", index},
+                           {"rgb", make_colour(colour)},
+                           {"encoding", make_word(palette.colour_encoding(index))},
+                           {"components", components},
+                           {"name", make_string(name)}});
+    }
 }
 
-void add_contents(JsonText& json, PaletteFile const& contents)
+void add_contents(Json& json, CacheContents const& contents)
 {
-    json.key("colours").array([&] {
-        for (int index = 0; index < contents.palette.size(); ++index)
-            add_colour(json, contents.palette, index);
-    });
-}
-
-void add_contents(JsonText& json, CacheContents const& contents)
-{
-    json.key("max_cache_size").integer(contents.max_cache_size);
-    json.key("shrinkage").integer(contents.shrinkage);
-    json.key("entries").array([&] {
-        for (CacheEntry const& entry : contents.entries)
-            json.object([&] {
-                json.key("hash").integer(entry.hash);
-                json.key("age").integer(entry.age);
-                json.key("last_used").string(local_time(entry.age));
-                json.key("image_name").string(utUTF8::from_any(entry.image_name));
-                add_size(json, entry.width, entry.height);
-            });
-    });
-}
-
-void add_fault(JsonText& json, ReadOutcome const& outcome)
-{
-    json.key("fault").string(utUTF8::from_any(outcome.fault));
-    if (outcome.line > 0)
-        json.key("line").integer(outcome.line);
-}
-
-void add_members(JsonText& json, FileInfo const& info)
-{
-    ReadOutcome const& outcome = info.outcome;
-    json.key("path").string(utUTF8::from_any(info.path));
-    json.key("kind").string(std::visit([](auto const& contents) { return kind(contents); }, info.contents));
-    json.key("status").string(word(outcome.status));
-    if (!outcome.read())
-        return add_fault(json, outcome);
-    std::visit([&](auto const& contents) { add_contents(json, contents); }, info.contents);
-    json.key("warnings").array([&] {
-        for (std::string const& warning : outcome.warnings)
-            json.string(utUTF8::from_any(warning));
-    });
+    json["max_cache_size"] = contents.max_cache_size;
+    json["shrinkage"] = contents.shrinkage;
+    Json& entries = json["entries"] = Json::array();
+    for (CacheContents::Entry const& entry : contents.entries)
+        entries.push_back({{"hash", entry.hash},
+                           {"age", entry.age},
+                           {"last_used", format_age(entry.age)},
+                           {"image_name", make_string(entry.image_name)},
+                           {"width", entry.width},
+                           {"height", entry.height}});
 }
 
 } // namespace
 
-std::string info_json(FileInfo const& info)
+std::string make_json(FileInfo const& info)
 {
-    JsonText json;
-    json.object([&] { add_members(json, info); });
-    return json.take();
+    Json json;
+    json["path"] = make_string(info.path);
+    json["kind"] = std::visit([](auto const& contents) { return kind_of(contents); }, info.contents);
+    json["status"] = find_word(info.status);
+    if (info.is_read()) {
+        std::visit([&](auto const& contents) { add_contents(json, contents); }, info.contents);
+        Json& warnings = json["warnings"] = Json::array();
+        for (std::string const& warning : info.warnings)
+            warnings.push_back(make_string(warning));
+    } else {
+        json["fault"] = make_string(info.fault);
+        if (info.line > 0)
+            json["line"] = info.line;
+    }
+    std::string text;
+    append(text, json, 0);
+    return text;
 }
 
 } // namespace mrtool

@@ -19,36 +19,36 @@ namespace {
 
 constexpr std::size_t longest_text = 400;
 
-/// The text in quotes; of a very long one the beginning.
-std::string shown(utString const& value)
+/// Puts a text in quotes; of a very long one the beginning.
+std::string quote(utString const& value)
 {
     std::string const whole = utUTF8::from_any(value.view());
     if (whole.size() <= longest_text)
-        return printable(in_quotes(whole));
-    return ut_concat(printable(in_quotes(utUTF8::cut(whole, longest_text))), " and so on, ", value.length(),
+        return printable(ut_quote(whole));
+    return ut_concat(printable(ut_quote(utUTF8::cut(whole, longest_text))), " and so on, ", value.length(),
                      " bytes");
 }
 
-std::string colour_text(giColour const& colour)
+std::string format_colour(giColour const& colour)
 {
     return ut_concat(int{colour.red()}, " ", int{colour.green()}, " ", int{colour.blue()});
 }
 
-std::string size_text(int width, int height)
+std::string format_size(int width, int height)
 {
     return ut_concat(width, " x ", height);
 }
 
-std::string size_text(dgDuctImage const& image)
+std::string format_size(dgDuctImage const& image)
 {
-    return size_text(image.width(), image.height());
+    return format_size(image.width(), image.height());
 }
 
-std::string value_text(mrMatProp const& property)
+std::string format_value(mrMatProp const& property)
 {
     switch (property.prop_type()) {
     case mrMatPropString:
-        return shown(property.string_value());
+        return quote(property.string_value());
     case mrMatPropInteger:
         return ut_concat(property.integer_value());
     default:
@@ -56,7 +56,7 @@ std::string value_text(mrMatProp const& property)
     }
 }
 
-/// Lines with a name and a value in a column.
+/// Lines with a name, and a value in a column.
 class Listing
 {
 public:
@@ -74,12 +74,12 @@ public:
         for (mrMatProp const& property : properties) {
             utString type;
             mrTypes::print(property.prop_type(), type);
-            line(indent, "property " + shown(property.name()),
-                 ut_concat(value_text(property), " (", type, ")"));
+            line(indent, "property " + quote(property.name()),
+                 ut_concat(format_value(property), " (", type, ")"));
         }
     }
 
-    std::string take() { return std::move(m_text); }
+    std::string const& text() const { return m_text; }
 
 private:
     std::string m_text;
@@ -87,17 +87,17 @@ private:
 
 void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
 {
-    listing.line(2, "name", shown(plain.name()));
+    listing.line(2, "name", quote(plain.name()));
     listing.properties(2, plain.properties());
     listing.line(2, "affinity", ut_concat(plain.affinity()));
-    listing.line(2, "diffuse colour", colour_text(plain.diffuse_colour()));
+    listing.line(2, "diffuse colour", format_colour(plain.diffuse_colour()));
     listing.line(2, "polish", ut_concat(plain.polish()));
     listing.line(2, "reflect", ut_concat(plain.reflect()));
     listing.line(2, "transparency", ut_concat(plain.transparency()));
     listing.line(2, "emission", ut_concat(plain.emission()));
     listing.line(2, "refractive index", ut_concat(plain.refractive_index()));
     bool const shaded = !plain.shader_definition().invalid();
-    listing.line(2, "shader definition", shaded ? shown(plain.shader_definition()) : "none");
+    listing.line(2, "shader definition", shaded ? quote(plain.shader_definition()) : "none");
 }
 
 void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMat const& material)
@@ -106,16 +106,16 @@ void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMa
     mrTypes::print(layer.layer_type(), type);
     dgDuctImage const* const image = material.images().read(layer.image_name());
     std::string const tint =
-        layer.recoloured() ? "tinted towards " + colour_text(layer.recolour()) : "not tinted";
+        layer.recoloured() ? "tinted towards " + format_colour(layer.recolour()) : "not tinted";
     listing.line(2, ut_concat("layer ", number),
-                 ut_concat(shown(layer.image_name()), ", ", type, ", ",
-                           image ? size_text(*image) : "no such image", ", ", tint));
+                 ut_concat(quote(layer.image_name()), ", ", type, ", ",
+                           image ? format_size(*image) : "no such image", ", ", tint));
 }
 
 void list(Listing& listing, MaterialContents const& contents)
 {
     utString encapsulation;
-    mrTypes::print(contents.encapsulation, encapsulation);
+    mrTypes::print(contents.material.encapsulation(), encapsulation);
     listing.line(1, "encapsulation", encapsulation.c_str());
     listing.properties(1, contents.material.file_props());
     int facet_number = 0;
@@ -127,30 +127,32 @@ void list(Listing& listing, MaterialContents const& contents)
             list_layer(listing, ++layer_number, layer, contents.material);
     }
     for (auto const& [title, image] : contents.material.images())
-        listing.line(1, "image " + shown(title), size_text(*image) + ", named " + shown(image->name()));
+        listing.line(1, "image " + quote(title), format_size(*image) + ", named " + quote(image->name()));
 }
 
-std::string colour_line(mrColourPalette const& palette, int index)
+std::string describe_colour(mrColourPalette const& palette, int index)
 {
     utString name;
-    std::string line = colour_text(palette.colour(index, name));
-    line += ut_concat(", ", keyword(palette.colour_encoding(index)));
+    std::string line = format_colour(palette.colour(index, name));
+    utString keyword;
+    mrTypes::print(palette.colour_encoding(index), keyword);
+    line += ut_concat(", ", keyword);
     doublecoDList components;
     palette.colour_components(index, components);
     for (double const component : components)
         line += ut_concat(" ", component);
     if (!name.invalid())
-        line += ", " + shown(name);
+        line += ", " + quote(name);
     return line;
 }
 
 void list(Listing& listing, PaletteFile const& file)
 {
     for (int index = 0; index < file.palette.size(); ++index)
-        listing.line(1, ut_concat("colour ", index), colour_line(file.palette, index));
+        listing.line(1, ut_concat("colour ", index), describe_colour(file.palette, index));
 }
 
-std::string hexadecimal(int hash)
+std::string format_hexadecimal(int hash)
 {
     char digits[16];
     std::snprintf(digits, sizeof digits, "%08x", static_cast<unsigned>(hash));
@@ -161,23 +163,23 @@ void list(Listing& listing, CacheContents const& cache)
 {
     listing.line(1, "size limit", ut_concat(cache.max_cache_size));
     listing.line(1, "shrinkage", ut_concat(cache.shrinkage));
-    for (CacheEntry const& entry : cache.entries)
+    for (CacheContents::Entry const& entry : cache.entries)
         listing.line(1, ut_concat("entry ", entry.hash),
-                     ut_concat(hexadecimal(entry.hash), ", used ", local_time(entry.age), ", ",
-                               size_text(entry.width, entry.height), ", named ",
-                               shown(utString(entry.image_name))));
+                     ut_concat(format_hexadecimal(entry.hash), ", used ", format_age(entry.age), ", ",
+                               format_size(entry.width, entry.height), ", named ",
+                               quote(utString(entry.image_name))));
 }
 
 } // namespace
 
-std::string info_text(FileInfo const& info)
+std::string make_text(FileInfo const& info)
 {
     Listing listing;
     listing.line(0, printable(info.path));
     std::visit([&](auto const& contents) { list(listing, contents); }, info.contents);
-    for (std::string const& warning : info.outcome.warnings)
+    for (std::string const& warning : info.warnings)
         listing.line(1, "warning: " + printable(warning));
-    return listing.take();
+    return listing.text();
 }
 
 } // namespace mrtool

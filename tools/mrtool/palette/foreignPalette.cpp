@@ -1,8 +1,8 @@
 #include "foreignPalette.h"
 
 #include "ase.h"
+#include "fileKind.h"
 #include "inputFile.h"
-#include "paletteFile.h"
 #include "tally.h"
 #include "textPalette.h"
 #include "utConcat.h"

@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "fileKind.h"
 #include "messages.h"
+#include "mrSource.h"
 #include "overwriteGuard.h"
 #include "paletteFile.h"
 #include "palettePicture.h"
@@ -53,7 +54,7 @@ void check_picture_usage(PaletteOptions const& options)
 bool read_colours(std::string const& path, std::vector<giColour>& colours)
 {
     PaletteFile file;
-    read_palette_file(path, file);
+    read_palette_file(mrSource::from_path(utString(path)), file);
     if (file.status != mrPaletteFileOK) {
         say_remark(path, file);
         return false;

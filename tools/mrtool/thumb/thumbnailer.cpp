@@ -1,13 +1,15 @@
 #include "thumbnailer.h"
 
-#include "materialFault.h"
 #include "pendingFile.h"
+#include "readFault.h"
 #include "sphere.h"
 #include "utConcat.h"
 
 #include "mrFileMat.h"
 #include "mrFMFacet.h"
 #include "mrFMTexture.h"
+#include "mrImageBlock.h"
+#include "mrSource.h"
 #include "mrThumbnails.h"
 
 #include <algorithm>
@@ -116,9 +118,10 @@ Thumbnailer::Picture Thumbnailer::picture(ThumbJob const& job)
 Thumbnailer::Picture Thumbnailer::of_material(std::string const& path)
 {
     mrFileMat material;
-    mrFileMatReadStatus const status = material.read(utString(path));
+    mrFault fault;
+    mrFileMatReadStatus const status = material.read(mrSource::from_path(utString(path)), {}, fault);
     if (status != mrFileMatReadOK) {
-        m_reason = in_words(status, material_fault(path, status));
+        m_reason = describe_read_fault(status, fault);
         return nullptr;
     }
     if (!start_renderer())

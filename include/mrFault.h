@@ -1,0 +1,31 @@
+// Why something could not be read or written, and where.
+#pragma once
+
+#include "coDList.h"
+#include "mrExport.h"
+#include "utString.h"
+
+#include <cstdint>
+
+/// The first thing that was wrong with a file; a reader's further overload fills one in.
+///
+/// Only what is known is set. The words are English, for a user to read; programs decide by the reader's status.
+struct MR_API mrFault
+{
+    /// What was wrong; invalid while nothing was. A sentence of its own where there is neither part nor column.
+    utString reason;
+    /// Which part of the file: "facet 2: plain material", "image 3"; invalid where the reason says it.
+    utString part;
+    std::int64_t line = 0;   ///< in the file, from 1; 0 when unknown
+    std::int64_t column = 0; ///< in bytes, from 1; 0 when unknown
+    std::int64_t byte = -1;  ///< from the beginning of the file, from 0; -1 when unknown
+
+    /// Place and reason together: "line 14, column 9: mismatched tag", "image 2, at byte 48213: the file ends
+    /// before the image does"; empty when there is no fault.
+    utString words() const;
+
+    /// Puts a larger part in front: "plain material" within "facet 2" is "facet 2: plain material".
+    void within(utString const& larger);
+};
+
+using mrFaultcoDList = coDList<mrFault>;

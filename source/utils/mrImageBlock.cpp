@@ -1,0 +1,151 @@
+#include "mrImageBlock.h"
+
+#include "gxPNG.h"
+#include "utConcat.h"
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <new>
+#include <string_view>
+
+namespace {
+
+using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
+
+utString const title_key = mrImageBlock::title_key;
+utString const name_key = mrImageBlock::name_key;
+
+/// Counts the bytes from a position to the end of the file, and leaves it at the position, or at its end.
+/// @return -1 when that fails
+std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
+{
+    if (std::fseek(file, 0, SEEK_END) != 0)
+        return -1;
+    std::int64_t const size = std::ftell(file);
+    if (size < 0 || std::fseek(file, std::min(start, size), SEEK_SET) != 0)
+        return -1;
+    return std::max<std::int64_t>(size - start, 0);
+}
+
+void remark(mrFaultcoDList* remarks, std::string const& words, std::int64_t byte)
+{
+    if (!remarks)
+        return;
+    mrFault passed_over;
+    passed_over.reason = utString(words);
+    passed_over.byte = byte;
+    remarks->append(passed_over);
+}
+
+} // namespace
+
+mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits const& limits) : m_file(file)
+{
+    std::int64_t const bytes = start < 0 ? -1 : count_bytes_from(file, start);
+    if (bytes < 0)
+        fail("the images cannot be read");
+    // Bounded: the product must fit.
+    else
+        m_budget = limits.pixels + std::min(bytes, limits.default_pixels) * limits.pixels_per_byte;
+}
+
+int mrImageBlock::read_next(mrBlockImage& image)
+{
+    char probe[fewest_bytes];
+    if (!m_fault.reason.invalid())
+        return 0;
+    if (m_rest = peek(probe); m_rest < fewest_bytes)
+        return 0;
+    ++m_number;
+    m_fault.part = utString(ut_concat("image ", m_number));
+    m_fault.byte = image.byte = std::ftell(m_file);
+    utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+    image.image = dg_hold(gxPNGReaderDuctImage::read_file(
+        m_file, texts, std::min(m_budget, gxPNGReaderDuctImage::max_pixels), &m_fault.reason));
+    if (!image.image)
+        return 0;
+    image.width = image.image->width();
+    image.height = image.image->height();
+    m_budget -= std::int64_t{image.width} * image.height;
+    image.title = texts.read(title_key);
+    image.name = texts.read(name_key);
+    if (!image.name.empty())
+        image.image->new_name(image.name.c_str());
+    return 1;
+}
+
+int mrImageBlock::read_titled(std::function<bool(mrBlockImage&)> const& store, mrFaultcoDList* remarks)
+{
+    for (mrBlockImage image; read_next(image);) {
+        utString const title = image.title; // store may move the image away
+        if (title.empty())
+            remark(remarks, ut_concat("image ", m_number, " has no title and is left out"), image.byte);
+        else if (store(image))
+            remark(remarks,
+                   ut_concat("image ", m_number, " takes the place of an earlier one with the title ",
+                             ut_quote(title.view())),
+                   image.byte);
+    }
+    if (!m_fault.reason.invalid())
+        return 0;
+    if (m_rest > 0)
+        remark(remarks, ut_concat("the last ", m_rest, " bytes of the file are no image and are left out"),
+               std::ftell(m_file));
+    return 1;
+}
+
+int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
+{
+    auto const store = [&](mrBlockImage& read) {
+        dgDuctImage*& place = images[read.title];
+        dgCounted<dgDuctImage> const replaced(place);
+        place = read.image.release();
+        return replaced != nullptr;
+    };
+    try {
+        return read_titled(store, remarks);
+    } catch (std::bad_alloc const&) {
+        return fail("not enough memory");
+    }
+}
+
+bool mrImageBlock::at_image()
+{
+    char bytes[fewest_bytes];
+    return m_fault.reason.invalid() &&
+           std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
+}
+
+/// Reads bytes and goes back before them.
+std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
+{
+    std::size_t const count = std::fread(bytes, 1, fewest_bytes, m_file);
+    if (std::ferror(m_file) || std::fseek(m_file, -static_cast<long>(count), SEEK_CUR) != 0)
+        fail("reading it failed before its end");
+    return m_fault.reason.invalid() ? count : 0;
+}
+
+int mrImageBlock::fail(char const* reason)
+{
+    m_fault = {};
+    m_fault.reason = reason;
+    return 0;
+}
+
+int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
+{
+    for (auto const& [key, image] : images) {
+        fault.part = utString(ut_concat("image ", ut_quote(key.view())));
+        fault.reason = "there is no image";
+        if (!image)
+            return 0;
+        utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+        texts[title_key] = xmlUtils::carried(key);
+        texts[name_key] = xmlUtils::carried(image->name());
+        fault.reason = "it is empty, its texts are too long, or the file takes no more";
+        if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
+            return 0;
+    }
+    fault = {};
+    return 1;
+}
