@@ -1,4 +1,4 @@
-// The names of the containers that the library's classes hand to each other.
+// The names of the library's containers.
 #pragma once
 
 #include "coDList.h"
@@ -24,10 +24,10 @@ using mrMatPropcoSet = coSet<mrMatProp>;
 /// The texture layers of a facet, by value.
 using mrFMTexturecoDList = coDList<mrFMTexture>;
 
-/// Facets; whoever holds the list deletes them.
+/// Facets; the list's owner deletes them.
 using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
 
-/// The image table: image name to image; whoever holds the table holds one reference on each image.
+/// The image table: image name to image; the table's owner holds one reference on each image.
 using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
 
 using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
@@ -40,7 +40,7 @@ using mrItemKeycoSortedList = coSortedList<mrItemKey>;
 /// A number of facets.
 using mrNumFaces = int;
 
-/// From a number of facets to the blocks to draw them on. The table owns its lists, the lists own no block.
+/// From a number of facets to the blocks to draw them on. The table owns its lists; the lists borrow their blocks.
 using giTriBlockcoDListPtrcoTablePrgcoPrg = coPrg<giTriBlockcoDListPtrcoPtrcoDList>;
 using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
     coTable<mrNumFaces, giTriBlockcoDListPtrcoTablePrgcoPrg, coZeroIsNullKey>;
@@ -48,18 +48,17 @@ using mrNumFacesgiTriBlockcoDListPtrcoTablePrgcoPrgcoTable =
 /// The component values of a colour.
 using doublecoDList = coDList<double>;
 
-/// The position of a colour in its palette, from 0; an ordinary key.
+/// The position of a colour in its palette, from 0.
 using mrColourIndex = int;
 
 /// A palette file's path as mrUtils::standardize_path_name spells it.
 using mrPaletteFilePath = utString;
 
-/// From a path to the palette that was read from there. The table owns its palettes.
+/// From a path to the palette of that file. The table owns its palettes.
 using mrColourPalettecoTablePrgcoPrg = coPrg<mrColourPalette>;
 using mrPaletteFilePathmrColourPalettecoTablePrgcoPrgcoTable =
     coTable<mrPaletteFilePath, mrColourPalettecoTablePrgcoPrg>;
 
-/// The numbers that every hashed container of the library is created with: room for entries, and the fill
-/// limit in per cent.
+/// Every hashed container of the library is created with these: room for entries, and the fill limit in per cent.
 inline constexpr int mrInitialSize = 4;
 inline constexpr int mrFillLimit = 50;

@@ -11,9 +11,8 @@ class mrFMPlainMat;
 class xmlElement;
 struct mrFault;
 
-/// A facet: one plain material, which it owns, and the texture layers laid over it, in order.
-///
-/// Valid exactly when it has a plain material.
+/// A facet: one plain material, which it owns, and the texture layers laid over it, in order. Valid exactly when it has
+/// a plain material.
 class MR_API mrFMFacet
 {
 public:
@@ -28,13 +27,13 @@ public:
     mrFMFacet(mrFMFacet const&) = delete;
     mrFMFacet& operator=(mrFMFacet const&) = delete;
 
-    /// 1 when there is no plain material.
+    /// 1 without a plain material.
     int invalid() const;
 
-    /// 1 when the plain materials are equal and so are the layers, pair by pair, or both facets are invalid.
+    /// 1 when plain materials and layers are equal, layers in order, or both facets are invalid.
     int operator==(mrFMFacet const& other) const;
 
-    /// @return the plain material; an invalid facet gives an invalid one that all of them share
+    /// @return for an invalid facet, an invalid material that all invalid facets share
     /// @report "State" when the facet is invalid
     mrFMPlainMat const& plain_mat() const;
     /// @report "State" when the facet is invalid; the list is returned all the same
@@ -44,13 +43,12 @@ public:
     /// @report "State" when the facet is invalid; the element is then appended without a plain material
     void xml_write(xmlElement& parent) const;
 
-    /// Takes its plain material from a "facet" element, in the place of the one it had, which is deleted, and
-    /// adds the element's layers to those it has. Safe for untrusted input.
-    /// @return 1, or 0 with the facet invalid: there is not exactly one "plain_material", or it or a layer
-    ///         does not read. Layers read before that one are kept
-    int xml_read(xmlElement const& element);
-    /// @param fault  receives what is wrong and where, when the result is 0
-    int xml_read(xmlElement const& element, mrFault& fault);
+    /// Replaces the plain material by that of a "facet" element, deletes the old one, and adds the element's layers to
+    /// its own. Safe for untrusted input.
+    /// @param fault  unless null, receives the reason and the place of a failure
+    /// @return 1, or 0 with the facet invalid: the element has not exactly one "plain_material", or it or a layer is
+    ///         bad. Layers read before a bad one are kept
+    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
 
 private:
     std::unique_ptr<mrFMPlainMat> m_plain_mat;

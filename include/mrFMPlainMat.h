@@ -8,7 +8,7 @@
 class xmlElement;
 struct mrFault;
 
-/// A plain material: how a surface looks without textures. Valid exactly when its name is.
+/// A plain material: the look of a surface without textures. Valid exactly when its name is.
 class MR_API mrFMPlainMat
 {
 public:
@@ -18,12 +18,12 @@ public:
     /// An invalid material: no name, no shader definition, no properties, black, numbers 0.
     mrFMPlainMat();
 
-    /// @param affinity           any number of the application's
-    /// @param transparency       0 to 1 for a material that is to be read back; not tested here
-    /// @param refractive_index   0 to max_refractive_index, likewise
-    /// @param shader_definition  an empty one counts as none
+    /// @param affinity           any number, for the application to use
+    /// @param transparency       unchecked; a file is read with 0 to 1 only
+    /// @param refractive_index   unchecked; a file is read with 0 to max_refractive_index only
+    /// @param shader_definition  stored as invalid when empty
     /// @report "Args" once for each of these, in this order: @p name is empty; @p polish, @p reflect or
-    ///         @p emission is not within 0 to 1. The material is built all the same
+    ///         @p emission is outside 0 to 1. The material is built all the same
     mrFMPlainMat(utString const& name, mrMatPropcoSet const& properties, int affinity,
                  giColour const& diffuse_colour, double polish, double reflect, double transparency,
                  double emission, double refractive_index, utString const& shader_definition);
@@ -35,7 +35,7 @@ public:
     mrFMPlainMat(mrFMPlainMat const&) = delete;
     mrFMPlainMat& operator=(mrFMPlainMat const&) = delete;
 
-    /// 1 when there is no name.
+    /// 1 without a name.
     int invalid() const;
 
     /// 1 when all fields are equal, numbers exactly, or both materials are invalid.
@@ -46,31 +46,31 @@ public:
 
     // The fields. Each reports "State" when the material is invalid, and returns the field all the same.
 
-    utString const& name() const;
-    mrMatPropcoSet const& properties() const;
-    int affinity() const;
-    giColour const& diffuse_colour() const;
-    double polish() const;
-    double reflect() const;
-    double transparency() const;
-    double emission() const;
-    double refractive_index() const;
-    /// Invalid when there is none.
-    utString const& shader_definition() const;
+    utString const& name() const { return check_values().name; }
+    mrMatPropcoSet const& properties() const { return check_values().properties; }
+    int affinity() const { return check_values().affinity; }
+    giColour const& diffuse_colour() const { return check_values().diffuse_colour; }
+    double polish() const { return check_values().polish; }
+    double reflect() const { return check_values().reflect; }
+    double transparency() const { return check_values().transparency; }
+    double emission() const { return check_values().emission; }
+    double refractive_index() const { return check_values().refractive_index; }
+    /// Invalid when the material has no definition.
+    utString const& shader_definition() const { return check_values().shader_definition; }
 
     /// Appends the material to @p parent as a "plain_material" element.
     /// @report "State" when the material is invalid; the element is appended all the same
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the material from a "plain_material" element, adding to the properties that it has. Safe for
-    /// untrusted input.
-    /// @return 1, or 0 at the first child that is missing or wrong: the fields read before it are updated, a
-    ///         number out of its range too, and the name is not; when a property fails there are none left
-    int xml_read(xmlElement const& element);
-    /// @param fault  receives what is wrong and where, when the result is 0
-    int xml_read(xmlElement const& element, mrFault& fault);
+    /// Fills the material from a "plain_material" element and adds to its properties. Safe for untrusted input.
+    /// @param fault  unless null, receives the reason and the place of a failure
+    /// @return 1, or 0 at the first child that is missing or wrong: the name stays; the fields read before are
+    ///         updated, and so is a number out of its range; a bad property leaves the material without properties
+    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
 
 private:
+    mrPlainMatValues const& check_values() const;
+
     mrPlainMatValues m_values;
     utCheckValid m_check{this};
 };

@@ -1,4 +1,4 @@
-// One texture layer of a facet: which image, how it is laid, and its tint.
+// A texture layer of a facet: its image, its kind and its tint.
 #pragma once
 
 #include "giColour.h"
@@ -27,40 +27,41 @@ public:
     mrFMTexture(utString const& image_name, mrTexLayerType layer_type, int recoloured,
                 giColour const& recolour);
 
-    /// Of an invalid layer, an invalid one with the other fields at their defaults.
+    /// Copies an invalid layer as an invalid one with the other fields at their defaults.
     mrFMTexture(mrFMTexture const& other);
-    /// From an invalid layer takes over that alone: this one loses its image name and keeps the rest.
+    /// Copies all fields of a valid layer. An invalid one takes only the image name away.
     mrFMTexture& operator=(mrFMTexture const& other);
 
-    /// 1 when there is no image name.
+    /// 1 without an image name.
     int invalid() const;
 
-    /// 1 when all four fields are equal as they stand, valid or not.
+    /// 1 when all four fields are equal, whether the layers are valid or not.
     int operator==(mrFMTexture const& other) const;
 
     // The fields. Each reports "Args" when the layer is invalid, and returns the field all the same.
 
-    utString const& image_name() const;
-    mrTexLayerType layer_type() const;
-    int recoloured() const;
+    utString const& image_name() const { return check().m_image_name; }
+    mrTexLayerType layer_type() const { return check().m_layer_type; }
+    int recoloured() const { return check().m_recoloured; }
     /// The colour to tint towards, kept also while recoloured() is 0.
-    giColour const& recolour() const;
+    giColour const& recolour() const { return check().m_recolour; }
 
     /// Appends the layer to @p parent as a "texture" element.
     /// @report "Args" when the layer is invalid; the element is appended all the same
     /// @report "Enum mrTexLayerType: %d", at source/utils/mrTypes.cpp and with the value for %d, when the
-    ///         layer type is none of the enumerators; an empty "layer_type" is written
+    ///         layer type is no enumerator; "layer_type" is then written empty
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the layer from a "texture" element, of which "recoloured" must be 0 or 1. Safe for untrusted
+    /// Fills the layer from a "texture" element, in which "recoloured" must be 0 or 1. Safe for untrusted
     /// input.
-    /// @return 1, or 0 at the first child that is missing or wrong: the fields read before it are updated, a
-    ///         "recoloured" out of its range too, and the image name is not
-    int xml_read(xmlElement const& element);
-    /// @param fault  receives what is wrong and where, when the result is 0
-    int xml_read(xmlElement const& element, mrFault& fault);
+    /// @param fault  unless null, receives the reason and the place of a failure
+    /// @return 1, or 0 at the first child that is missing or wrong: the image name stays; the fields read before
+    ///         are updated, and so is a "recoloured" out of its range
+    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
 
 private:
+    mrFMTexture const& check() const;
+
     utString m_image_name;
     mrTexLayerType m_layer_type = mrTexLayerColour;
     int m_recoloured = 0;

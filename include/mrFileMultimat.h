@@ -11,33 +11,30 @@ class utString;
 class xmlDocument;
 struct mrFault;
 
-/// Writing and reading the "multimat" document.
+/// Writes and reads the "multimat" document.
 class MR_API mrFileMultimat
 {
 public:
-    /// Writes the declaration line and the document, of which no line is longer than mrXMLUtils::max_line.
-    /// With mrImageEncapsulationEmbeddedPng one more line break follows, after which the images are expected.
+    /// Writes the declaration line and the document; no line is longer than mrXMLUtils::max_line.
+    /// With mrImageEncapsulationEmbeddedPng one more line break follows; the images belong after it.
     /// @report "Enum mrImageEncapsulationType: %d", at source/utils/mrTypes.cpp and with the value for %d,
-    ///         when @p encapsulation is none of the enumerators; its element is then written empty
+    ///         when @p encapsulation is no enumerator; its element is then written empty
     static void write(std::ostream& out, mrImageEncapsulationType encapsulation,
                       mrMatPropcoSet const& properties, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
 
-    /// Parses the text and extracts what is in it. Safe for untrusted input.
-    /// @return 1, or 0 when the text is no XML that xmlParser takes, extract() fails, or there is not enough
-    ///         memory; the arguments may then hold what was read before
+    /// Parses the text and extracts its contents. Safe for untrusted input.
+    /// @param fault  unless null, receives the reason and the place of a failure
+    /// @return 1, or 0 when xmlParser refuses the text, extract() fails, or memory runs out; the arguments may then
+    ///         hold what was read before
     static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
-                    mrFMFacetcoDListPtrcoPtrcoDList& facets);
-    /// @param fault  receives what is wrong and where in the text, when the result is 0
-    static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
-                    mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault& fault);
+                    mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault* fault = nullptr);
 
-    /// Adds what the document holds to the arguments.
+    /// Adds the contents of the document to the arguments.
     /// @param facets  receives new facets, which the list's owner deletes
-    /// @return 1, or 0 at the first that is wrong, of the root's name, the encapsulation, the properties and
-    ///         the facets; a failed collection leaves its argument empty
+    /// @param fault   as above
+    /// @return 1, or 0 at the first that is wrong of the root's name, the encapsulation, the properties and the facets;
+    ///         a failed collection leaves its argument empty
     static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
-                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets);
-    /// @param fault  as above
-    static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
-                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault& fault);
+                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets,
+                       mrFault* fault = nullptr);
 };

@@ -20,7 +20,7 @@ public:
     int age() const;
 
     /// Borrowed; null in an entry without an image.
-    /// @report "Invalid image!" when there is none
+    /// @report "Invalid image!" in an entry without an image
     dgDuctImage* image() const;
 
 protected:

@@ -12,8 +12,8 @@
 class xmlElement;
 struct mrFault;
 
-/// A property that the application attaches to a material or a material file: a name, a string, an integer or
-/// a double, and an integer of client data that is the application's own.
+/// A property that the application attaches to a material or a material file: a name, a value that is a string, an
+/// integer or a double, and an integer of client data for the application to use.
 ///
 /// A plain value. Valid exactly when its name is.
 class MR_API mrMatProp
@@ -28,56 +28,53 @@ public:
     /// An integer property, without a string.
     /// @report "Args" when @p name is empty; the property is built all the same
     mrMatProp(mrMatPropTypeInteger, utString const& name, int value, int const& client_data);
-    /// A double property, without a string. Any double will do.
+    /// A double property, without a string. Any double is taken.
     /// @report "Args" when @p name is empty; the property is built all the same
     mrMatProp(mrMatPropTypeDouble, utString const& name, double value, int const& client_data);
 
     mrMatProp(mrMatProp const& other);
-    /// Takes over all fields, also those of an invalid property.
+    /// Copies all fields, also of an invalid property.
     mrMatProp& operator=(mrMatProp const& other);
 
-    /// 1 when there is no name.
+    /// 1 without a name.
     int invalid() const;
 
-    // The fields, each returned whatever is reported.
+    // The fields. Each reports "State" when the property is invalid; a value reports it again when the property has
+    // another type. Each is returned all the same.
 
-    /// @report "State" when the property is invalid
-    mrMatPropType prop_type() const;
-    /// @report "State" when the property is invalid
-    utString const& name() const;
-    /// @report "State" when the property is invalid, and again when it is no string
-    utString const& string_value() const;
-    /// @report "State" when the property is invalid, and again when it is no integer
-    int integer_value() const;
-    /// @report "State" when the property is invalid, and again when it is no double
-    double double_value() const;
+    mrMatPropType prop_type() const { return check().m_type; }
+    utString const& name() const { return check().m_name; }
+    utString const& string_value() const { return check(mrMatPropString).m_string_value; }
+    int integer_value() const { return check(mrMatPropInteger).m_integer_value; }
+    double double_value() const { return check(mrMatPropDouble).m_double_value; }
     /// Copied with the property and written, but never read back.
-    /// @report "State" when the property is invalid
-    int const& client_data() const;
+    int const& client_data() const { return check().m_client_data; }
 
-    /// 1 when both names are equal or both properties are invalid; values play no part.
+    /// 1 when both names are equal or both properties are invalid; values are not compared.
     ///
-    /// Not const, for the sake of those who rely on its signature. Where neither side is const, clang warns
-    /// of an ambiguity with the sides exchanged; write `first == std::as_const(second)` there.
+    /// Not const, because callers rely on the signature. clang warns of an ambiguity when neither side is const;
+    /// write `first == std::as_const(second)` there.
     int operator==(mrMatProp const& other);
 
     /// Appends the property to @p parent as a "property" element.
     /// @report "State" when the property is invalid; the element is appended all the same
-    /// @report "State" when its type is none of mrMatPropType
+    /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when the
+    ///         type is no enumerator
     void xml_write(xmlElement& parent) const;
 
     /// Fills the property from a "property" element; the client data stays as it is. Safe for untrusted
     /// input.
-    /// @return 1, or 0 when something is missing or wrong: the name is then as it was, the type may have been
-    ///         read already, and a string value that is missing leaves none
-    int xml_read(xmlElement const& element);
-    /// @param fault  receives what is wrong and where, when the result is 0
-    int xml_read(xmlElement const& element, mrFault& fault);
+    /// @param fault  unless null, receives the reason and the place of a failure
+    /// @return 1, or 0 when a child is missing or wrong: the name stays, the type may be the one that was read, and a
+    ///         missing string value makes the string invalid
+    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
 
 private:
     friend MR_API std::uint32_t co_hash(mrMatProp const& property);
     friend MR_API std::size_t co_bucket_hash(mrMatProp const& property);
 
+    mrMatProp const& check() const;
+    mrMatProp const& check(mrMatPropType type) const;
     int read_value(xmlElement const& element);
 
     utString m_name;
@@ -89,11 +86,10 @@ private:
     utCheckValid m_check{this};
 };
 
-/// The hash of the value: of a string its co_hash, an integer itself, of a double the co_hash of its bytes in
-/// memory.
+/// The hash of the value: the co_hash of a string, an integer itself, or the co_hash of a double's bytes in memory.
 ///
-/// Since equality looks at the name alone, a set holds two properties of one name when their values differ,
-/// and one when they do not. That is meant.
+/// Equality compares names alone, so a set deliberately holds two properties of one name when their values differ, and
+/// one when their values are equal.
 MR_API std::uint32_t co_hash(mrMatProp const& property);
 
 /// The coBucketHash of the name, so that a set stays fast with many properties of one value.

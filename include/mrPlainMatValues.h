@@ -1,4 +1,4 @@
-// The values of a plain material, to be changed one by one.
+// The values of a plain material.
 #pragma once
 
 #include "giColour.h"
@@ -7,7 +7,7 @@
 #include "mrMatProp.h"
 #include "utString.h"
 
-/// What a plain material says of a surface. A material with some values changed is made in two steps:
+/// The values of a plain material. To make a material with some values changed:
 ///
 ///     mrPlainMatValues values = plain.values();
 ///     values.polish = 0.8;
@@ -16,15 +16,15 @@ struct MR_API mrPlainMatValues
 {
     utString name; ///< invalid in an invalid material
     mrMatPropcoSet properties{mrInitialSize, mrFillLimit};
-    int affinity = 0; ///< any number of the application's
+    int affinity = 0; ///< any number, for the application to use
     giColour diffuse_colour;
     double polish = 0.0;           ///< 0 to 1
     double reflect = 0.0;          ///< 0 to 1
     double transparency = 0.0;     ///< 0 to 1
     double emission = 0.0;         ///< 0 to 1
     double refractive_index = 0.0; ///< 0 to mrFMPlainMat::max_refractive_index
-    utString shader_definition;    ///< invalid for none
+    utString shader_definition;    ///< invalid when the material has none
 
-    /// Numbers are equal exactly.
+    /// Compares numbers exactly.
     bool operator==(mrPlainMatValues const& other) const = default;
 };

@@ -1,4 +1,4 @@
-// Where a writer writes to.
+// The output of a writer.
 #pragma once
 
 #include "mrExport.h"
@@ -6,22 +6,21 @@
 
 #include <string>
 
-/// A file by its path, or bytes in memory, which are borrowed. What a writer does to a file it does to bytes: it
-/// puts its own in their place, or appends to them.
+/// A file by its path, or bytes in memory, which are borrowed. A writer treats both alike: it replaces their contents
+/// or appends to them.
 class MR_API mrTarget
 {
 public:
-    static mrTarget to_path(utString const& path);
-
-    static mrTarget to_memory(std::string& bytes);
+    static mrTarget to_path(utString const& path) { return mrTarget(path, nullptr); }
+    static mrTarget to_memory(std::string& bytes) { return mrTarget({}, &bytes); }
 
     /// Null for a path.
     std::string* bytes() const { return m_bytes; }
     utString const& path() const { return m_path; }
 
 private:
-    mrTarget() = default;
+    mrTarget(utString const& path, std::string* bytes) : m_path(path), m_bytes(bytes) {}
 
     utString m_path;
-    std::string* m_bytes = nullptr;
+    std::string* m_bytes;
 };

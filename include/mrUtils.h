@@ -1,4 +1,4 @@
-// The images that follow a document in a file, keys for files and definitions, palette files.
+// Image blocks, hashes for files and definitions, palette files.
 #pragma once
 
 #include "mrContainers.h"
@@ -16,107 +16,101 @@ class mrTarget;
 class utString;
 struct mrReadLimits;
 
-/// Functions that need no object.
 class MR_API mrUtils
 {
 public:
     /// Appends the images of the table to a file, one PNG image after the other, each with two text entries:
     /// "Title", its key in the table, and "DuctImageName", its own name. Characters that XML cannot carry
-    /// are written as "?", as in a document, so that a key stays that of the layers which name it.
-    /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay in the
-    ///         file. An empty table touches no file
+    /// are written as "?", as in a document, so that a title stays the name that layers use. An empty table touches no
+    /// file.
+    /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay in the file
     static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path);
 
-    /// Reads the images that stand end to end from a position on to the end of the file. Fewer than ten bytes
-    /// count as that end. Safe for untrusted input: see mrReadLimits and gxPNGReaderDuctImage.
+    /// Reads the images that stand end to end from a position to the end of the file. Fewer than ten bytes
+    /// count as the end. Safe for untrusted input: see mrReadLimits and gxPNGReaderDuctImage.
     ///
-    /// An image is stored under its "Title", with one reference, which the table's owner releases; one of the
-    /// same title gives way and is released. An image without a title is dropped.
+    /// An image is stored under its "Title", with one reference, which the table's owner releases. It replaces an
+    /// image of the same title, which is released. An image without a title is dropped.
     /// @param start  bytes from the beginning of the file
-    /// @return 1, or 0 when the file cannot be opened or read, or something in it is no image or asks for too
-    ///         many pixels or more memory than there is; the table keeps the images stored before
+    /// @return 1, or 0 when the file cannot be opened or read, its bytes are no image, or an image has too many pixels
+    ///         or needs too much memory; the table keeps the images stored before
     static int read_images(utString const& path, int start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images);
 
-    // The same to and from anywhere, with words for what goes wrong.
+    // The same for any target or source, with the reason for a failure.
 
-    /// @param fault  receives which image cannot be written and why, when the result is 0
+    /// @param fault  receives the image that cannot be written and the reason, when the result is 0
     static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, mrTarget const& target,
                             mrFault& fault);
 
-    /// @param fault    receives what is wrong and where, when the result is 0
-    /// @param remarks  where not null, receives what is passed over: see mrImageBlock::read_titled
+    /// @param fault    receives the reason and the place of a failure
+    /// @param remarks  unless null, receives what was left out: see mrImageBlock::read_titled
     static int read_images(mrSource const& source, std::int64_t start,
                            utStringdgDuctImagecoTablePtrcoPtrcoTable& images, mrReadLimits const& limits,
                            mrFault& fault, mrFaultcoDList* remarks = nullptr);
 
-    // The two hashes are of the kind that mrImageCache takes. Each joins three parts, high, middle and low,
-    // of which it takes the remainder by 255, with the sign of the part: high << 16 | middle << 8 | low. So
-    // parts of 0 and more make a hash below 2^24, and one below 0 sets every bit above its own place. The
-    // characters of a text are added up as -128 to 127.
+    // Both hashes can be keys of an mrImageCache. Each takes the remainder by 255 of three parts, with the sign of the
+    // part, and joins them: high << 16 | middle << 8 | low. Parts from 0 make a hash below 2^24; a part below 0 sets
+    // every bit above its place. Characters are added up as -128 to 127.
 
-    /// A hash of the path's characters (high), of the six numbers of the date on which the file was changed
-    /// last (middle) and of its size (low). The file is not opened. One file may have different hashes
-    /// by different paths; and it keeps its hash when it is written again with the same size within the same
-    /// second.
-    /// @param path  of a file that is not there: date and size count as 0
-    /// @report "argument out of range | Args" when there is nothing of that path
+    /// Hashes the path's characters (high), the six numbers of the date of the last change added up (middle) and the
+    /// size (low). The file is not opened. Different paths of one file may have different hashes. A file that is
+    /// written again with the same size within the same second keeps its hash.
+    /// @param path  date and size of a missing file count as 0
+    /// @report "argument out of range | Args" when nothing has that path
     static unsigned int file_hash(utString const& path);
 
-    /// A hash of the two numbers (high and middle) and of the text's characters (low).
+    /// Hashes the two numbers (high and middle) and the text's characters (low).
     /// @report "argument out of range | Args" when @p first is below 0
     /// @report "argument out of range | Args" when @p second is below 0
     /// @report "argument out of range | Args" when @p text is empty
     static unsigned int symbol_defn_hash(int first, int second, utString text);
 
-    /// Turns the path into small letters, as the current locale has them for single characters, and its back
-    /// slashes into "/". Nothing else is made alike: repeated separators, "." and ".." stay.
+    /// Turns letters into small ones, by the current locale's rule for single characters, and back slashes into "/".
+    /// Repeated separators, "." and ".." stay.
     /// @report "Args" when @p path is empty
     static void standardize_path_name(utString& path);
 
-    /// Works out a colour from the values of its encoding, in the order that mrColourEncoding names them,
-    /// with a fourth byte of 0. No value is out of range: rgb8 and cmy8 values and the channels that cmyk
-    /// values make are truncated towards zero (to 0 where that fits no int), then their low eight bits count.
+    /// Calculates a colour from the values of its encoding, in the order of mrColourEncoding, with a fourth byte of 0.
+    /// Any value is taken: rgb8 and cmy8 values and the channels made of cmyk values are truncated towards zero (beyond
+    /// an int, to 0), and their low eight bits are used.
     /// @report "Invalid format!" for mrColourEncodingNone, and then the last of these too
-    /// @report "Expected 3 component values!" for rgb8 or cmy8 with another count; values beyond are left
-    ///         out, those missing are 0, each with the report of coDList
-    /// @report "Expected 4 component values!" for cmyk likewise; with black of exactly 100 the others are not
-    ///         asked for
+    /// @report "Expected 3 component values!" for rgb8 or cmy8 with another count; further values are ignored,
+    ///         missing ones are 0, each with the report of coDList
+    /// @report "Expected 4 component values!" for cmyk likewise; the others are not read when black is exactly 100
     /// @report "unknown enumerator constant | Invalid format!" for any other encoding; @p colour is untouched
     static void colour_from_components(mrColourEncoding encoding, doublecoDList& values, giColour& colour);
 
     /// Characters of the longest line of a palette file.
     static constexpr int max_palette_line = 1023;
 
-    /// Appends the colours of a palette file, a line each:
+    /// Appends the colours of a palette file, one a line:
     ///
     ///     rgb8 RED GREEN BLUE [NAME]             0 to 255 each
     ///     cmy8 CYAN MAGENTA YELLOW [NAME]        0 to 255 each
     ///     cmyk CYAN MAGENTA YELLOW BLACK [NAME]  0 to 100 each
     ///
-    /// Only spaces separate; those around a line and around a name do not count. "#" begins a comment up to
-    /// the line's end; lines without anything else are passed over. A carriage return may end a line that has
-    /// a colour, and a NUL ends what counts of a line. A line of 1,024 characters or more ends the reading as
-    /// the end of the input does, and so does a stream that fails, which throws nothing meanwhile. Safe for
-    /// untrusted input.
-    /// @return that of the first line in error, which is the last one read; the palette keeps the colours of
-    ///         those before it. mrPaletteFileBadFormat also where the colours need more memory than there is
-    /// @report "argument out of range | Args" when the palette is not empty; its colours stay, and their
-    ///         names cannot come again
-    /// @report "Invalid matcher!" when there is not enough memory for an expression, "Expected rgb8!",
-    ///         "Expected cmy8!" or "Expected cmyk!" should one match another keyword, which none does
+    /// Only spaces separate; spaces around a line and around a name are dropped. "#" begins a comment up to the line's
+    /// end; lines that are empty without it are skipped. A carriage return may end a line with a colour; a NUL ends any
+    /// line early. A line of 1,024 characters or more ends the reading as the end of the input does. So does a failing
+    /// stream, which throws nothing meanwhile. Safe for untrusted input.
+    /// @return the status of the first line in error, where the reading ends; the palette keeps the colours of the
+    ///         lines before. mrPaletteFileBadFormat also when memory runs out
+    /// @report "argument out of range | Args" when the palette is not empty; its colours stay, and their names count
+    ///         as taken
+    /// @report "Invalid matcher!" when memory runs out for an expression; "Expected rgb8!", "Expected cmy8!" or
+    ///         "Expected cmyk!" when an expression matches another keyword, which cannot happen
     static mrPaletteFileError read_pcp(std::istream& in, mrColourPalette& palette);
 
-    /// The same from anywhere, with words for what goes wrong.
-    /// @param fault  receives the line and what is wrong with it. With mrPaletteFileOK, a line that is too long, at which
-    ///               the reading ended
+    /// The same for any source, with the reason for a failure.
+    /// @param fault  receives the line in error and the reason; with mrPaletteFileOK, the line that ended the reading
+    ///               because it is too long
     /// @return also mrPaletteFileOpenFailed, and mrPaletteFileBadFormat when reading fails before the end
     static mrPaletteFileError read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault);
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
-    /// after it. Names are written as they are: one with "#", NUL or a line end, with spaces around it, or
-    /// too long for a line is not read back as it was. How the writing went is for @p out to tell, which
-    /// throws where it was told to.
+    /// after it. Names are written as they are. A name is not read back the same if it has "#", a NUL, a line end or
+    /// spaces at an end, or is too long for a line. The state of @p out shows a failure; it throws if it was set to.
     /// @return @p out
     static std::ostream& write_pcp(mrColourPalette const& palette, std::ostream& out);
 };

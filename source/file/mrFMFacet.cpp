@@ -6,7 +6,6 @@
 
 #include "utAssert.h"
 #include "utConcat.h"
-#include "xmlUtils.h"
 
 #include <algorithm>
 #include <utility>
@@ -48,8 +47,8 @@ mrFMPlainMat const& mrFMFacet::plain_mat() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_plain_mat, "State");
-    static mrFMPlainMat const none;
-    return m_plain_mat ? *m_plain_mat : none;
+    static mrFMPlainMat const invalid_plain_mat;
+    return m_plain_mat ? *m_plain_mat : invalid_plain_mat;
 }
 
 mrFMTexturecoDList const& mrFMFacet::textures() const
@@ -63,25 +62,16 @@ void mrFMFacet::xml_write(xmlElement& parent) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_plain_mat, "State");
-
     xmlElement& facet = xmlUtils::append_child_element(parent, facet_name);
     if (m_plain_mat)
         m_plain_mat->xml_write(facet);
     mrXMLUtils::write_textures(facet, m_textures);
 }
 
-int mrFMFacet::xml_read(xmlElement const& element)
-{
-    mrFault ignored;
-    return xml_read(element, ignored);
-}
-
-int mrFMFacet::xml_read(xmlElement const& element, mrFault& fault)
+int mrFMFacet::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
-    // At once, since a failed read leaves the facet invalid whatever the reason.
-    m_plain_mat.reset();
-
+    m_plain_mat.reset(); // every failure leaves the facet invalid
     auto const plain_mats = xmlUtils::find_child_elements_by_name(element, plain_material_name);
     if (plain_mats.size() != 1)
         return mrElementReader(element, fault)
@@ -89,7 +79,8 @@ int mrFMFacet::xml_read(xmlElement const& element, mrFault& fault)
                 ut_concat("there are ", plain_mats.size(), " elements \"plain_material\" instead of one"));
     auto plain_mat = std::make_unique<mrFMPlainMat>();
     if (!plain_mat->xml_read(*plain_mats.front(), fault)) {
-        fault.within("plain material");
+        if (fault)
+            fault->within("plain material");
         return 0;
     }
     if (!mrXMLUtils::read_textures(element, m_textures, fault))
@@ -107,14 +98,8 @@ xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoP
     return &collection;
 }
 
-int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
-{
-    mrFault ignored;
-    return read_facets(element, facets, ignored);
-}
-
 int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
-                            mrFault& fault)
+                            mrFault* fault)
 {
     auto const read = [&](xmlElement const& member) {
         auto facet = std::make_unique<mrFMFacet>();

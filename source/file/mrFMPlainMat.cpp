@@ -1,11 +1,9 @@
 #include "mrFMPlainMat.h"
 
 #include "mrElementReader.h"
-#include "mrXMLUtils.h"
 
 #include "mlMath.h"
 #include "utAssert.h"
-#include "xmlUtils.h"
 
 namespace {
 
@@ -15,22 +13,22 @@ utString const affinity_name = "affinity";
 utString const diffuse_colour_name = "diffuse_colour";
 utString const shader_definition_name = "lwshaderdef";
 
-constexpr char wanted_share[] = "no number from 0 to 1";
+constexpr char share_flaw[] = "no number from 0 to 1";
 
-/// A number of a material, as it stands in an element; the least is 0.
+/// A number of a material in its element, from 0.
 struct Number
 {
     utString name;
     double mrPlainMatValues::*value;
     double most;
-    char const* wanted;
+    char const* flaw; ///< the fault of any other text
 };
 
 // In the order of the file.
-Number const numbers[] = {{"polish", &mrPlainMatValues::polish, 1.0, wanted_share},
-                          {"reflect", &mrPlainMatValues::reflect, 1.0, wanted_share},
-                          {"transparency", &mrPlainMatValues::transparency, 1.0, wanted_share},
-                          {"emission", &mrPlainMatValues::emission, 1.0, wanted_share},
+Number const numbers[] = {{"polish", &mrPlainMatValues::polish, 1.0, share_flaw},
+                          {"reflect", &mrPlainMatValues::reflect, 1.0, share_flaw},
+                          {"transparency", &mrPlainMatValues::transparency, 1.0, share_flaw},
+                          {"emission", &mrPlainMatValues::emission, 1.0, share_flaw},
                           {"refractive_index", &mrPlainMatValues::refractive_index,
                            mrFMPlainMat::max_refractive_index, "no number from 0 to 10,000,000"}};
 
@@ -54,7 +52,6 @@ mrFMPlainMat::mrFMPlainMat(mrPlainMatValues const& values) : m_values(values)
 {
     if (values.shader_definition.empty())
         m_values.shader_definition.set_invalid();
-
     UT_REQUIRE(!values.name.empty(), "Args");
     UT_REQUIRE(is_share(values.polish), "Args");
     UT_REQUIRE(is_share(values.reflect), "Args");
@@ -81,81 +78,16 @@ mrPlainMatValues const& mrFMPlainMat::values() const
     return m_values;
 }
 
-utString const& mrFMPlainMat::name() const
+mrPlainMatValues const& mrFMPlainMat::check_values() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.name;
-}
-
-mrMatPropcoSet const& mrFMPlainMat::properties() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.properties;
-}
-
-int mrFMPlainMat::affinity() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.affinity;
-}
-
-giColour const& mrFMPlainMat::diffuse_colour() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.diffuse_colour;
-}
-
-double mrFMPlainMat::polish() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.polish;
-}
-
-double mrFMPlainMat::reflect() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.reflect;
-}
-
-double mrFMPlainMat::transparency() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.transparency;
-}
-
-double mrFMPlainMat::emission() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.emission;
-}
-
-double mrFMPlainMat::refractive_index() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.refractive_index;
-}
-
-utString const& mrFMPlainMat::shader_definition() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-    return m_values.shader_definition;
+    return m_values;
 }
 
 void mrFMPlainMat::xml_write(xmlElement& parent) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_values.name.invalid(), "State");
-
+    check_values();
     xmlElement& material = xmlUtils::append_child_element(parent, plain_material_name);
     xmlUtils::append_child_text_element(material, name_name, m_values.name);
     mrXMLUtils::write_properties(material, m_values.properties);
@@ -167,13 +99,7 @@ void mrFMPlainMat::xml_write(xmlElement& parent) const
     xmlUtils::append_child_text_element(material, shader_definition_name, m_values.shader_definition);
 }
 
-int mrFMPlainMat::xml_read(xmlElement const& element)
-{
-    mrFault ignored;
-    return xml_read(element, ignored);
-}
-
-int mrFMPlainMat::xml_read(xmlElement const& element, mrFault& fault)
+int mrFMPlainMat::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
     mrElementReader const reader(element, fault);
@@ -184,9 +110,9 @@ int mrFMPlainMat::xml_read(xmlElement const& element, mrFault& fault)
         !reader.read_colour(diffuse_colour_name, m_values.diffuse_colour))
         return 0;
     for (Number const& number : numbers)
-        if (!reader.read_double(number.name, number.most, number.wanted, m_values.*number.value))
+        if (!reader.read_double(number.name, number.most, number.flaw, m_values.*number.value))
             return 0;
-    // Files without a definition are complete.
+    // The definition is optional.
     mrXMLUtils::find_child_text_string(element, shader_definition_name, m_values.shader_definition);
     m_values.name = name;
     return 1;

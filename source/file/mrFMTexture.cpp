@@ -3,7 +3,6 @@
 #include "mrElementReader.h"
 
 #include "utAssert.h"
-#include "xmlUtils.h"
 
 namespace {
 
@@ -55,56 +54,25 @@ int mrFMTexture::operator==(mrFMTexture const& other) const
            m_recoloured == other.m_recoloured && m_recolour == other.m_recolour;
 }
 
-utString const& mrFMTexture::image_name() const
+mrFMTexture const& mrFMTexture::check() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_image_name.invalid(), "Args");
-    return m_image_name;
-}
-
-mrTexLayerType mrFMTexture::layer_type() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_image_name.invalid(), "Args");
-    return m_layer_type;
-}
-
-int mrFMTexture::recoloured() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_image_name.invalid(), "Args");
-    return m_recoloured;
-}
-
-giColour const& mrFMTexture::recolour() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_image_name.invalid(), "Args");
-    return m_recolour;
+    return *this;
 }
 
 void mrFMTexture::xml_write(xmlElement& parent) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_image_name.invalid(), "Args");
-
+    check();
     xmlElement& texture = xmlUtils::append_child_element(parent, texture_name);
     xmlUtils::append_child_text_element(texture, image_name_name, m_image_name);
-    utString layer_type;
-    mrTypes::print(m_layer_type, layer_type);
-    xmlUtils::append_child_text_element(texture, layer_type_name, layer_type);
+    xmlUtils::append_child_text_element(texture, layer_type_name, mrTypes::find_word(m_layer_type));
     mrXMLUtils::append_child_text_element_int(texture, recoloured_name, m_recoloured);
     xmlElement& recolour = xmlUtils::append_child_element(texture, recolour_name);
     mrXMLUtils::append_child_colour_element(recolour, m_recolour);
 }
 
-int mrFMTexture::xml_read(xmlElement const& element)
-{
-    mrFault ignored;
-    return xml_read(element, ignored);
-}
-
-int mrFMTexture::xml_read(xmlElement const& element, mrFault& fault)
+int mrFMTexture::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
     mrElementReader const reader(element, fault);
@@ -125,13 +93,7 @@ xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList c
     return &collection;
 }
 
-int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
-{
-    mrFault ignored;
-    return read_textures(element, textures, ignored);
-}
-
-int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault& fault)
+int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault* fault)
 {
     auto const read = [&](xmlElement const& member) {
         mrFMTexture texture;

@@ -1,6 +1,5 @@
 #include "mrFileMat.h"
 
-#include "mrFault.h"
 #include "mrFileMultimat.h"
 #include "mrFMFacet.h"
 #include "mrImageBlock.h"
@@ -11,17 +10,9 @@
 #include "mrXMLUtils.h"
 
 #include "dgDuctImage.h"
-#include "gxOpenFile.h"
 #include "utAssert.h"
-#include "utString.h"
 
 #include <new>
-
-namespace {
-
-utString const root_name = "multimat";
-
-} // namespace
 
 mrFileMat::mrFileMat() : m_file_props(mrInitialSize, mrFillLimit), m_images(mrInitialSize, mrFillLimit) {}
 
@@ -49,28 +40,10 @@ int mrFileMat::empty() const
     return m_file_props.empty() && m_facets.empty() && m_images.empty();
 }
 
-mrMatPropcoSet const& mrFileMat::file_props() const
+mrFileMat const& mrFileMat::check() const
 {
     UT_CHECK_VALID(m_check);
-    return m_file_props;
-}
-
-mrFMFacetcoDListPtrcoPtrcoDList const& mrFileMat::facets() const
-{
-    UT_CHECK_VALID(m_check);
-    return m_facets;
-}
-
-utStringdgDuctImagecoTablePtrcoPtrcoTable const& mrFileMat::images() const
-{
-    UT_CHECK_VALID(m_check);
-    return m_images;
-}
-
-mrImageEncapsulationType mrFileMat::encapsulation() const
-{
-    UT_CHECK_VALID(m_check);
-    return m_encapsulation;
+    return *this;
 }
 
 int mrFileMat::write(utString const& path) const
@@ -111,8 +84,7 @@ mrFileMatReadStatus mrFileMat::read(mrSource const& source, mrReadLimits const& 
         gxFile const file(source.open(fault));
         return file ? read_parts(file.get(), limits, fault, remarks) : mrFileMatOpenFailed;
     } catch (std::bad_alloc const&) {
-        fault = {};
-        fault.reason = "not enough memory";
+        fault = {"not enough memory"};
         return mrFileMatBadContent;
     }
 }
@@ -123,24 +95,21 @@ mrFileMatReadStatus mrFileMat::read_parts(std::FILE* file, mrReadLimits const& l
     gxFileStream in(file);
     utString document;
     std::int64_t first_line = 0;
-    if (!mrXMLUtils::read_doc(in, root_name, document, first_line, fault))
+    if (!mrXMLUtils::read_doc(in, "multimat", document, first_line, fault))
         return mrFileMatNoDocument;
-    if (!mrFileMultimat::read(document, m_encapsulation, m_file_props, m_facets, fault)) {
+    if (!mrFileMultimat::read(document, m_encapsulation, m_file_props, m_facets, &fault)) {
         if (fault.line > 0)
             fault.line += first_line - 1;
         return mrFileMatBadContent;
     }
-    in.clear(); // a last line without a line break ends the file, and tellg() would not tell
+    in.clear(); // a document may end with the file, and tellg() would fail then
     mrImageBlock block(file, std::streamoff(in.tellg()) + 1, limits);
     if (m_encapsulation != mrImageEncapsulationNone) {
         int const whole = block.read_into(m_images, remarks);
         fault = block.fault();
         return whole ? mrFileMatReadOK : mrFileMatBadContent;
     }
-    if (remarks && block.at_image()) {
-        mrFault left_out;
-        left_out.reason = "images follow a document that says there are none; they are left out";
-        remarks->append(left_out);
-    }
+    if (remarks && block.at_image())
+        remarks->append({"images follow a document that says there are none; they are left out"});
     return mrFileMatReadOK;
 }

@@ -4,7 +4,6 @@
 
 #include "coHash.h"
 #include "utAssert.h"
-#include "xmlUtils.h"
 
 namespace {
 
@@ -38,14 +37,10 @@ mrMatProp::mrMatProp(mrMatPropTypeDouble, utString const& name, double value, in
     UT_REQUIRE(!name.empty(), "Args");
 }
 
-mrMatProp::mrMatProp(mrMatProp const& other)
-    : m_name(other.m_name),
-      m_string_value(other.m_string_value),
-      m_integer_value(other.m_integer_value),
-      m_double_value(other.m_double_value),
-      m_client_data(other.m_client_data),
-      m_type(other.m_type)
-{}
+mrMatProp::mrMatProp(mrMatProp const& other) : mrMatProp()
+{
+    *this = other;
+}
 
 mrMatProp& mrMatProp::operator=(mrMatProp const& other)
 {
@@ -65,49 +60,18 @@ int mrMatProp::invalid() const
     return m_name.invalid();
 }
 
-mrMatPropType mrMatProp::prop_type() const
+mrMatProp const& mrMatProp::check() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!m_name.invalid(), "State");
-    return m_type;
+    return *this;
 }
 
-utString const& mrMatProp::name() const
+mrMatProp const& mrMatProp::check(mrMatPropType type) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-    return m_name;
-}
-
-utString const& mrMatProp::string_value() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-    UT_REQUIRE(m_type == mrMatPropString, "State");
-    return m_string_value;
-}
-
-int mrMatProp::integer_value() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-    UT_REQUIRE(m_type == mrMatPropInteger, "State");
-    return m_integer_value;
-}
-
-double mrMatProp::double_value() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-    UT_REQUIRE(m_type == mrMatPropDouble, "State");
-    return m_double_value;
-}
-
-int const& mrMatProp::client_data() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-    return m_client_data;
+    check();
+    UT_REQUIRE(m_type == type, "State");
+    return *this;
 }
 
 int mrMatProp::operator==(mrMatProp const& other)
@@ -118,15 +82,10 @@ int mrMatProp::operator==(mrMatProp const& other)
 
 void mrMatProp::xml_write(xmlElement& parent) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!m_name.invalid(), "State");
-
+    check();
     xmlElement& property = xmlUtils::append_child_element(parent, property_name);
     xmlUtils::append_child_text_element(property, name_name, m_name);
-    utString type;
-    mrTypes::print(m_type, type);
-    xmlUtils::append_child_text_element(property, type_name, type);
-
+    xmlUtils::append_child_text_element(property, type_name, mrTypes::find_word(m_type));
     switch (m_type) {
     case mrMatPropString:
         xmlUtils::append_child_text_element(property, value_name, m_string_value);
@@ -143,13 +102,7 @@ void mrMatProp::xml_write(xmlElement& parent) const
     mrXMLUtils::append_child_text_element_int(property, client_data_name, m_client_data);
 }
 
-int mrMatProp::xml_read(xmlElement const& element)
-{
-    mrFault ignored;
-    return xml_read(element, ignored);
-}
-
-int mrMatProp::xml_read(xmlElement const& element, mrFault& fault)
+int mrMatProp::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
     mrElementReader const reader(element, fault);
@@ -185,13 +138,7 @@ xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet con
     return &collection;
 }
 
-int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties)
-{
-    mrFault ignored;
-    return read_properties(element, properties, ignored);
-}
-
-int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault& fault)
+int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault* fault)
 {
     auto const read = [&](xmlElement const& member) {
         mrMatProp property;

@@ -12,11 +12,9 @@
 #include "dgDuctImage.h"
 #include "utAssert.h"
 #include "utClock.h"
-#include "utString.h"
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <limits>
 #include <memory>
 #include <new>
@@ -24,13 +22,13 @@
 
 namespace {
 
-/// The same bits, signed, as the table and the file have them.
-int key_of(unsigned int hash)
+/// Makes a key of the table and the file: the same bits, signed.
+int make_key(unsigned int hash)
 {
     return static_cast<int>(hash);
 }
 
-// The leak checker knows this function by name, as what it makes may stay for the process's life: it must not be
+// The leak checker knows this function by name, because its entries may stay for the process's life: it must not be
 // inlined.
 [[gnu::noinline]] mrImageCacheItem* make_cache_entry(dgDuctImage* image, int age)
 {
@@ -54,8 +52,7 @@ mrImageCache::mrImageCache(int max_cache_size, int shrinkage)
 
 mrImageCache::~mrImageCache()
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
+    check();
     for (auto const& [key, entry] : m_table)
         delete entry;
 }
@@ -66,39 +63,16 @@ int mrImageCache::invalid() const
     return m_max_cache_size < 0;
 }
 
-int mrImageCache::size() const
+mrImageCache const& mrImageCache::check() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!invalid(), "Invalid data");
-    return static_cast<int>(m_table.size());
-}
-
-int mrImageCache::empty() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    return m_table.empty();
-}
-
-int mrImageCache::max_cache_size() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    return m_max_cache_size;
-}
-
-int mrImageCache::shrinkage() const
-{
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    return m_shrinkage;
+    return *this;
 }
 
 int mrImageCache::hash_value_exists(unsigned int hash) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    return m_table.member(key_of(hash));
+    return check().m_table.member(make_key(hash));
 }
 
 void mrImageCache::add_image(unsigned int hash, dgDuctImage* image)
@@ -107,15 +81,14 @@ void mrImageCache::add_image(unsigned int hash, dgDuctImage* image)
     UT_REQUIRE(!hash_value_exists(hash), "argument out of range | Hash value already present!");
     UT_REQUIRE(image, "argument out of range | Args");
     UT_REQUIRE(!invalid(), "Invalid data");
-    insert(key_of(hash), image, age());
+    insert(make_key(hash), image, age());
 }
 
 dgDuctImage* mrImageCache::get_image(unsigned int hash) const
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
+    check();
     auto const found = std::find_if(m_table.begin(), m_table.end(),
-                                    [key = key_of(hash)](auto const& entry) { return entry.key == key; });
+                                    [key = make_key(hash)](auto const& entry) { return entry.key == key; });
     if (found == m_table.end())
         return nullptr;
     dgDuctImage* const image = found->value->image();
@@ -125,30 +98,23 @@ dgDuctImage* mrImageCache::get_image(unsigned int hash) const
 
 void mrImageCache::remove_image(unsigned int hash)
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    UT_REQUIRE(m_table.member(key_of(hash)), "Hash value not found!");
-    m_table.remove(key_of(hash));
+    check();
+    UT_REQUIRE(m_table.member(make_key(hash)), "Hash value not found!");
+    m_table.remove(make_key(hash));
 }
 
 int mrImageCache::write(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
-    mrFault fault;
-    return write_parts(mrTarget::to_path(path), fault);
+    mrFault ignored;
+    return write(mrTarget::to_path(path), ignored);
 }
 
 int mrImageCache::write(mrTarget const& target, mrFault& fault) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!invalid(), "argument out of range | Args");
-    return write_parts(target, fault);
-}
-
-int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
-{
     fault = {};
     mrOutput out(target, mrOutput::Mode::replace, fault);
     if (!out.file())
@@ -160,7 +126,7 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
         images[utString("").append_integer(key)] = entry->image();
     }
     text += '\n';
-    // On a full disk this fails; half of the entries is no success.
+    // This fails on a full disk.
     bool const written =
         std::fwrite(text.data(), 1, text.size(), out.file()) == text.size() && std::fflush(out.file()) == 0;
     if (written)
@@ -172,22 +138,15 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
 mrFileMatReadStatus mrImageCache::read(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    UT_REQUIRE(invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
-    mrFault fault;
-    return read_parts(mrSource::from_path(path), {}, fault);
+    mrFault ignored;
+    return read(mrSource::from_path(path), {}, ignored);
 }
 
 mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault)
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(invalid(), "argument out of range | Args");
-    return read_parts(source, limits, fault);
-}
-
-mrFileMatReadStatus mrImageCache::read_parts(mrSource const& source, mrReadLimits const& limits,
-                                             mrFault& fault)
-{
     fault = {};
     mrImageCacheFile file;
     mrFileMatReadStatus const status = file.read(source, limits, true, fault);
@@ -204,7 +163,7 @@ mrFileMatReadStatus mrImageCache::read_parts(mrSource const& source, mrReadLimit
     try {
         restore(file);
     } catch (std::bad_alloc const&) {
-        fault.reason = "not enough memory";
+        fault = {"not enough memory"};
         return mrFileMatBadContent;
     }
     return mrFileMatReadOK;
@@ -220,7 +179,7 @@ void mrImageCache::take_limits(mrCacheLine const& limits)
     UT_REQUIRE(!invalid(), "Invalid data");
 }
 
-/// Enters the images with the ages of the same rank.
+/// Enters each image with the age of the line of the same rank.
 void mrImageCache::restore(mrImageCacheFile const& file)
 {
     auto line = file.lines().begin();
@@ -230,31 +189,28 @@ void mrImageCache::restore(mrImageCacheFile const& file)
         int key = 0;
         mrImageCacheFile::parse_hash(title, key);
         add_image(static_cast<unsigned int>(key), image.image.get(), line->second);
-        // The reference that it was read with stays, beside that of the entry.
-        image.image->reference();
+        image.image->reference(); // that of mrUtils::read_images, which stays for the process's life
         ++line;
     }
 }
 
 void mrImageCache::add_image(unsigned int hash, dgDuctImage* image, int age)
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
-    UT_REQUIRE(!m_table.member(key_of(hash)), "argument out of range | Hash value already present!");
+    check();
+    UT_REQUIRE(!m_table.member(make_key(hash)), "argument out of range | Hash value already present!");
     UT_REQUIRE(image, "argument out of range | Args");
     UT_REQUIRE(age > 0, "Args");
-    insert(key_of(hash), image, age);
+    insert(make_key(hash), image, age);
 }
 
 void mrImageCache::shrink_by(int n)
 {
-    UT_CHECK_VALID(m_check);
-    UT_REQUIRE(!invalid(), "Invalid data");
+    check();
     UT_REQUIRE(n > 0 && n < size(), "argument out of range | Args");
     int const old_size = size();
     m_shrinkage = n;
     mrItemKey::store_table_pointer(&m_table);
-    for (mrItemKey const& candidate : eviction_candidates()) {
+    for (mrItemKey const& candidate : find_eviction_candidates()) {
         int const removed = m_table.remove(candidate.key());
         UT_REQUIRE(removed, "Hash value not found in table!");
     }
@@ -288,7 +244,7 @@ void mrImageCache::insert(int key, dgDuctImage* image, int age)
     place = entry.release();
 }
 
-mrItemKeycoSortedList mrImageCache::eviction_candidates() const
+mrItemKeycoSortedList mrImageCache::find_eviction_candidates() const
 {
     mrItemKeycoSortedList candidates;
     int newest = 0;
@@ -300,7 +256,7 @@ mrItemKeycoSortedList mrImageCache::eviction_candidates() const
         newest = std::max(newest, entry->value->age());
     }
     for (; entry != end; ++entry) {
-        // The youngest of all entries met, not of the candidates: a cheap approximation of the oldest.
+        // The newest of all entries met, not of the candidates: a cheap approximation of the oldest entries.
         int const age_of_entry = entry->value->age();
         if (age_of_entry <= newest) [[unlikely]] {
             UT_REQUIRE(count > 0, "List is empty!");

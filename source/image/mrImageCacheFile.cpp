@@ -10,48 +10,21 @@
 
 namespace {
 
-/// The lines of a file's text part.
-class Lines
+/// Explains why a line of the text part could not be read.
+/// @param number  of the line, from 1
+void explain_end(std::istream const& in, std::int64_t number, mrFault& fault)
 {
-public:
-    explicit Lines(std::istream& in) : m_in(in) {}
-
-    /// Reads the next line, or what there is of one that is too long or ends with the file.
-    /// @return false, after a fault, when that leaves the stream failed
-    bool read_next(mrFault& fault)
-    {
-        char buffer[mrImageCacheFile::max_line + 1];
-        m_in.getline(buffer, sizeof buffer);
-        ++m_number;
-        // The count includes the line feed, where there was one.
-        auto const count = static_cast<std::size_t>(m_in.gcount());
-        m_line.assign(buffer, m_in.good() ? count - 1 : count);
-        if (!m_in)
-            explain(fault);
-        return !m_in.fail();
+    if (in.bad()) {
+        fault.reason = "reading it failed before its end";
+    } else if (in.eof()) {
+        fault.reason = "the file ends here, without the empty line that ends the entries";
+        fault.line = std::max<std::int64_t>(number - 1, 1);
+    } else {
+        fault.reason = "longer than 1,023 characters";
+        static_assert(mrImageCacheFile::max_line == 1023);
+        fault.line = number;
     }
-
-    std::string const& line() const { return m_line; }
-
-private:
-    void explain(mrFault& fault) const
-    {
-        if (m_in.bad()) {
-            fault.reason = "reading it failed before its end";
-        } else if (m_in.eof()) {
-            fault.reason = "the file ends here, without the empty line that ends the entries";
-            fault.line = std::max<std::int64_t>(m_number - 1, 1);
-        } else {
-            fault.reason = "longer than 1,023 characters";
-            static_assert(mrImageCacheFile::max_line == 1023);
-            fault.line = m_number;
-        }
-    }
-
-    std::istream& m_in;
-    std::string m_line;
-    std::int64_t m_number = 0;
-};
+}
 
 } // namespace
 
@@ -83,8 +56,7 @@ mrFileMatReadStatus mrImageCacheFile::read(mrSource const& source, mrReadLimits 
         gxFile const file(source.open(fault));
         return file ? read_parts(file.get(), limits, keep_pixels, fault, remarks) : mrFileMatOpenFailed;
     } catch (std::bad_alloc const&) {
-        fault = {};
-        fault.reason = "not enough memory";
+        fault = {"not enough memory"};
         return mrFileMatBadContent;
     }
 }
@@ -111,10 +83,21 @@ mrFileMatReadStatus mrImageCacheFile::read_parts(std::FILE* file, mrReadLimits c
 
 int mrImageCacheFile::read_text(std::istream& in, mrFault& fault)
 {
-    Lines lines(in);
-    bool whole = lines.read_next(fault);
-    m_limits = mrCacheLine(lines.line());
-    while (whole && (whole = lines.read_next(fault)) && !lines.line().empty())
-        m_lines.append(mrCacheLine(lines.line()));
-    return whole;
+    char buffer[max_line + 1];
+    for (std::int64_t number = 1;; ++number) {
+        in.getline(buffer, sizeof buffer);
+        // The count includes a line feed that was read.
+        auto const count = static_cast<std::size_t>(in.gcount());
+        std::string_view const line(buffer, in.good() ? count - 1 : count);
+        if (number == 1)
+            m_limits = mrCacheLine(line);
+        if (in.fail()) {
+            explain_end(in, number, fault);
+            return 0;
+        }
+        if (number > 1 && line.empty())
+            return 1;
+        if (number > 1)
+            m_lines.append(mrCacheLine(line));
+    }
 }

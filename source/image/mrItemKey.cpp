@@ -6,7 +6,7 @@ namespace {
 
 intmrImageCacheItemcoTablePtrcoPtrcoTable const* entries = nullptr;
 
-int age_of(int key)
+int find_age(int key)
 {
     mrImageCacheItem const* const entry = entries ? entries->read(key) : nullptr;
     return entry ? entry->age() : 0;
@@ -51,9 +51,9 @@ int mrItemKey::compare(mrItemKey const& other) const
 {
     UT_CHECK_VALID(m_check);
     int const other_key = other.key();
-    if (age_of(m_key) == age_of(other_key))
+    if (find_age(m_key) == find_age(other_key))
         return 0;
-    return age_of(m_key) > age_of(other_key) ? 1 : -1;
+    return find_age(m_key) > find_age(other_key) ? 1 : -1;
 }
 
 void mrItemKey::store_table_pointer(intmrImageCacheItemcoTablePtrcoPtrcoTable* table)

@@ -4,47 +4,48 @@
 
 int mrElementReader::read_string(utString const& name, utString& out) const
 {
-    return mrXMLUtils::find_child_text_string(m_element, name, out) ? 1 : fail(name, "empty");
+    return mrXMLUtils::find_child_text_string(m_element, name, out) || fail(name, "empty");
 }
 
 int mrElementReader::read_integer(utString const& name, int& out) const
 {
-    return mrXMLUtils::find_child_text_integer(m_element, name, out) ? 1 : fail(name, "no integer");
+    return mrXMLUtils::find_child_text_integer(m_element, name, out) || fail(name, "no integer");
 }
 
 int mrElementReader::read_flag(utString const& name, int& out) const
 {
-    return mrXMLUtils::find_child_text_integer_range(m_element, name, 0, 1, out)
-               ? 1
-               : fail(name, "neither 0 nor 1");
+    return mrXMLUtils::find_child_text_integer_range(m_element, name, 0, 1, out) ||
+           fail(name, "neither 0 nor 1");
 }
 
-int mrElementReader::read_double(utString const& name, double most, char const* wanted, double& out) const
+int mrElementReader::read_double(utString const& name, double most, char const* flaw, double& out) const
 {
-    return mrXMLUtils::find_child_text_double_range(m_element, name, 0.0, most, out) ? 1 : fail(name, wanted);
+    return mrXMLUtils::find_child_text_double_range(m_element, name, 0.0, most, out) || fail(name, flaw);
 }
 
 int mrElementReader::read_colour(utString const& name, giColour& out) const
 {
-    return mrXMLUtils::find_named_colour(m_element, name, out)
-               ? 1
-               : fail(name, "not one colour \"rgb8\" of three numbers from 0 to 255");
+    return mrXMLUtils::find_named_colour(m_element, name, out) ||
+           fail(name, "not one colour \"rgb8\" of three numbers from 0 to 255");
 }
 
-int mrElementReader::fail(utString const& name, char const* wanted) const
+int mrElementReader::fail(utString const& name, char const* flaw) const
 {
-    return refuse(ut_concat("\"", name, "\" is missing or ", wanted));
+    return m_fault ? refuse(ut_concat("\"", name, "\" is missing or ", flaw)) : 0;
 }
 
 int mrElementReader::refuse(std::string const& reason) const
 {
-    m_fault.reason = utString(reason);
-    m_fault.line = m_element.line();
+    if (m_fault) {
+        m_fault->reason = utString(reason);
+        m_fault->line = m_element.line();
+    }
     return 0;
 }
 
 int mrElementReader::fail_within(utString const& member, int number) const
 {
-    m_fault.within(utString(ut_concat(member, " ", number)));
+    if (m_fault)
+        m_fault->within(utString(ut_concat(member, " ", number)));
     return 0;
 }

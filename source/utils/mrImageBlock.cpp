@@ -15,8 +15,8 @@ using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 utString const title_key = mrImageBlock::title_key;
 utString const name_key = mrImageBlock::name_key;
 
-/// Counts the bytes from a position to the end of the file, and leaves it at the position, or at its end.
-/// @return -1 when that fails
+/// Counts the bytes from a position to the end of the file, and moves to the position, at most to the end.
+/// @return -1 on failure
 std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
 {
     if (std::fseek(file, 0, SEEK_END) != 0)
@@ -29,12 +29,8 @@ std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
 
 void remark(mrFaultcoDList* remarks, std::string const& words, std::int64_t byte)
 {
-    if (!remarks)
-        return;
-    mrFault passed_over;
-    passed_over.reason = utString(words);
-    passed_over.byte = byte;
-    remarks->append(passed_over);
+    if (remarks)
+        remarks->append({.reason = utString(words), .byte = byte});
 }
 
 } // namespace
@@ -44,8 +40,7 @@ mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits con
     std::int64_t const bytes = start < 0 ? -1 : count_bytes_from(file, start);
     if (bytes < 0)
         fail("the images cannot be read");
-    // Bounded: the product must fit.
-    else
+    else // a bounded count keeps the product within 64 bits
         m_budget = limits.pixels + std::min(bytes, limits.default_pixels) * limits.pixels_per_byte;
 }
 
@@ -116,7 +111,7 @@ bool mrImageBlock::at_image()
            std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
 }
 
-/// Reads bytes and goes back before them.
+/// Reads bytes and steps back over them.
 std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
 {
     std::size_t const count = std::fread(bytes, 1, fewest_bytes, m_file);
@@ -127,8 +122,7 @@ std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
 
 int mrImageBlock::fail(char const* reason)
 {
-    m_fault = {};
-    m_fault.reason = reason;
+    m_fault = {reason};
     return 0;
 }
 

@@ -1,4 +1,4 @@
-// The open end of a target. Used inside the library.
+// A target that is open for writing. Used inside the library.
 #pragma once
 
 #include "gxOpenFile.h"
@@ -10,7 +10,6 @@
 struct mrFault;
 class mrTarget;
 
-/// A target while it is written to.
 class mrOutput
 {
 public:
@@ -21,22 +20,23 @@ public:
     };
 
     /// @param target  borrowed
-    /// @param fault   receives the reason when it cannot be opened
+    /// @param fault   receives the reason when the target cannot be opened
     mrOutput(mrTarget const& target, Mode mode, mrFault& fault);
     ~mrOutput();
     mrOutput(mrOutput const&) = delete;
     mrOutput& operator=(mrOutput const&) = delete;
 
-    /// Null when it could not be opened.
+    /// Null when the target could not be opened.
     std::FILE* file() const { return m_file.get(); }
 
-    /// Ends the writing. What a target does not take may show here only.
-    /// @return whether it took everything; @p fault receives the reason when not
+    /// Ends the writing; some failures show only now.
+    /// @param fault  receives the reason for a failure
+    /// @return whether the target took all that was written
     bool close(mrFault& fault);
 
 private:
     std::string* m_bytes;
-    char* m_buffer = nullptr; ///< of a file in memory, with the next
-    std::size_t m_size = 0;
+    char* m_buffer = nullptr; ///< of a file in memory
+    std::size_t m_size = 0;   ///< of the buffer
     gxFile m_file;
 };

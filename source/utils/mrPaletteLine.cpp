@@ -8,12 +8,10 @@
 
 #include <algorithm>
 #include <cctype>
-#include <iterator>
 #include <sstream>
 
 namespace {
 
-/// Reads a line on its own.
 mrPaletteFileError read_line(std::string const& line, mrColourPalette& palette)
 {
     std::istringstream in(line);
@@ -26,42 +24,25 @@ bool is_well_formed(std::string const& line)
     return read_line(line, palette) != mrPaletteFileBadFormat;
 }
 
-std::string drop_mark(std::string line)
-{
-    return std::string(utUTF8::without_byte_order_mark(line));
-}
-
-std::string replace_tabs(std::string line)
-{
-    std::replace(line.begin(), line.end(), '\t', ' ');
-    return line;
-}
-
-std::string lower_letters(std::string line)
-{
-    std::transform(line.begin(), line.end(), line.begin(),
-                   [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
-    return line;
-}
-
-std::string drop_carriage_returns(std::string line)
-{
-    std::erase(line, '\r');
-    return line;
-}
-
-/// A mistake that people make, and the line without it.
+/// A common mistake, and its correction.
 struct Flaw
 {
-    std::string (*mend)(std::string line);
+    void (*mend)(std::string& line);
     char const* words;
 };
 
 constexpr Flaw flaws[] = {
-    {drop_mark, "it begins with a byte order mark (EF BB BF), which must go"},
-    {replace_tabs, "it has a tab where only spaces may be"},
-    {lower_letters, "its keyword is not in small letters"},
-    {drop_carriage_returns, "it has a carriage return inside; lines end with a line feed, or both"},
+    {[](std::string& line) { line = std::string(utUTF8::without_byte_order_mark(line)); },
+     "it begins with a byte order mark (EF BB BF), which must go"},
+    {[](std::string& line) { std::replace(line.begin(), line.end(), '\t', ' '); },
+     "it has a tab where only spaces may be"},
+    {[](std::string& line) {
+         for (char& letter : line)
+             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+     },
+     "its keyword is not in small letters"},
+    {[](std::string& line) { std::erase(line, '\r'); },
+     "it has a carriage return inside; lines end with a line feed, or both"},
 };
 
 utString explain_format(std::string const& line)
@@ -69,13 +50,15 @@ utString explain_format(std::string const& line)
     if (line.find_first_not_of(" \r") == line.npos)
         return "nothing but a carriage return, which makes no empty line: write # before it, or end the "
                "lines of the file with line feeds alone";
-    // Too little memory has the same status as a bad line.
+    // Running out of memory has the status of a bad line.
     if (is_well_formed(line) || !is_well_formed("rgb8 0 0 0"))
         return "not enough memory";
-    auto const flaw = std::find_if(std::begin(flaws), std::end(flaws),
-                                   [&](Flaw const& each) { return is_well_formed(each.mend(line)); });
-    if (flaw != std::end(flaws))
-        return flaw->words;
+    for (Flaw const& flaw : flaws) {
+        std::string mended = line;
+        flaw.mend(mended);
+        if (is_well_formed(mended))
+            return flaw.words;
+    }
     return "not rgb8 or cmy8 and three whole numbers, nor cmyk and four, or a number is far too large";
 }
 

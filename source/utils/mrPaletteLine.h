@@ -1,4 +1,4 @@
-// What is wrong with a line of a palette file. Used inside the library.
+// Explains errors in a line of a palette file. Used inside the library.
 #pragma once
 
 #include "mrTypes.h"
@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// Finds words for a line at which mrUtils::read_pcp stopped.
+/// Explains why mrUtils::read_pcp stopped at a line.
 /// @param line   without its line feed
-/// @param error  what read_pcp said
+/// @param error  of read_pcp
 utString mr_explain_palette_line(std::string const& line, mrPaletteFileError error);

@@ -6,33 +6,24 @@
 
 mrSource mrSource::from_path(utString const& path)
 {
-    mrSource source(Kind::path);
-    source.m_path = path;
-    return source;
+    return mrSource(path);
 }
 
 mrSource mrSource::from_descriptor(int descriptor)
 {
-    mrSource source(Kind::descriptor);
-    source.m_descriptor = descriptor;
-    return source;
+    return mrSource(descriptor);
 }
 
 mrSource mrSource::from_memory(std::string_view bytes)
 {
-    mrSource source(Kind::memory);
-    source.m_bytes = bytes;
-    return source;
+    return mrSource(bytes);
 }
 
 std::FILE* mrSource::open(mrFault& fault) const
 {
-    switch (m_kind) {
-    case Kind::path:
-        return gx_open_file(m_path, fault.reason).release();
-    case Kind::descriptor:
-        return gx_open_descriptor(m_descriptor, fault.reason).release();
-    default:
-        return gx_open_memory(m_bytes, fault.reason).release();
-    }
+    if (auto const* path = std::get_if<utString>(&m_place))
+        return gx_open_file(*path, fault.reason).release();
+    if (auto const* descriptor = std::get_if<int>(&m_place))
+        return gx_open_descriptor(*descriptor, fault.reason).release();
+    return gx_open_memory(std::get<std::string_view>(m_place), fault.reason).release();
 }

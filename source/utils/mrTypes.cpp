@@ -1,7 +1,6 @@
 #include "mrTypes.h"
 
 #include "utAssert.h"
-#include "utString.h"
 
 #include <cstddef>
 
@@ -37,8 +36,9 @@ int print_word(Word<Enum> const (&words)[count], Enum value, utString& out)
     return 0;
 }
 
-template <class Enum, std::size_t count>
-int parse_word(Word<Enum> const (&words)[count], utString const& text, Enum& out)
+/// @param out  an Enum or an int
+template <class Enum, std::size_t count, class Out>
+int parse_word(Word<Enum> const (&words)[count], utString const& text, Out& out)
 {
     for (Word<Enum> const& word : words)
         if (text.view() == word.text) {
@@ -46,16 +46,6 @@ int parse_word(Word<Enum> const (&words)[count], utString const& text, Enum& out
             return 1;
         }
     return 0;
-}
-
-template <class Enum>
-int parse_as_int(utString const& text, int& out)
-{
-    Enum value{};
-    if (!mrTypes::parse(text, value))
-        return 0;
-    out = value;
-    return 1;
 }
 
 } // namespace
@@ -101,15 +91,15 @@ int mrTypes::parse(utString const& text, mrTexLayerType& out)
 
 int mrTypes::parse_mrMatPropType(utString const& text, int& out)
 {
-    return parse_as_int<mrMatPropType>(text, out);
+    return parse_word(prop_types, text, out);
 }
 
 int mrTypes::parse_mrImageEncapsulationType(utString const& text, int& out)
 {
-    return parse_as_int<mrImageEncapsulationType>(text, out);
+    return parse_word(encapsulation_types, text, out);
 }
 
 int mrTypes::parse_mrTexLayerType(utString const& text, int& out)
 {
-    return parse_as_int<mrTexLayerType>(text, out);
+    return parse_word(layer_types, text, out);
 }

@@ -1,7 +1,6 @@
 #include "mrUtils.h"
 
 #include "mrColourPalette.h"
-#include "mrFault.h"
 #include "mrImageBlock.h"
 #include "mrOutput.h"
 #include "mrPaletteLine.h"
@@ -14,11 +13,9 @@
 #include "reMatcher.h"
 #include "utAssert.h"
 #include "utConcat.h"
-#include "utString.h"
 
 #include <algorithm>
 #include <cctype>
-#include <cstdint>
 #include <istream>
 #include <new>
 #include <ostream>
@@ -27,8 +24,8 @@ namespace {
 
 using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 
-/// The sum of the characters, each from -128 to 127, on 32 bits.
-int sum_of_characters(utString const& text)
+/// Adds up the characters, each from -128 to 127, in 32 bits.
+int sum_characters(utString const& text)
 {
     std::uint32_t sum = 0;
     for (char character : text.view())
@@ -36,98 +33,83 @@ int sum_of_characters(utString const& text)
     return static_cast<int>(sum);
 }
 
-unsigned int joined(int high, int middle, int low)
+unsigned int join_parts(int high, int middle, int low)
 {
     auto const reduced = [](int part) { return static_cast<unsigned int>(part % 255); };
     return reduced(high) << 16 | reduced(middle) << 8 | reduced(low);
 }
 
-/// The low eight bits of the number truncated, 0 where that fits no int.
-unsigned char low_byte(double value)
+/// Returns the low eight bits of the truncated number, 0 for one beyond an int.
+unsigned char truncate_to_byte(double value)
 {
     bool const fits = value > -2147483649.0 && value < 2147483648.0;
     return static_cast<unsigned char>(fits ? static_cast<int>(value) : 0);
 }
 
-unsigned char cmy_channel(double value)
+unsigned char invert_to_byte(double value)
 {
-    return static_cast<unsigned char>(255 - low_byte(value));
+    return static_cast<unsigned char>(255 - truncate_to_byte(value));
 }
 
-/// @param black  as a fraction
-unsigned char cmyk_channel(double percentage, double black)
-{
-    double const ink = percentage / 100.0 * (1.0 - black) + black;
-    return low_byte((1.0 - ink) * 255.0);
-}
-
-giColour from_cmyk(doublecoDList const& values)
+giColour convert_cmyk(doublecoDList const& values)
 {
     double const black = values[3] / 100.0;
     if (black == 1.0)
         return giColour();
-    return giColour(cmyk_channel(values[0], black), cmyk_channel(values[1], black),
-                    cmyk_channel(values[2], black), 0);
+    auto const convert = [black](double percentage) {
+        double const ink = percentage / 100.0 * (1.0 - black) + black;
+        return truncate_to_byte((1.0 - ink) * 255.0);
+    };
+    return giColour(convert(values[0]), convert(values[1]), convert(values[2]), 0);
 }
 
-/// Room for a line of a palette file and the NUL after it.
-constexpr std::size_t palette_line_size = mrUtils::max_palette_line + 1;
-
-/// How the colours of one encoding are written.
+/// A line of a palette file with a colour of one encoding.
 struct PaletteLine
 {
     mrColourEncoding encoding;
-    int components;
-    int most; ///< that a component may be; the least is 0
+    int components; ///< their number
+    int most;       ///< the largest component; the smallest is 0
 };
 
 constexpr PaletteLine palette_lines[] = {
     {mrColourEncodingRgb8, 3, 255}, {mrColourEncodingCmy8, 3, 255}, {mrColourEncodingCmyk, 4, 100}};
 
-utString find_keyword(mrColourEncoding encoding)
-{
-    utString keyword;
-    mrTypes::print(encoding, keyword);
-    return keyword;
-}
-
-/// Groups: the keyword, the components, the name.
+/// Makes a pattern of these groups: the keyword, the components, the name.
 utString make_pattern(PaletteLine const& kind)
 {
-    utString pattern = "^(";
-    (pattern += find_keyword(kind.encoding)) += ')';
+    std::string pattern = ut_concat("^(", mrTypes::find_word(kind.encoding), ")");
     for (int i = 0; i < kind.components; ++i)
         pattern += " +([0-9]+)";
-    return pattern += " ?(.*)$";
+    return utString(pattern + " ?(.*)$");
 }
 
-utString without_spaces_around(utString const& text)
+utString trim_spaces(utString const& text)
 {
     return text.remove_leading_chars(" ").remove_trailing_chars(" ");
 }
 
-/// What counts of a line.
-utString without_comment(utString line)
+/// Drops the comment and the spaces around the rest.
+utString strip_line(utString line)
 {
     std::ptrdiff_t const comment = line.locate_substring("#");
     if (comment >= 0)
         line.remove_sub_string(static_cast<std::size_t>(comment), line.length());
-    return without_spaces_around(line);
+    return trim_spaces(line);
 }
 
-/// Takes the colours of one encoding out of lines.
+/// Reads lines with colours of one encoding.
 class PaletteLineReader
 {
 public:
     explicit PaletteLineReader(PaletteLine const& kind)
-        : m_kind(kind), m_keyword(find_keyword(kind.encoding)), m_matcher(make_pattern(kind))
+        : m_kind(kind), m_keyword(mrTypes::find_word(kind.encoding)), m_matcher(make_pattern(kind))
     {
         utString error;
         int position = 0;
         UT_REQUIRE(m_matcher.compile(0, error, position), "Invalid matcher!");
     }
 
-    /// 1 when the line is of this encoding; the two below are about it then.
+    /// Returns 1 when the line is of this encoding; the functions below then read it.
     int match(utString const& line)
     {
         m_count = m_matcher.match(line, 0);
@@ -148,12 +130,12 @@ public:
         return mrPaletteFileOK;
     }
 
-    /// Invalid when there is none.
-    utString name() const
+    /// Returns an invalid string for a colour without a name.
+    utString read_name() const
     {
         utString name;
         if (m_count == m_kind.components + 3)
-            name = without_spaces_around(m_matcher.get_substring(m_kind.components + 2));
+            name = trim_spaces(m_matcher.get_substring(m_kind.components + 2));
         if (name.empty())
             name.set_invalid();
         return name;
@@ -174,39 +156,13 @@ mrPaletteFileError append_colour(PaletteLineReader const& line, mrColourPalette&
     mrPaletteFileError const error = line.read_components(components);
     if (error != mrPaletteFileOK)
         return error;
-    utString const name = line.name();
+    utString const name = line.read_name();
     int index = -1;
     if (!name.invalid() && palette.find_colour(name, index))
         return mrPaletteFileDuplicateName;
     palette.append(name, line.encoding(), components);
     return mrPaletteFileOK;
 }
-
-/// Keeps a stream from throwing what it was told to throw, for as long as this lives.
-class QuietStream
-{
-public:
-    explicit QuietStream(std::istream& in) : m_in(in), m_exceptions(in.exceptions())
-    {
-        m_in.exceptions(std::ios::goodbit);
-    }
-
-    ~QuietStream()
-    {
-        try {
-            m_in.exceptions(m_exceptions);
-        } catch (std::ios_base::failure const&) {
-            // It is as it was told to be; that it has failed, its state says.
-        }
-    }
-
-    QuietStream(QuietStream const&) = delete;
-    QuietStream& operator=(QuietStream const&) = delete;
-
-private:
-    std::istream& m_in;
-    std::ios::iostate const m_exceptions;
-};
 
 /// The line of a palette file that was read last.
 struct LastLine
@@ -219,9 +175,9 @@ mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette
 {
     PaletteLineReader readers[] = {PaletteLineReader(palette_lines[0]), PaletteLineReader(palette_lines[1]),
                                    PaletteLineReader(palette_lines[2])};
-    char buffer[palette_line_size];
+    char buffer[mrUtils::max_palette_line + 1];
     while (++last.number, in.getline(buffer, sizeof buffer)) {
-        utString const line = without_comment(buffer);
+        utString const line = strip_line(buffer);
         if (line.empty())
             continue;
         auto const reader = std::find_if(std::begin(readers), std::end(readers),
@@ -239,12 +195,21 @@ mrPaletteFileError read_palette_lines(std::istream& in, mrColourPalette& palette
 mrPaletteFileError read_palette(std::istream& in, mrColourPalette& palette, LastLine& last)
 {
     UT_REQUIRE(palette.empty(), "argument out of range | Args");
-    QuietStream const quiet(in);
+    // The stream throws nothing meanwhile.
+    std::ios::iostate const exceptions = in.exceptions();
+    in.exceptions(std::ios::goodbit);
+    mrPaletteFileError error = mrPaletteFileOK;
     try {
-        return read_palette_lines(in, palette, last);
+        error = read_palette_lines(in, palette, last);
     } catch (std::bad_alloc const&) {
-        return mrPaletteFileBadFormat;
+        error = mrPaletteFileBadFormat;
     }
+    try {
+        in.exceptions(exceptions);
+    } catch (std::ios::failure const&) {
+        // The stream's state shows the failure.
+    }
+    return error;
 }
 
 } // namespace
@@ -292,7 +257,7 @@ unsigned int mrUtils::file_hash(utString const& path)
     ntFileDate const date = ntFileOps::file_modified_date(path.c_str());
     int const sum_of_date =
         date.year() + date.month() + date.day() + date.hour() + date.minute() + date.seconds();
-    return joined(sum_of_characters(path), sum_of_date, ntFileOps::file_size(path.c_str()));
+    return join_parts(sum_characters(path), sum_of_date, ntFileOps::file_size(path.c_str()));
 }
 
 unsigned int mrUtils::symbol_defn_hash(int first, int second, utString text)
@@ -300,7 +265,7 @@ unsigned int mrUtils::symbol_defn_hash(int first, int second, utString text)
     UT_REQUIRE(first >= 0, "argument out of range | Args");
     UT_REQUIRE(second >= 0, "argument out of range | Args");
     UT_REQUIRE(!text.empty(), "argument out of range | Args");
-    return joined(first, second, sum_of_characters(text));
+    return join_parts(first, second, sum_characters(text));
 }
 
 void mrUtils::standardize_path_name(utString& path)
@@ -316,15 +281,16 @@ void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& v
     switch (encoding) {
     case mrColourEncodingRgb8:
         UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
-        colour = giColour(low_byte(values[0]), low_byte(values[1]), low_byte(values[2]), 0);
+        colour = giColour(truncate_to_byte(values[0]), truncate_to_byte(values[1]),
+                          truncate_to_byte(values[2]), 0);
         return;
     case mrColourEncodingCmy8:
         UT_REQUIRE(values.size() == 3, "Expected 3 component values!");
-        colour = giColour(cmy_channel(values[0]), cmy_channel(values[1]), cmy_channel(values[2]), 0);
+        colour = giColour(invert_to_byte(values[0]), invert_to_byte(values[1]), invert_to_byte(values[2]), 0);
         return;
     case mrColourEncodingCmyk:
         UT_REQUIRE(values.size() == 4, "Expected 4 component values!");
-        colour = from_cmyk(values);
+        colour = convert_cmyk(values);
         return;
     default:
         ut_report_assert_failure(__FILE__, __LINE__, "unknown enumerator constant | Invalid format!");
@@ -348,7 +314,7 @@ mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& pa
     mrPaletteFileError const error = read_palette(in, palette, last);
     if (error != mrPaletteFileOK) {
         fault.line = last.number;
-        // Memory may run out before there is a bad line.
+        // Memory may run out before a bad line.
         fault.reason = last.bytes.empty() ? "not enough memory" : mr_explain_palette_line(last.bytes, error);
     } else if (in.bad()) {
         fault.reason = "reading it failed before its end";

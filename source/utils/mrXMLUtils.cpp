@@ -17,12 +17,11 @@ namespace {
 constexpr std::string_view base64_mark = "64b";
 
 utString const rgb8_name = "rgb8";
-utString const red_name = "red";
-utString const green_name = "green";
-utString const blue_name = "blue";
+utString const channel_names[] = {"red", "green", "blue"};
 
-/// The text of the first child of the name that has a child node; null when it is missing or no text.
-utString const* child_text(xmlElement const& element, utString const& name)
+/// Finds the text of the first child of the name that has a child node.
+/// @return null when no such child is there, or its first node is no text
+utString const* find_text(xmlElement const& element, utString const& name)
 {
     xmlNodeList const& children = element.child_nodes();
     for (std::size_t i = 0; i < children.length(); ++i) {
@@ -35,16 +34,8 @@ utString const* child_text(xmlElement const& element, utString const& name)
     return nullptr;
 }
 
-/// The tag as it stands in a document, from "<" or "</" on.
-utString make_tag(std::string_view start, utString const& name)
-{
-    utString text(start);
-    text += name;
-    return text += '>';
-}
-
-/// Says why the stream ended before the document did.
-/// @param first_line  that of the opening tag, 0 for none
+/// Explains why the stream ended before the document.
+/// @param first_line  the line of the opening tag, 0 when it was not found
 /// @param number      the line at which the stream ended
 void explain_missing(std::istream const& in, utString const& opening, std::int64_t first_line,
                      std::int64_t number, mrFault& fault)
@@ -68,7 +59,7 @@ void explain_missing(std::istream const& in, utString const& opening, std::int64
 int mrXMLUtils::find_child_text_string(xmlElement const& element, utString const& name, utString& out)
 {
     out.set_invalid();
-    utString const* const text = child_text(element, name);
+    utString const* const text = find_text(element, name);
     if (!text)
         return 0;
     out = *text;
@@ -77,7 +68,7 @@ int mrXMLUtils::find_child_text_string(xmlElement const& element, utString const
 
 int mrXMLUtils::find_child_text_integer(xmlElement const& element, utString const& name, int& out)
 {
-    utString const* const text = child_text(element, name);
+    utString const* const text = find_text(element, name);
     return text ? text->parse(out) : 0;
 }
 
@@ -89,7 +80,7 @@ int mrXMLUtils::find_child_text_integer_range(xmlElement const& element, utStrin
 
 int mrXMLUtils::find_child_text_double(xmlElement const& element, utString const& name, double& out)
 {
-    utString const* const text = child_text(element, name);
+    utString const* const text = find_text(element, name);
     if (!text)
         return 0;
     if (!text->view().starts_with(base64_mark))
@@ -106,7 +97,7 @@ int mrXMLUtils::find_child_text_double_range(xmlElement const& element, utString
 int mrXMLUtils::find_child_text_enum(xmlElement const& element, utString const& name,
                                      int (*parser)(utString const&, int&), int& out)
 {
-    utString const* const text = child_text(element, name);
+    utString const* const text = find_text(element, name);
     return text && parser(*text, out) ? 1 : 0;
 }
 
@@ -121,16 +112,14 @@ int mrXMLUtils::find_colour(xmlElement const& element, giColour& out)
     auto const colours = xmlUtils::find_child_elements_by_name(element, rgb8_name);
     if (colours.size() != 1)
         return 0;
-
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    if (!find_child_text_integer_range(*colours.front(), red_name, 0, 255, red) ||
-        !find_child_text_integer_range(*colours.front(), green_name, 0, 255, green) ||
-        !find_child_text_integer_range(*colours.front(), blue_name, 0, 255, blue))
-        return 0;
-    out = giColour(static_cast<unsigned char>(red), static_cast<unsigned char>(green),
-                   static_cast<unsigned char>(blue), 0);
+    unsigned char channels[3];
+    for (int i = 0; i < 3; ++i) {
+        int value = 0;
+        if (!find_child_text_integer_range(*colours.front(), channel_names[i], 0, 255, value))
+            return 0;
+        channels[i] = static_cast<unsigned char>(value);
+    }
+    out = giColour(channels[0], channels[1], channels[2], 0);
     return 1;
 }
 
@@ -152,9 +141,9 @@ xmlElement* mrXMLUtils::append_child_text_element_double_base64(xmlElement& elem
 xmlElement* mrXMLUtils::append_child_colour_element(xmlElement& element, giColour const& colour)
 {
     xmlElement& rgb8 = xmlUtils::append_child_element(element, rgb8_name);
-    append_child_text_element_int(rgb8, red_name, colour.red());
-    append_child_text_element_int(rgb8, green_name, colour.green());
-    append_child_text_element_int(rgb8, blue_name, colour.blue());
+    append_child_text_element_int(rgb8, channel_names[0], colour.red());
+    append_child_text_element_int(rgb8, channel_names[1], colour.green());
+    append_child_text_element_int(rgb8, channel_names[2], colour.blue());
     return &rgb8;
 }
 
@@ -168,8 +157,8 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
 int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
                          mrFault& fault)
 {
-    utString const opening = make_tag("<", root);
-    utString const closing = make_tag("</", root);
+    utString const opening(ut_concat("<", root, ">"));
+    utString const closing(ut_concat("</", root, ">"));
     char line[max_line + 1];
     first_line = 0;
     std::int64_t number = 1;
@@ -178,8 +167,8 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out, 
             first_line = number;
         if (first_line == 0)
             continue;
-        // The count includes the line break, which the last line of a file may lack. A NUL stays in the text,
-        // for the parser to refuse.
+        // The count includes the line break, unless the file ends without one. A NUL stays in the text and the
+        // parser refuses it.
         auto const length = static_cast<std::size_t>(in.gcount() - (in.eof() ? 0 : 1));
         gathered += length + 1;
         if (gathered > max_document) {

@@ -1,4 +1,4 @@
-#include "cacheInfo.h"
+#include "fileInfo.h"
 
 #include "mrFault.h"
 #include "mrImageCache.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t most_warnings = 100;
 
-/// A list of warnings that ends with the number of those beyond the first.
+/// Adds warnings to a list. Counts those beyond the first hundred and adds their number at the end.
 class Warnings
 {
 public:
@@ -71,13 +71,13 @@ void check_lines(coDList<mrCacheLine> const& lines, Warnings& warnings)
     }
 }
 
-/// Enters images into the contents as the library enters them into a cache.
+/// Enters images into the contents as the library enters them into a cache, but without evictions.
 class Entries
 {
 public:
     Entries(CacheContents& contents, Warnings& warnings) : m_contents(contents), m_warnings(warnings) {}
 
-    /// @param number  of the line of the file
+    /// @param number  of the line in the file
     void add(mrBlockImage const& image, mrCacheLine const& line, int number)
     {
         CacheContents::Entry entry{0, line.second, std::string(image.name.view()), image.width, image.height};
@@ -92,7 +92,7 @@ public:
         if (line.two_integers && line.first != entry.hash)
             m_warnings.add("line ", number, ": the hash value is ", line.first,
                            ", but the image in its place has ", entry.hash, ", which gets this age");
-        // Out of an empty cache nothing is evicted, whatever the limit.
+        // The first entry evicts nothing, whatever the limit.
         m_evicts |= static_cast<int>(m_contents.entries.size()) >= std::max(m_contents.max_cache_size, 1);
         auto const [place, is_new] = m_places.try_emplace(entry.hash, m_contents.entries.size());
         if (is_new)
@@ -107,7 +107,7 @@ public:
 private:
     CacheContents& m_contents;
     Warnings& m_warnings;
-    std::map<int, std::size_t> m_places; ///< of the entries, by their hash values
+    std::map<int, std::size_t> m_places; ///< from hash value to entry
     bool m_evicts = false;
 };
 
@@ -135,7 +135,7 @@ void enter_images(mrImageCacheFile const& file, CacheContents& contents, Warning
 
 } // namespace
 
-void read_cache_info(mrSource const& source, FileInfo& info, CacheContents& contents)
+void read_contents(mrSource const& source, FileInfo& info, CacheContents& contents)
 {
     mrImageCacheFile file;
     mrFault fault;

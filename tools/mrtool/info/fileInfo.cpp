@@ -1,6 +1,5 @@
 #include "fileInfo.h"
 
-#include "cacheInfo.h"
 #include "fileKind.h"
 
 #include "mrFMFacet.h"
@@ -38,8 +37,9 @@ void check_layers(mrFileMat const& material, std::vector<std::string>& warnings)
             warnings.push_back("no layer uses the image " + ut_quote(name.view()));
 }
 
-void read_material(mrSource const& source, FileInfo& info, mrFileMat& material)
+void read_contents(mrSource const& source, FileInfo& info, MaterialContents& contents)
 {
+    mrFileMat& material = contents.material;
     mrFault fault;
     mrFaultcoDList remarks;
     info.status = material.read(source, {}, fault, &remarks);
@@ -51,7 +51,7 @@ void read_material(mrSource const& source, FileInfo& info, mrFileMat& material)
         info.warnings.emplace_back(remark.words().view());
 }
 
-void read_palette(mrSource const& source, FileInfo& info, PaletteFile& file)
+void read_contents(mrSource const& source, FileInfo& info, PaletteFile& file)
 {
     read_palette_file(source, file);
     info.status = file.status == mrPaletteFileOK ? mrFileMatReadOK : mrFileMatBadContent;
@@ -63,26 +63,6 @@ void read_palette(mrSource const& source, FileInfo& info, PaletteFile& file)
     }
 }
 
-void read_as(OwnFormat format, mrSource const& source, FileInfo& info)
-{
-    switch (format) {
-    case OwnFormat::palette:
-        return read_palette(source, info, std::get<PaletteFile>(info.contents));
-    case OwnFormat::image_cache:
-        return read_cache_info(source, info, std::get<CacheContents>(info.contents));
-    default:
-        return read_material(source, info, std::get<MaterialContents>(info.contents).material);
-    }
-}
-
-void prepare_contents(OwnFormat format, FileInfo& info)
-{
-    if (format == OwnFormat::palette)
-        info.contents.emplace<PaletteFile>();
-    else if (format == OwnFormat::image_cache)
-        info.contents.emplace<CacheContents>();
-}
-
 } // namespace
 
 void read_file_info(std::string const& path, FileInfo& info)
@@ -91,11 +71,16 @@ void read_file_info(std::string const& path, FileInfo& info)
     utString reason;
     gxFile const file = gx_open_file(utString(path), reason);
     OwnFormat const format = own_format(path, file ? read_beginning(file.get()) : std::string());
-    prepare_contents(format, info);
-    if (file)
-        read_as(format, mrSource::from_descriptor(fileno(file.get())), info);
-    else
+    if (format == OwnFormat::palette)
+        info.contents.emplace<PaletteFile>();
+    else if (format == OwnFormat::image_cache)
+        info.contents.emplace<CacheContents>();
+    if (!file) {
         info.fault = reason.view();
+        return;
+    }
+    mrSource const source = mrSource::from_descriptor(fileno(file.get()));
+    std::visit([&](auto& contents) { read_contents(source, info, contents); }, info.contents);
 }
 
 } // namespace mrtool

@@ -1,4 +1,4 @@
-// What is in a file of the library's own formats.
+// The contents of a file of the library's own formats.
 #pragma once
 
 #include "paletteFile.h"
@@ -18,8 +18,8 @@ struct MaterialContents
     mrFileMat material;
 };
 
-/// An image cache file, its entries as the library would take them: hash value and image by the image's title, the
-/// age from the line of the same rank.
+/// An image cache file. Its entries are those that the library would take, without evictions: hash value and image by
+/// the image's title, the age from the line of the same rank.
 struct CacheContents
 {
     struct Entry
@@ -40,30 +40,33 @@ struct CacheContents
 struct FileInfo
 {
     std::string path;
-    /// What the library's reader says. A palette has the like of it.
+    /// The status of the library's reader, or for a palette the nearest one.
     mrFileMatReadStatus status = mrFileMatOpenFailed;
-    std::string fault;                 ///< what is wrong, of a file that does not read
-    std::int64_t line = 0;             ///< that the fault is in, from 1, where the fault does not say it
-    std::vector<std::string> warnings; ///< what of a file that reads is not as it should be
-    /// Of the format that the file was read as; complete when it reads.
+    std::string fault;                 ///< the reason why the file cannot be read
+    std::int64_t line = 0;             ///< of the fault, from 1; 0 when unknown
+    std::vector<std::string> warnings; ///< flaws of a file that can be read
+    /// Of the format that the file was read as; complete when the file can be read.
     std::variant<MaterialContents, PaletteFile, CacheContents> contents;
 
     bool is_read() const { return status == mrFileMatReadOK; }
 };
 
-/// Reads a file, which is opened once. Warnings of a material file are a layer whose image is missing, an image that no
-/// layer uses, and what of the file the library leaves out; of an image cache file what the library reports or passes
-/// over.
-/// @param info  a new one, to be filled
+/// Reads a file, which is opened once. A material file has warnings of a layer whose image is missing, of an image that
+/// no layer uses, and of what the library leaves out; an image cache file of what the library reports or leaves out,
+/// and of possible evictions.
+/// @param info  a new object
 void read_file_info(std::string const& path, FileInfo& info);
 
-/// The date and time of an age, in this machine's local time: "2026-10-12 09:20:00".
+/// Reads an image cache file for read_file_info().
+void read_contents(mrSource const& source, FileInfo& info, CacheContents& contents);
+
+/// Returns the date and time of an age, in this machine's local time: "2026-10-12 09:20:00".
 std::string format_age(int age);
 
-/// The contents for a person: one line for each value.
+/// Lists the contents for a person, one value a line.
 std::string make_text(FileInfo const& info);
 
-/// The contents for a program: a JSON object, in UTF-8.
+/// Makes a JSON object of the contents, in UTF-8.
 std::string make_json(FileInfo const& info);
 
 } // namespace mrtool

@@ -1,4 +1,4 @@
-// mrtool info: what is in a material, palette or image cache file.
+// mrtool info: shows the contents of material, palette and image cache files.
 #include "commands.h"
 #include "fileInfo.h"
 #include "messages.h"
@@ -13,7 +13,7 @@ namespace mrtool {
 
 namespace {
 
-// Whether standard output took it all is found out at the end.
+// A failing standard output is reported at the end of the program.
 void print(std::string_view text)
 {
     std::fwrite(text.data(), 1, text.size(), stdout);
@@ -26,7 +26,7 @@ std::string describe(FileInfo const& info, bool json)
     return info.is_read() ? make_text(info) : std::string();
 }
 
-/// What is said of a file for which there is not enough memory. Its format stays known.
+/// Empties the information of a file that needs too much memory; keeps its format.
 void give_up(FileInfo& info)
 {
     std::visit([&]<class Contents>(Contents const&) { info.contents.emplace<Contents>(); }, info.contents);
@@ -44,8 +44,8 @@ void say_fault(FileInfo const& info)
         say(info.path, describe_read_fault(info.status, info.fault));
 }
 
-/// Reads a file and prints what is in it.
-/// @return whether it was read
+/// Reads a file and prints its contents.
+/// @return whether it could be read
 bool print_info(std::string const& path, bool json)
 {
     FileInfo info;

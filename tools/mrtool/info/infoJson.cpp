@@ -1,4 +1,4 @@
-// The contents of a file for a program.
+// The contents of a file as JSON.
 #include "fileInfo.h"
 
 #include "mrFMFacet.h"
@@ -17,17 +17,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-/// Down to here, each member and each element has a line of its own.
-constexpr int deepest_with_lines = 2;
+/// Values at this depth and deeper stand on one line.
+constexpr int one_line_depth = 2;
 
-/// Appends a value. The library's own layouts are all lines or none; a colour reads best on one.
+/// Appends a value. The JSON library uses one line for all or one for each number; this keeps a colour on one line.
 void append(std::string& text, Json const& value, int depth)
 {
     if (!value.is_structured() || value.empty()) {
         text += value.dump();
         return;
     }
-    bool const lines = depth < deepest_with_lines;
+    bool const lines = depth < one_line_depth;
     auto const begin_line = [&](int indent) {
         text += '\n' + std::string(2 * static_cast<std::size_t>(indent), ' ');
     };
@@ -61,9 +61,7 @@ Json make_string(utString const& text)
 template <class Enum>
 Json make_word(Enum value)
 {
-    utString text;
-    mrTypes::print(value, text);
-    return make_string(text);
+    return make_string(mrTypes::find_word(value));
 }
 
 char const* find_word(mrFileMatReadStatus status)
@@ -143,21 +141,6 @@ Json make_facets(mrFileMat const& material)
     return facets;
 }
 
-char const* kind_of(MaterialContents const&)
-{
-    return "material";
-}
-
-char const* kind_of(PaletteFile const&)
-{
-    return "palette";
-}
-
-char const* kind_of(CacheContents const&)
-{
-    return "image_cache";
-}
-
 void add_contents(Json& json, MaterialContents const& contents)
 {
     mrFileMat const& material = contents.material;
@@ -183,7 +166,7 @@ void add_contents(Json& json, PaletteFile const& file)
         palette.colour_components(index, values);
         Json components = Json::array();
         for (double const value : values)
-            components.push_back(static_cast<int>(value)); // what a file has are whole numbers
+            components.push_back(static_cast<int>(value)); // files hold whole numbers
         colours.push_back({{"index", index},
                            {"rgb", make_colour(colour)},
                            {"encoding", make_word(palette.colour_encoding(index))},
@@ -210,9 +193,11 @@ void add_contents(Json& json, CacheContents const& contents)
 
 std::string make_json(FileInfo const& info)
 {
+    constexpr char const* kinds[] = {"material", "palette",
+                                     "image_cache"}; // in the order of FileInfo::contents
     Json json;
     json["path"] = make_string(info.path);
-    json["kind"] = std::visit([](auto const& contents) { return kind_of(contents); }, info.contents);
+    json["kind"] = kinds[info.contents.index()];
     json["status"] = find_word(info.status);
     if (info.is_read()) {
         std::visit([&](auto const& contents) { add_contents(json, contents); }, info.contents);

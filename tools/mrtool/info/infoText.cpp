@@ -1,4 +1,4 @@
-// The contents of a file for a reader.
+// The contents of a file as text.
 #include "fileInfo.h"
 #include "messages.h"
 #include "utConcat.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t longest_text = 400;
 
-/// Puts a text in quotes; of a very long one the beginning.
+/// Puts a text in quotes, a very long one cut.
 std::string quote(utString const& value)
 {
     std::string const whole = utUTF8::from_any(value.view());
@@ -56,11 +56,11 @@ std::string format_value(mrMatProp const& property)
     }
 }
 
-/// Lines with a name, and a value in a column.
+/// Lines of a name and a value, the values in a column.
 class Listing
 {
 public:
-    void line(int indent, std::string const& name, std::string const& value = {})
+    void add_line(int indent, std::string const& name, std::string const& value = {})
     {
         constexpr std::size_t column = 26;
         std::string line = std::string(static_cast<std::size_t>(indent) * 2, ' ') + name;
@@ -69,14 +69,11 @@ public:
         m_text += line + "\n";
     }
 
-    void properties(int indent, mrMatPropcoSet const& properties)
+    void add_properties(int indent, mrMatPropcoSet const& properties)
     {
-        for (mrMatProp const& property : properties) {
-            utString type;
-            mrTypes::print(property.prop_type(), type);
-            line(indent, "property " + quote(property.name()),
-                 ut_concat(format_value(property), " (", type, ")"));
-        }
+        for (mrMatProp const& property : properties)
+            add_line(indent, "property " + quote(property.name()),
+                     ut_concat(format_value(property), " (", mrTypes::find_word(property.prop_type()), ")"));
     }
 
     std::string const& text() const { return m_text; }
@@ -87,56 +84,50 @@ private:
 
 void list_plain_material(Listing& listing, mrFMPlainMat const& plain)
 {
-    listing.line(2, "name", quote(plain.name()));
-    listing.properties(2, plain.properties());
-    listing.line(2, "affinity", ut_concat(plain.affinity()));
-    listing.line(2, "diffuse colour", format_colour(plain.diffuse_colour()));
-    listing.line(2, "polish", ut_concat(plain.polish()));
-    listing.line(2, "reflect", ut_concat(plain.reflect()));
-    listing.line(2, "transparency", ut_concat(plain.transparency()));
-    listing.line(2, "emission", ut_concat(plain.emission()));
-    listing.line(2, "refractive index", ut_concat(plain.refractive_index()));
+    listing.add_line(2, "name", quote(plain.name()));
+    listing.add_properties(2, plain.properties());
+    listing.add_line(2, "affinity", ut_concat(plain.affinity()));
+    listing.add_line(2, "diffuse colour", format_colour(plain.diffuse_colour()));
+    listing.add_line(2, "polish", ut_concat(plain.polish()));
+    listing.add_line(2, "reflect", ut_concat(plain.reflect()));
+    listing.add_line(2, "transparency", ut_concat(plain.transparency()));
+    listing.add_line(2, "emission", ut_concat(plain.emission()));
+    listing.add_line(2, "refractive index", ut_concat(plain.refractive_index()));
     bool const shaded = !plain.shader_definition().invalid();
-    listing.line(2, "shader definition", shaded ? quote(plain.shader_definition()) : "none");
+    listing.add_line(2, "shader definition", shaded ? quote(plain.shader_definition()) : "none");
 }
 
 void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMat const& material)
 {
-    utString type;
-    mrTypes::print(layer.layer_type(), type);
     dgDuctImage const* const image = material.images().read(layer.image_name());
     std::string const tint =
         layer.recoloured() ? "tinted towards " + format_colour(layer.recolour()) : "not tinted";
-    listing.line(2, ut_concat("layer ", number),
-                 ut_concat(quote(layer.image_name()), ", ", type, ", ",
-                           image ? format_size(*image) : "no such image", ", ", tint));
+    listing.add_line(2, ut_concat("layer ", number),
+                     ut_concat(quote(layer.image_name()), ", ", mrTypes::find_word(layer.layer_type()), ", ",
+                               image ? format_size(*image) : "no such image", ", ", tint));
 }
 
 void list(Listing& listing, MaterialContents const& contents)
 {
-    utString encapsulation;
-    mrTypes::print(contents.material.encapsulation(), encapsulation);
-    listing.line(1, "encapsulation", encapsulation.c_str());
-    listing.properties(1, contents.material.file_props());
+    listing.add_line(1, "encapsulation", mrTypes::find_word(contents.material.encapsulation()).c_str());
+    listing.add_properties(1, contents.material.file_props());
     int facet_number = 0;
     for (mrFMFacet const* facet : contents.material.facets()) {
-        listing.line(1, ut_concat("facet ", ++facet_number));
+        listing.add_line(1, ut_concat("facet ", ++facet_number));
         list_plain_material(listing, facet->plain_mat());
         int layer_number = 0;
         for (mrFMTexture const& layer : facet->textures())
             list_layer(listing, ++layer_number, layer, contents.material);
     }
     for (auto const& [title, image] : contents.material.images())
-        listing.line(1, "image " + quote(title), format_size(*image) + ", named " + quote(image->name()));
+        listing.add_line(1, "image " + quote(title), format_size(*image) + ", named " + quote(image->name()));
 }
 
 std::string describe_colour(mrColourPalette const& palette, int index)
 {
     utString name;
-    std::string line = format_colour(palette.colour(index, name));
-    utString keyword;
-    mrTypes::print(palette.colour_encoding(index), keyword);
-    line += ut_concat(", ", keyword);
+    std::string const rgb = format_colour(palette.colour(index, name));
+    std::string line = ut_concat(rgb, ", ", mrTypes::find_word(palette.colour_encoding(index)));
     doublecoDList components;
     palette.colour_components(index, components);
     for (double const component : components)
@@ -149,7 +140,7 @@ std::string describe_colour(mrColourPalette const& palette, int index)
 void list(Listing& listing, PaletteFile const& file)
 {
     for (int index = 0; index < file.palette.size(); ++index)
-        listing.line(1, ut_concat("colour ", index), describe_colour(file.palette, index));
+        listing.add_line(1, ut_concat("colour ", index), describe_colour(file.palette, index));
 }
 
 std::string format_hexadecimal(int hash)
@@ -161,13 +152,13 @@ std::string format_hexadecimal(int hash)
 
 void list(Listing& listing, CacheContents const& cache)
 {
-    listing.line(1, "size limit", ut_concat(cache.max_cache_size));
-    listing.line(1, "shrinkage", ut_concat(cache.shrinkage));
+    listing.add_line(1, "size limit", ut_concat(cache.max_cache_size));
+    listing.add_line(1, "shrinkage", ut_concat(cache.shrinkage));
     for (CacheContents::Entry const& entry : cache.entries)
-        listing.line(1, ut_concat("entry ", entry.hash),
-                     ut_concat(format_hexadecimal(entry.hash), ", used ", format_age(entry.age), ", ",
-                               format_size(entry.width, entry.height), ", named ",
-                               quote(utString(entry.image_name))));
+        listing.add_line(1, ut_concat("entry ", entry.hash),
+                         ut_concat(format_hexadecimal(entry.hash), ", used ", format_age(entry.age), ", ",
+                                   format_size(entry.width, entry.height), ", named ",
+                                   quote(utString(entry.image_name))));
 }
 
 } // namespace
@@ -175,10 +166,10 @@ void list(Listing& listing, CacheContents const& cache)
 std::string make_text(FileInfo const& info)
 {
     Listing listing;
-    listing.line(0, printable(info.path));
+    listing.add_line(0, printable(info.path));
     std::visit([&](auto const& contents) { list(listing, contents); }, info.contents);
     for (std::string const& warning : info.warnings)
-        listing.line(1, "warning: " + printable(warning));
+        listing.add_line(1, "warning: " + printable(warning));
     return listing.text();
 }
 
