@@ -48,7 +48,8 @@ public:
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 with the facet invalid: the element has not exactly one "plain_material", or it or a layer is
     ///         bad. Layers read before a bad one are kept
-    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
+    int xml_read(xmlElement const& element) { return xml_read(element, nullptr); }
+    int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
     std::unique_ptr<mrFMPlainMat> m_plain_mat;

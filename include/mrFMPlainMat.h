@@ -1,12 +1,37 @@
 // The untextured base of a facet.
 #pragma once
 
+#include "giColour.h"
+#include "mrContainers.h"
 #include "mrExport.h"
-#include "mrPlainMatValues.h"
+#include "mrMatProp.h"
 #include "utCheckValid.h"
+#include "utString.h"
 
 class xmlElement;
 struct mrFault;
+
+/// The values of a plain material. To make a material with some values changed:
+///
+///     mrPlainMatValues values = plain.values();
+///     values.polish = 0.8;
+///     auto* const polished = new mrFMPlainMat(values);
+struct MR_API mrPlainMatValues
+{
+    utString name; ///< invalid in an invalid material
+    mrMatPropcoSet properties{mrInitialSize, mrFillLimit};
+    int affinity = 0; ///< any number, for the application to use
+    giColour diffuse_colour;
+    double polish = 0.0;           ///< 0 to 1
+    double reflect = 0.0;          ///< 0 to 1
+    double transparency = 0.0;     ///< 0 to 1
+    double emission = 0.0;         ///< 0 to 1
+    double refractive_index = 0.0; ///< 0 to mrFMPlainMat::max_refractive_index
+    utString shader_definition;    ///< invalid when the material has none
+
+    /// Compares numbers exactly.
+    bool operator==(mrPlainMatValues const& other) const = default;
+};
 
 /// A plain material: the look of a surface without textures. Valid exactly when its name is.
 class MR_API mrFMPlainMat
@@ -66,7 +91,8 @@ public:
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 at the first child that is missing or wrong: the name stays; the fields read before are
     ///         updated, and so is a number out of its range; a bad property leaves the material without properties
-    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
+    int xml_read(xmlElement const& element) { return xml_read(element, nullptr); }
+    int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
     mrPlainMatValues const& check_values() const;

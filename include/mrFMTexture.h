@@ -57,7 +57,8 @@ public:
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 at the first child that is missing or wrong: the image name stays; the fields read before
     ///         are updated, and so is a "recoloured" out of its range
-    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
+    int xml_read(xmlElement const& element) { return xml_read(element, nullptr); }
+    int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
     mrFMTexture const& check() const;

@@ -4,6 +4,7 @@
 #include "mrContainers.h"
 #include "mrExport.h"
 #include "mrFault.h"
+#include "mrReadLimits.h"
 #include "mrTypes.h"
 #include "utCheckValid.h"
 
@@ -12,7 +13,6 @@
 class mrSource;
 class mrTarget;
 class utString;
-struct mrReadLimits;
 
 /// A material: file properties, facets, and the images that its texture layers name.
 ///
@@ -73,6 +73,7 @@ public:
 
 private:
     mrFileMat const& check() const;
+    int write_parts(mrTarget const& target, mrFault& fault) const;
     mrFileMatReadStatus read_parts(std::FILE* file, mrReadLimits const& limits, mrFault& fault,
                                    mrFaultcoDList* remarks);
 

@@ -27,7 +27,12 @@ public:
     /// @return 1, or 0 when xmlParser refuses the text, extract() fails, or memory runs out; the arguments may then
     ///         hold what was read before
     static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
-                    mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault* fault = nullptr);
+                    mrFMFacetcoDListPtrcoPtrcoDList& facets)
+    {
+        return read(text, encapsulation, properties, facets, nullptr);
+    }
+    static int read(utString const& text, mrImageEncapsulationType& encapsulation, mrMatPropcoSet& properties,
+                    mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault* fault);
 
     /// Adds the contents of the document to the arguments.
     /// @param facets  receives new facets, which the list's owner deletes
@@ -35,6 +40,10 @@ public:
     /// @return 1, or 0 at the first that is wrong of the root's name, the encapsulation, the properties and the facets;
     ///         a failed collection leaves its argument empty
     static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
-                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets,
-                       mrFault* fault = nullptr);
+                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets)
+    {
+        return extract(document, encapsulation, properties, facets, nullptr);
+    }
+    static int extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,
+                       mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault* fault);
 };

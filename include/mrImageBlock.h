@@ -6,21 +6,11 @@
 #include "mrContainers.h"
 #include "mrExport.h"
 #include "mrFault.h"
+#include "mrReadLimits.h"
 
 #include <cstdint>
 #include <cstdio>
 #include <functional>
-
-/// The most pixels that all images of one block may have: a number, and more for each byte of the block. A few bytes
-/// can stand for very many pixels; a caller may allow less.
-struct mrReadLimits
-{
-    static constexpr std::int64_t default_pixels = std::int64_t{1} << 28;
-    static constexpr std::int64_t default_pixels_per_byte = 256;
-
-    std::int64_t pixels = default_pixels;
-    std::int64_t pixels_per_byte = default_pixels_per_byte;
-};
 
 /// An image of a block.
 struct mrBlockImage

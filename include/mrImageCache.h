@@ -3,6 +3,7 @@
 
 #include "mrContainers.h"
 #include "mrExport.h"
+#include "mrReadLimits.h"
 #include "mrTypes.h"
 #include "utCheckValid.h"
 
@@ -15,7 +16,6 @@ class mrTarget;
 class utString;
 struct mrCacheLine;
 struct mrFault;
-struct mrReadLimits;
 
 /// Images under 32-bit hash values of the caller's choice, such as mrUtils::file_hash and symbol_defn_hash.
 ///
@@ -162,6 +162,8 @@ protected:
 
 private:
     mrImageCache const& check() const;
+    int write_parts(mrTarget const& target, mrFault& fault) const;
+    mrFileMatReadStatus read_parts(mrSource const& source, mrReadLimits const& limits, mrFault& fault);
     void take_limits(mrCacheLine const& limits);
     void restore(mrImageCacheFile const& file);
     void insert(int key, dgDuctImage* image, int age);

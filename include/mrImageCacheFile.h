@@ -52,6 +52,8 @@ public:
 
     /// Size limit and shrinkage.
     mrCacheLine const& limits() const { return m_limits; }
+    /// Whether the first line was read, whatever it holds.
+    bool has_limits() const { return m_has_limits; }
     /// Hash value and age of each entry; the line of rank r is line r + 2 of the file.
     coDList<mrCacheLine> const& lines() const { return m_lines; }
     /// The images by title. Of one title, the last image in the place of the first.
@@ -63,6 +65,7 @@ private:
     int read_text(std::istream& in, mrFault& fault);
 
     mrCacheLine m_limits;
+    bool m_has_limits = false;
     coDList<mrCacheLine> m_lines;
     coTable<utString, mrBlockImage> m_images{mrInitialSize, mrFillLimit};
 };

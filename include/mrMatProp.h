@@ -58,8 +58,8 @@ public:
 
     /// Appends the property to @p parent as a "property" element.
     /// @report "State" when the property is invalid; the element is appended all the same
-    /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when the
-    ///         type is no enumerator
+    /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when
+    ///         the type is no enumerator
     void xml_write(xmlElement& parent) const;
 
     /// Fills the property from a "property" element; the client data stays as it is. Safe for untrusted
@@ -67,7 +67,8 @@ public:
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 when a child is missing or wrong: the name stays, the type may be the one that was read, and a
     ///         missing string value makes the string invalid
-    int xml_read(xmlElement const& element, mrFault* fault = nullptr);
+    int xml_read(xmlElement const& element) { return xml_read(element, nullptr); }
+    int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
     friend MR_API std::uint32_t co_hash(mrMatProp const& property);

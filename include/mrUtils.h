@@ -4,6 +4,7 @@
 #include "mrContainers.h"
 #include "mrExport.h"
 #include "mrFault.h"
+#include "mrReadLimits.h"
 #include "mrTypes.h"
 
 #include <cstdint>
@@ -14,7 +15,6 @@ class mrColourPalette;
 class mrSource;
 class mrTarget;
 class utString;
-struct mrReadLimits;
 
 class MR_API mrUtils
 {

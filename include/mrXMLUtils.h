@@ -79,18 +79,28 @@ public:
 
     static xmlElement* write_properties(xmlElement& element, mrMatPropcoSet const& properties);
     /// @return 1, or 0 at the first member that fails: the set is then empty, also of earlier members
-    static int read_properties(xmlElement const& element, mrMatPropcoSet& properties,
-                               mrFault* fault = nullptr);
+    static int read_properties(xmlElement const& element, mrMatPropcoSet& properties)
+    {
+        return read_properties(element, properties, nullptr);
+    }
+    static int read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault* fault);
 
     static xmlElement* write_textures(xmlElement& element, mrFMTexturecoDList const& textures);
     /// @return 1, or 0 at the first member that fails: the list then keeps those read before it
-    static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures,
-                             mrFault* fault = nullptr);
+    static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures)
+    {
+        return read_textures(element, textures, nullptr);
+    }
+    static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault* fault);
 
     static xmlElement* write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
     /// @param facets  receives new facets, which the list's owner deletes
     /// @return 1, or 0 at the first member that fails: the list is then empty and all its facets are deleted, also
     ///         earlier ones
+    static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets)
+    {
+        return read_facets(element, facets, nullptr);
+    }
     static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
-                           mrFault* fault = nullptr);
+                           mrFault* fault);
 };

@@ -14,24 +14,25 @@ bool has_nul(utString const& path)
     return path.view().find('\0') != std::string_view::npos;
 }
 
-/// @param descriptor  below 0 where opening failed, with the reason in errno; closed here when there is no file
+/// @param descriptor  below 0 where opening failed, with the reason in errno; closed here on failure
 gxFile open_regular(int descriptor, utString& reason)
 {
     struct stat status
     {};
-    gxFile file;
-    if (descriptor < 0 || ::fstat(descriptor, &status) != 0)
-        reason = utString(std::generic_category().message(errno));
-    else if (S_ISDIR(status.st_mode))
-        reason = "a folder, not a file";
-    else if (!S_ISREG(status.st_mode))
-        reason = "not a file";
-    else if (file.reset(::fdopen(descriptor, "rb")); file)
+    bool const known = descriptor >= 0 && ::fstat(descriptor, &status) == 0;
+    gxFile file(known && S_ISREG(status.st_mode) ? ::fdopen(descriptor, "rb") : nullptr);
+    if (file)
         return file;
-    else
-        reason = utString(std::generic_category().message(errno));
+    int const error = errno;
+    // Before words are made: they may find no memory.
     if (descriptor >= 0)
         ::close(descriptor);
+    if (known && S_ISDIR(status.st_mode))
+        reason = "a folder, not a file";
+    else if (known && !S_ISREG(status.st_mode))
+        reason = "not a file";
+    else
+        reason = utString(std::generic_category().message(error));
     return nullptr;
 }
 

@@ -30,7 +30,7 @@ UT_API gxFile gx_open_descriptor(int descriptor, utString& reason);
 UT_API gxFile gx_open_memory(std::string_view bytes, utString& reason);
 
 /// Opens a file for writing.
-/// @param mode  of fopen: "wb" empties the file, "ab" writes behind what is in it
+/// @param mode  of fopen: "wbe" empties the file, "abe" appends to it
 /// @return null where it cannot be opened, or the path holds a NUL
 UT_API gxFile gx_create_file(utString const& path, char const* mode);
 

@@ -2,6 +2,7 @@
 
 #include "mrFileMultimat.h"
 #include "mrFMFacet.h"
+#include "mrGuard.h"
 #include "mrImageBlock.h"
 #include "mrMatProp.h"
 #include "mrOutput.h"
@@ -11,8 +12,6 @@
 
 #include "dgDuctImage.h"
 #include "utAssert.h"
-
-#include <new>
 
 mrFileMat::mrFileMat() : m_file_props(mrInitialSize, mrFillLimit), m_images(mrInitialSize, mrFillLimit) {}
 
@@ -49,7 +48,7 @@ mrFileMat const& mrFileMat::check() const
 int mrFileMat::write(utString const& path) const
 {
     mrFault ignored;
-    return write(mrTarget::to_path(path), ignored);
+    return mr_guard(ignored, 0, [&] { return write(mrTarget::to_path(path), ignored); });
 }
 
 int mrFileMat::write(mrTarget const& target, mrFault& fault) const
@@ -57,6 +56,11 @@ int mrFileMat::write(mrTarget const& target, mrFault& fault) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!empty(), "State");
     fault = {};
+    return mr_guard(fault, 0, [&] { return write_parts(target, fault); });
+}
+
+int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
+{
     mrOutput out(target, mrOutput::Mode::replace, fault);
     if (!out.file())
         return 0;
@@ -71,7 +75,8 @@ int mrFileMat::write(mrTarget const& target, mrFault& fault) const
 mrFileMatReadStatus mrFileMat::read(utString const& path)
 {
     mrFault ignored;
-    return read(mrSource::from_path(path), {}, ignored);
+    return mr_guard(ignored, mrFileMatBadContent,
+                    [&] { return read(mrSource::from_path(path), {}, ignored); });
 }
 
 mrFileMatReadStatus mrFileMat::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault,
@@ -80,19 +85,17 @@ mrFileMatReadStatus mrFileMat::read(mrSource const& source, mrReadLimits const& 
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(empty(), "State");
     fault = {};
-    try {
+    return mr_guard(fault, mrFileMatBadContent, [&] {
         gxFile const file(source.open(fault));
         return file ? read_parts(file.get(), limits, fault, remarks) : mrFileMatOpenFailed;
-    } catch (std::bad_alloc const&) {
-        fault = {"not enough memory"};
-        return mrFileMatBadContent;
-    }
+    });
 }
 
 mrFileMatReadStatus mrFileMat::read_parts(std::FILE* file, mrReadLimits const& limits, mrFault& fault,
                                           mrFaultcoDList* remarks)
 {
     gxFileStream in(file);
+    m_encapsulation = mrImageEncapsulationNone;
     utString document;
     std::int64_t first_line = 0;
     if (!mrXMLUtils::read_doc(in, "multimat", document, first_line, fault))

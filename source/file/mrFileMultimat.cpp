@@ -1,11 +1,10 @@
 #include "mrFileMultimat.h"
 
 #include "mrElementReader.h"
+#include "mrGuard.h"
 
 #include "utConcat.h"
 #include "xmlWriter.h"
-
-#include <new>
 
 namespace {
 
@@ -36,18 +35,16 @@ void mrFileMultimat::write(std::ostream& out, mrImageEncapsulationType encapsula
 int mrFileMultimat::read(utString const& text, mrImageEncapsulationType& encapsulation,
                          mrMatPropcoSet& properties, mrFMFacetcoDListPtrcoPtrcoDList& facets, mrFault* fault)
 {
-    try {
+    mrFault ignored;
+    mrFault& filled = fault ? *fault : ignored;
+    return mr_guard(filled, 0, [&] {
         xmlDocument document;
         xmlParser parser;
         if (parser.parse(text, document))
-            return extract(document, encapsulation, properties, facets, fault);
-        if (fault)
-            *fault = {parser.error().reason, {}, parser.error().line, parser.error().column};
-    } catch (std::bad_alloc const&) {
-        if (fault)
-            *fault = {"not enough memory"};
-    }
-    return 0;
+            return extract(document, encapsulation, properties, facets, &filled);
+        filled = {parser.error().reason, {}, parser.error().line, parser.error().column};
+        return 0;
+    });
 }
 
 int mrFileMultimat::extract(xmlDocument const& document, mrImageEncapsulationType& encapsulation,

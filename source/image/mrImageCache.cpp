@@ -1,6 +1,6 @@
 #include "mrImageCache.h"
 
-#include "mrFault.h"
+#include "mrGuard.h"
 #include "mrImageBlock.h"
 #include "mrImageCacheFile.h"
 #include "mrImageCacheItem.h"
@@ -108,7 +108,7 @@ int mrImageCache::write(utString const& path)
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
     mrFault ignored;
-    return write(mrTarget::to_path(path), ignored);
+    return mr_guard(ignored, 0, [&] { return write(mrTarget::to_path(path), ignored); });
 }
 
 int mrImageCache::write(mrTarget const& target, mrFault& fault) const
@@ -116,6 +116,11 @@ int mrImageCache::write(mrTarget const& target, mrFault& fault) const
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!invalid(), "argument out of range | Args");
     fault = {};
+    return mr_guard(fault, 0, [&] { return write_parts(target, fault); });
+}
+
+int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
+{
     mrOutput out(target, mrOutput::Mode::replace, fault);
     if (!out.file())
         return 0;
@@ -140,7 +145,8 @@ mrFileMatReadStatus mrImageCache::read(utString const& path)
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
     mrFault ignored;
-    return read(mrSource::from_path(path), {}, ignored);
+    return mr_guard(ignored, mrFileMatBadContent,
+                    [&] { return read(mrSource::from_path(path), {}, ignored); });
 }
 
 mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault)
@@ -148,9 +154,15 @@ mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits cons
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(invalid(), "argument out of range | Args");
     fault = {};
+    return mr_guard(fault, mrFileMatBadContent, [&] { return read_parts(source, limits, fault); });
+}
+
+mrFileMatReadStatus mrImageCache::read_parts(mrSource const& source, mrReadLimits const& limits,
+                                             mrFault& fault)
+{
     mrImageCacheFile file;
     mrFileMatReadStatus const status = file.read(source, limits, true, fault);
-    if (status == mrFileMatOpenFailed)
+    if (!file.has_limits())
         return status;
     take_limits(file.limits());
     for (mrCacheLine const& line : file.lines()) {
@@ -160,12 +172,7 @@ mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits cons
     if (status != mrFileMatReadOK)
         return status;
     UT_REQUIRE(file.images().size() == file.lines().size(), "Expected same size");
-    try {
-        restore(file);
-    } catch (std::bad_alloc const&) {
-        fault = {"not enough memory"};
-        return mrFileMatBadContent;
-    }
+    restore(file);
     return mrFileMatReadOK;
 }
 

@@ -1,12 +1,12 @@
 #include "mrImageCacheFile.h"
 
+#include "mrGuard.h"
 #include "mrSource.h"
 
 #include "gxOpenFile.h"
 #include "utConcat.h"
 
 #include <algorithm>
-#include <new>
 
 namespace {
 
@@ -52,13 +52,11 @@ int mrImageCacheFile::parse_hash(utString const& title, int& hash)
 mrFileMatReadStatus mrImageCacheFile::read(mrSource const& source, mrReadLimits const& limits,
                                            bool keep_pixels, mrFault& fault, mrFaultcoDList* remarks)
 {
-    try {
+    fault = {};
+    return mr_guard(fault, mrFileMatBadContent, [&] {
         gxFile const file(source.open(fault));
         return file ? read_parts(file.get(), limits, keep_pixels, fault, remarks) : mrFileMatOpenFailed;
-    } catch (std::bad_alloc const&) {
-        fault = {"not enough memory"};
-        return mrFileMatBadContent;
-    }
+    });
 }
 
 mrFileMatReadStatus mrImageCacheFile::read_parts(std::FILE* file, mrReadLimits const& limits,
@@ -89,8 +87,10 @@ int mrImageCacheFile::read_text(std::istream& in, mrFault& fault)
         // The count includes a line feed that was read.
         auto const count = static_cast<std::size_t>(in.gcount());
         std::string_view const line(buffer, in.good() ? count - 1 : count);
-        if (number == 1)
+        if (number == 1) {
             m_limits = mrCacheLine(line);
+            m_has_limits = true;
+        }
         if (in.fail()) {
             explain_end(in, number, fault);
             return 0;

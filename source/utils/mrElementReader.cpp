@@ -36,10 +36,8 @@ int mrElementReader::fail(utString const& name, char const* flaw) const
 
 int mrElementReader::refuse(std::string const& reason) const
 {
-    if (m_fault) {
-        m_fault->reason = utString(reason);
-        m_fault->line = m_element.line();
-    }
+    if (m_fault)
+        *m_fault = {.reason = utString(reason), .line = m_element.line()};
     return 0;
 }
 

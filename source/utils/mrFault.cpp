@@ -2,17 +2,31 @@
 
 #include "utConcat.h"
 
+#include <new>
+
 utString mrFault::words() const
 {
+    if (reason.invalid())
+        return {};
     if (!part.invalid())
         return utString(byte < 0 ? ut_concat(part, ": ", reason)
                                  : ut_concat(part, ", at byte ", byte, ": ", reason));
     if (column > 0)
         return utString(ut_concat("line ", line, ", column ", column, ": ", reason));
-    return utString(reason.view());
+    return line > 0 ? utString(ut_concat("line ", line, ": ", reason)) : reason;
 }
 
 void mrFault::within(utString const& larger)
 {
     part = part.invalid() ? larger : utString(ut_concat(larger, ": ", part));
+}
+
+void mrFault::set_out_of_memory() noexcept
+{
+    *this = {};
+    try {
+        reason = "not enough memory";
+    } catch (std::bad_alloc const&) {
+        reason = "no memory"; // short enough to need none
+    }
 }

@@ -1,11 +1,12 @@
 #include "mrImageBlock.h"
 
+#include "mrGuard.h"
+
 #include "gxPNG.h"
 #include "utConcat.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
-#include <new>
 #include <string_view>
 
 namespace {
@@ -27,6 +28,15 @@ std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
     return std::max<std::int64_t>(size - start, 0);
 }
 
+// Bounds that keep the budget within 64 bits.
+constexpr std::int64_t most_counted_bytes = std::int64_t{1} << 28;
+constexpr std::int64_t highest_limit = std::int64_t{1} << 30;
+
+std::int64_t bound_limit(std::int64_t limit)
+{
+    return std::clamp<std::int64_t>(limit, 0, highest_limit);
+}
+
 void remark(mrFaultcoDList* remarks, std::string const& words, std::int64_t byte)
 {
     if (remarks)
@@ -40,8 +50,9 @@ mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits con
     std::int64_t const bytes = start < 0 ? -1 : count_bytes_from(file, start);
     if (bytes < 0)
         fail("the images cannot be read");
-    else // a bounded count keeps the product within 64 bits
-        m_budget = limits.pixels + std::min(bytes, limits.default_pixels) * limits.pixels_per_byte;
+    else
+        m_budget = bound_limit(limits.pixels) +
+                   std::min(bytes, most_counted_bytes) * bound_limit(limits.pixels_per_byte);
 }
 
 int mrImageBlock::read_next(mrBlockImage& image)
@@ -52,13 +63,16 @@ int mrImageBlock::read_next(mrBlockImage& image)
     if (m_rest = peek(probe); m_rest < fewest_bytes)
         return 0;
     ++m_number;
-    m_fault.part = utString(ut_concat("image ", m_number));
-    m_fault.byte = image.byte = std::ftell(m_file);
+    image = {};
+    image.byte = std::ftell(m_file);
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+    utString reason;
     image.image = dg_hold(gxPNGReaderDuctImage::read_file(
-        m_file, texts, std::min(m_budget, gxPNGReaderDuctImage::max_pixels), &m_fault.reason));
-    if (!image.image)
+        m_file, texts, std::min(m_budget, gxPNGReaderDuctImage::max_pixels), &reason));
+    if (!image.image) {
+        m_fault = {.reason = reason, .part = utString(ut_concat("image ", m_number)), .byte = image.byte};
         return 0;
+    }
     image.width = image.image->width();
     image.height = image.image->height();
     m_budget -= std::int64_t{image.width} * image.height;
@@ -97,11 +111,7 @@ int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
         place = read.image.release();
         return replaced != nullptr;
     };
-    try {
-        return read_titled(store, remarks);
-    } catch (std::bad_alloc const&) {
-        return fail("not enough memory");
-    }
+    return mr_guard(m_fault, 0, [&] { return read_titled(store, remarks); });
 }
 
 bool mrImageBlock::at_image()
@@ -129,14 +139,13 @@ int mrImageBlock::fail(char const* reason)
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
     for (auto const& [key, image] : images) {
-        fault.part = utString(ut_concat("image ", ut_quote(key.view())));
-        fault.reason = "there is no image";
+        fault = {.reason = "there is no image", .part = utString(ut_concat("image ", ut_quote(key.view())))};
         if (!image)
             return 0;
         utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
         texts[title_key] = xmlUtils::carried(key);
         texts[name_key] = xmlUtils::carried(image->name());
-        fault.reason = "it is empty, its texts are too long, or the file takes no more";
+        fault.reason = "it has no pixels, or its title or name is too long";
         if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
             return 0;
     }

@@ -22,10 +22,10 @@ mrOutput::mrOutput(mrTarget const& target, Mode mode, mrFault& fault) : m_bytes(
     if (m_bytes)
         m_file.reset(::open_memstream(&m_buffer, &m_size));
     else
-        m_file = gx_create_file(target.path(), mode == Mode::replace ? "wb" : "ab");
+        m_file = gx_create_file(target.path(), mode == Mode::replace ? "wbe" : "abe");
     if (!m_file)
         fault.reason = describe_error(errno);
-    if (m_bytes && mode == Mode::replace)
+    else if (m_bytes && mode == Mode::replace)
         m_bytes->clear();
 }
 
@@ -37,12 +37,17 @@ mrOutput::~mrOutput()
 
 bool mrOutput::close(mrFault& fault)
 {
+    // The error of the write that failed, where one did.
+    int error = std::ferror(m_file.get()) ? errno : 0;
     errno = EIO;
-    bool const failed = std::ferror(m_file.get()) != 0;
-    bool const whole = std::fclose(m_file.release()) == 0 && !failed;
-    if (m_bytes)
+    if (std::fclose(m_file.release()) != 0 && error == 0)
+        error = errno;
+    // A file in memory may lose its bytes without an error.
+    if (m_bytes && !m_buffer && error == 0)
+        error = ENOMEM;
+    if (m_bytes && m_buffer)
         m_bytes->append(m_buffer, m_size);
-    if (!whole)
-        fault.reason = describe_error(errno);
-    return whole;
+    if (error != 0)
+        fault.reason = describe_error(error);
+    return error == 0;
 }

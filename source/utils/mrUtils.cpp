@@ -1,9 +1,9 @@
 #include "mrUtils.h"
 
 #include "mrColourPalette.h"
+#include "mrGuard.h"
 #include "mrImageBlock.h"
 #include "mrOutput.h"
-#include "mrPaletteLine.h"
 #include "mrSource.h"
 #include "mrTarget.h"
 
@@ -13,12 +13,14 @@
 #include "reMatcher.h"
 #include "utAssert.h"
 #include "utConcat.h"
+#include "utUTF8.h"
 
 #include <algorithm>
 #include <cctype>
 #include <istream>
 #include <new>
 #include <ostream>
+#include <sstream>
 
 namespace {
 
@@ -212,12 +214,109 @@ mrPaletteFileError read_palette(std::istream& in, mrColourPalette& palette, Last
     return error;
 }
 
+mrPaletteFileError read_line(std::string const& line, mrColourPalette& palette)
+{
+    std::istringstream in(line);
+    return mrUtils::read_pcp(in, palette);
+}
+
+bool is_well_formed(std::string const& line)
+{
+    mrColourPalette palette;
+    return read_line(line, palette) != mrPaletteFileBadFormat;
+}
+
+/// A common mistake, and its correction.
+struct Flaw
+{
+    void (*mend)(std::string& line);
+    char const* words;
+};
+
+constexpr Flaw flaws[] = {
+    {[](std::string& line) { line = std::string(utUTF8::without_byte_order_mark(line)); },
+     "it begins with a byte order mark (EF BB BF), which must go"},
+    {[](std::string& line) { std::replace(line.begin(), line.end(), '\t', ' '); },
+     "it has a tab where only spaces may be"},
+    {[](std::string& line) {
+         for (char& letter : line)
+             letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+     },
+     "its keyword is not in small letters"},
+    {[](std::string& line) { std::erase(line, '\r'); },
+     "it has a carriage return inside; lines end with a line feed, or both"},
+};
+
+utString explain_format(std::string const& line)
+{
+    if (line.find_first_not_of(" \r") == line.npos)
+        return "nothing but a carriage return, which makes no empty line: write # before it, or end the "
+               "lines of the file with line feeds alone";
+    // Running out of memory has the status of a bad line.
+    if (is_well_formed(line) || !is_well_formed("rgb8 0 0 0"))
+        return "not enough memory";
+    for (Flaw const& flaw : flaws) {
+        std::string mended = line;
+        flaw.mend(mended);
+        if (is_well_formed(mended))
+            return flaw.words;
+    }
+    return "not rgb8 or cmy8 and three whole numbers, nor cmyk and four, or a number is far too large";
+}
+
+utString explain_duplicate(std::string const& line)
+{
+    mrColourPalette palette;
+    read_line(line, palette);
+    utString name;
+    if (!palette.empty())
+        palette.colour(0, name);
+    return utString(ut_concat("an earlier line has the name ", ut_quote_short(name.view()), " already"));
+}
+
+/// Explains why the reading stopped at a line, given without its line feed.
+utString explain_line(std::string const& line, mrPaletteFileError error)
+{
+    switch (error) {
+    case mrPaletteFileDuplicateName:
+        return explain_duplicate(line);
+    case mrPaletteFileOutOfRange:
+        return "a number is out of its range, 0 to 255 in rgb8 and cmy8, 0 to 100 in cmyk";
+    default:
+        return explain_format(line);
+    }
+}
+
+mrPaletteFileError read_palette_source(mrSource const& source, mrColourPalette& palette, mrFault& fault)
+{
+    gxFile const file(source.open(fault));
+    if (!file)
+        return mrPaletteFileOpenFailed;
+    gxFileStream in(file.get());
+    LastLine last;
+    mrPaletteFileError const error = read_palette(in, palette, last);
+    if (last.bytes.empty() && error != mrPaletteFileOK) {
+        fault.set_out_of_memory(); // before there was a bad line
+        fault.line = last.number;
+    } else if (error != mrPaletteFileOK) {
+        fault = {.reason = explain_line(last.bytes, error), .line = last.number};
+    } else if (in.bad()) {
+        fault.reason = "reading it failed before its end";
+        return mrPaletteFileBadFormat;
+    } else if (!in.eof()) {
+        fault = {.reason = "longer than 1,023 characters; it and the lines after it are not read",
+                 .line = last.number};
+        static_assert(mrUtils::max_palette_line == 1023);
+    }
+    return error;
+}
+
 } // namespace
 
 int mrUtils::write_images(Images const& images, utString const& path)
 {
-    mrFault fault;
-    return write_images(images, mrTarget::to_path(path), fault);
+    mrFault ignored;
+    return mr_guard(ignored, 0, [&] { return write_images(images, mrTarget::to_path(path), ignored); });
 }
 
 int mrUtils::write_images(Images const& images, mrTarget const& target, mrFault& fault)
@@ -225,30 +324,33 @@ int mrUtils::write_images(Images const& images, mrTarget const& target, mrFault&
     fault = {};
     if (images.empty())
         return 1;
-    mrOutput out(target, mrOutput::Mode::append, fault);
-    if (!out.file())
-        return 0;
-    int const written = mrImageBlock::write(images, out.file(), fault);
-    return out.close(fault) && written;
+    return mr_guard(fault, 0, [&] {
+        mrOutput out(target, mrOutput::Mode::append, fault);
+        int const written = out.file() && mrImageBlock::write(images, out.file(), fault);
+        return out.file() && out.close(fault) && written ? 1 : 0;
+    });
 }
 
 int mrUtils::read_images(utString const& path, int start, Images& images)
 {
-    mrFault fault;
-    return read_images(mrSource::from_path(path), start, images, {}, fault);
+    mrFault ignored;
+    return mr_guard(ignored, 0,
+                    [&] { return read_images(mrSource::from_path(path), start, images, {}, ignored); });
 }
 
 int mrUtils::read_images(mrSource const& source, std::int64_t start, Images& images,
                          mrReadLimits const& limits, mrFault& fault, mrFaultcoDList* remarks)
 {
     fault = {};
-    gxFile const file(source.open(fault));
-    if (!file)
-        return 0;
-    mrImageBlock block(file.get(), start, limits);
-    int const read = block.read_into(images, remarks);
-    fault = block.fault();
-    return read;
+    return mr_guard(fault, 0, [&] {
+        gxFile const file(source.open(fault));
+        if (!file)
+            return 0;
+        mrImageBlock block(file.get(), start, limits);
+        int const read = block.read_into(images, remarks);
+        fault = block.fault();
+        return read;
+    });
 }
 
 unsigned int mrUtils::file_hash(utString const& path)
@@ -306,6 +408,10 @@ mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
 mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault)
 {
     fault = {};
+<<<<<<< HEAD
+    return mr_guard(fault, mrPaletteFileBadFormat,
+                    [&] { return read_palette_source(source, palette, fault); });
+=======
     gxFile const file(source.open(fault));
     if (!file)
         return mrPaletteFileOpenFailed;
@@ -315,7 +421,7 @@ mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& pa
     if (error != mrPaletteFileOK) {
         fault.line = last.number;
         // Memory may run out before a bad line.
-        fault.reason = last.bytes.empty() ? "not enough memory" : mr_explain_palette_line(last.bytes, error);
+        fault.reason = last.bytes.empty() ? "not enough memory" : explain_line(last.bytes, error);
     } else if (in.bad()) {
         fault.reason = "reading it failed before its end";
         return mrPaletteFileBadFormat;
@@ -325,6 +431,7 @@ mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& pa
         static_assert(max_palette_line == 1023);
     }
     return error;
+>>>>>>> 154885d7ce1d5a40bade41467f7c33f70cf29bb0
 }
 
 std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)

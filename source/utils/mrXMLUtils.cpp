@@ -40,18 +40,15 @@ utString const* find_text(xmlElement const& element, utString const& name)
 void explain_missing(std::istream const& in, utString const& opening, std::int64_t first_line,
                      std::int64_t number, mrFault& fault)
 {
-    if (in.bad()) {
-        fault.reason = "reading it failed before its end";
-    } else if (!in.eof()) {
-        fault.line = number;
-        fault.reason =
-            utString(ut_concat("line ", number, " is longer than ", mrXMLUtils::max_line, " characters"));
-    } else if (first_line == 0) {
-        fault.reason = utString(ut_concat("no line holds \"", opening, "\""));
-    } else {
-        fault.line = first_line;
-        fault.reason = utString(ut_concat("\"", opening, "\" in line ", first_line, " is never closed"));
-    }
+    if (in.bad())
+        fault = {"reading it failed before its end"};
+    else if (!in.eof())
+        fault = {.reason = utString(ut_concat("longer than ", mrXMLUtils::max_line, " characters")),
+                 .line = number};
+    else if (first_line == 0)
+        fault = {utString(ut_concat("no line holds \"", opening, "\""))};
+    else
+        fault = {.reason = utString(ut_concat("\"", opening, "\" is never closed")), .line = first_line};
 }
 
 } // namespace
@@ -172,7 +169,7 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out, 
         auto const length = static_cast<std::size_t>(in.gcount() - (in.eof() ? 0 : 1));
         gathered += length + 1;
         if (gathered > max_document) {
-            fault.reason = "the document is longer than 268,435,456 bytes";
+            fault = {"the document is longer than 268,435,456 bytes"};
             static_assert(max_document == 268'435'456);
             return 0;
         }

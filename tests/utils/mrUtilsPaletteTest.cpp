@@ -148,7 +148,7 @@ TEST(mrUtilsPalette, TellsTheLineThatIsWrong)
         mrFault fault;
         EXPECT_EQ(mrUtils::read_pcp(mrSource::from_memory(each.bytes), palette, fault), each.error);
         EXPECT_EQ(fault.line, each.line) << each.words;
-        EXPECT_THAT(std::string(fault.words().view()), testing::StartsWith(each.words));
+        EXPECT_THAT(std::string(fault.reason.view()), testing::StartsWith(each.words));
     }
     mrColourPalette palette;
     mrFault fault;

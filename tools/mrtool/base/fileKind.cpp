@@ -153,13 +153,9 @@ bool is_palette(std::string_view beginning)
     while (at < beginning.size() && beginning[at] == '#')
         at = beginning.find_first_not_of(blank, beginning.find('\n', at));
     std::string_view const line = beginning.substr(std::min(at, beginning.size()));
-    for (mrColourEncoding const encoding :
-         {mrColourEncodingRgb8, mrColourEncodingCmy8, mrColourEncodingCmyk}) {
-        utString keyword;
-        mrTypes::print(encoding, keyword);
-        if (line.starts_with(keyword.view()))
+    for (mrColourEncoding const encoding : {mrColourEncodingRgb8, mrColourEncodingCmy8, mrColourEncodingCmyk})
+        if (line.starts_with(mrTypes::find_word(encoding).view()))
             return true;
-    }
     return false;
 }
 

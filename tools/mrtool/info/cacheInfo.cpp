@@ -141,7 +141,7 @@ void read_contents(mrSource const& source, FileInfo& info, CacheContents& conten
     mrFault fault;
     mrFaultcoDList remarks;
     info.status = file.read(source, {}, false, fault, &remarks);
-    info.fault = fault.words().view();
+    info.fault = (fault.line > 0 ? fault.reason : fault.words()).view();
     info.line = fault.line;
     if (!info.is_read())
         return;
