@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace mrtool {
+namespace sc {
 
 /// A line of such a file.
 struct ObjStatement
@@ -47,4 +47,4 @@ std::string_view take_word(std::string_view& rest);
 /// is none.
 std::optional<double> take_number(std::string_view& rest);
 
-} // namespace mrtool
+} // namespace sc

@@ -90,7 +90,7 @@ void read_file_info(std::string const& path, FileInfo& info)
     info.path = path;
     utString reason;
     gxFile const file = gx_open_file(utString(path), reason);
-    OwnFormat const format = own_format(path, file ? read_beginning(file.get()) : std::string());
+    OwnFormat const format = own_format(path, file ? gx_read_beginning(file.get()) : std::string());
     prepare_contents(format, info);
     if (file)
         read_as(format, mrSource::from_descriptor(fileno(file.get())), info);
