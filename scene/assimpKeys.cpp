@@ -1,6 +1,5 @@
 #include "assimpKeys.h"
 
-
 #include <algorithm>
 #include <assimp/GltfMaterial.h>
 #include <string_view>
@@ -164,7 +163,7 @@ bool known_elsewhere(aiMaterial const& material, aiString const& path)
 }
 
 void note_map(aiMaterial const& material, aiMaterialProperty const& property, SurfaceTexture const& surface,
-             NoteList& notes)
+              NoteList& notes)
 {
     aiString path;
     material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path);

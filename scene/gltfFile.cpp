@@ -191,8 +191,8 @@ Expected<std::string> GltfFile::read_buffer_file(std::string const& named)
     if (!bytes)
         return because(subject + bytes.error());
     if (file->outside)
-        m_notes.push_back(make_note(
-            scNoteOutside, "the buffer \"%1\" is taken from outside the scene's folder", shown));
+        m_notes.push_back(
+            make_note(scNoteOutside, "the buffer \"%1\" is taken from outside the scene's folder", shown));
     return bytes;
 }
 

@@ -47,16 +47,16 @@ struct SurfaceModel
     Names members;
 };
 
-SurfaceModel const usual_model = {usual_surface,
-                                  "baseColorFactor",
-                                  "baseColorTexture",
-                                  {"baseColorFactor", "metallicFactor", "roughnessFactor", "baseColorTexture",
-                                   "metallicRoughnessTexture"}};
-SurfaceModel const glossy_model = {specular_glossiness,
-                                   "diffuseFactor",
-                                   "diffuseTexture",
-                                   {"diffuseFactor", "specularFactor", "glossinessFactor", "diffuseTexture",
-                                    "specularGlossinessTexture"}};
+SurfaceModel const usual_model = {
+    usual_surface,
+    "baseColorFactor",
+    "baseColorTexture",
+    {"baseColorFactor", "metallicFactor", "roughnessFactor", "baseColorTexture", "metallicRoughnessTexture"}};
+SurfaceModel const glossy_model = {
+    specular_glossiness,
+    "diffuseFactor",
+    "diffuseTexture",
+    {"diffuseFactor", "specularFactor", "glossinessFactor", "diffuseTexture", "specularGlossinessTexture"}};
 
 bool is_one_of(std::string_view name, Names const& names)
 {
@@ -117,7 +117,8 @@ private:
 
     /// The like for as many numbers.
     template <std::size_t Size>
-    std::array<double, Size> read_numbers(Json const& object, char const* name, std::array<double, Size> otherwise)
+    std::array<double, Size> read_numbers(Json const& object, char const* name,
+                                          std::array<double, Size> otherwise)
     {
         Json const& values = get_member(object, name);
         bool const good =
@@ -214,8 +215,8 @@ private:
             if (!mode.is_null() && mode != "OPAQUE")
                 fail("alphaMode");
             if (m_opacity != 1.0)
-                m_notes.add(scNoteChanged,
-                            "its opacity of %1 counts for nothing, as its alphaMode is OPAQUE", m_opacity);
+                m_notes.add(scNoteChanged, "its opacity of %1 counts for nothing, as its alphaMode is OPAQUE",
+                            m_opacity);
         }
     }
 
@@ -251,7 +252,8 @@ private:
             Json const& texture = get_object(object, map.name);
             if (texture.is_null())
                 continue;
-            Json const& image = find_image(get_entry(m_file.json(), "textures", get_member(texture, "index")));
+            Json const& image =
+                find_image(get_entry(m_file.json(), "textures", get_member(texture, "index")));
             m_notes.add(make_left_out(map.words, name_image(image)));
         }
     }
@@ -381,13 +383,15 @@ private:
         if (read_number(transform, "texCoord", read_number(use, "texCoord", 0)) != 0)
             leave_out("the texture's choice of a further set of coordinates");
         using Pair = std::array<double, 2>;
-        if (read_numbers<2>(transform, "offset", {0, 0}) != Pair{0, 0} || read_number(transform, "rotation", 0) != 0 ||
+        if (read_numbers<2>(transform, "offset", {0, 0}) != Pair{0, 0} ||
+            read_number(transform, "rotation", 0) != 0 ||
             read_numbers<2>(transform, "scale", {1, 1}) != Pair{1, 1})
             leave_out("the texture's scale, shift or turn");
         leave_out_others(use, " of its use of the texture", {"index", "texCoord"}, {texture_transform});
         leave_out_others(transform, ut_concat(" of its ", texture_transform),
                          {"offset", "rotation", "scale", "texCoord"});
-        leave_out_others(texture, " of its texture", {"name", "sampler", "source"}, list_image_formats(texture));
+        leave_out_others(texture, " of its texture", {"name", "sampler", "source"},
+                         list_image_formats(texture));
         leave_out_others(sampler, " of its texture's sampler",
                          {"name", "wrapS", "wrapT", "magFilter", "minFilter"});
     }

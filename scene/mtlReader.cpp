@@ -18,9 +18,8 @@ struct NumberStatement
 };
 
 constexpr NumberStatement number_statements[] = {
-    {"ns", &scMaterial::shininess},        {"d", &scMaterial::opacity},
-    {"tr", &scMaterial::transparency},     {"pr", &scMaterial::roughness},
-    {"ni", &scMaterial::refractive_index}, {"pm", &scMaterial::metalness},
+    {"ns", &scMaterial::shininess}, {"d", &scMaterial::opacity},           {"tr", &scMaterial::transparency},
+    {"pr", &scMaterial::roughness}, {"ni", &scMaterial::refractive_index}, {"pm", &scMaterial::metalness},
 };
 
 struct ColourStatement

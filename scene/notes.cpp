@@ -57,8 +57,7 @@ std::vector<scNote> NoteList::finish()
     std::vector<scNote> all;
     for (auto& [rank, kind] : m_kinds) {
         if (kind.more > 0)
-            kind.notes.push_back(
-                make_note(kind.notes.back().kind, "and %1 more of this kind", kind.more));
+            kind.notes.push_back(make_note(kind.notes.back().kind, "and %1 more of this kind", kind.more));
         all.insert(all.end(), std::make_move_iterator(kind.notes.begin()),
                    std::make_move_iterator(kind.notes.end()));
     }
@@ -73,10 +72,10 @@ void settle(scScene& scene)
         settle(material);
     for (std::size_t at = 0; at < scene.images.size(); ++at)
         if (shorten(scene.images[at].name))
-            scene.notes.push_back(make_note(
-                scNoteLeftOut,
-                "the end of the name of embedded image %1: not carried over, longer than %2 bytes", at + 1,
-                scMaterial::max_text));
+            scene.notes.push_back(
+                make_note(scNoteLeftOut,
+                          "the end of the name of embedded image %1: not carried over, longer than %2 bytes",
+                          at + 1, scMaterial::max_text));
     std::stable_partition(scene.notes.begin(), scene.notes.end(),
                           [](scNote const& each) { return each.kind != scNoteFailed; });
 }

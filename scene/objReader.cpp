@@ -48,7 +48,8 @@ private:
         else if (word == "usemtl" && !statement.rest.empty() && m_known_uses.insert(statement.rest).second)
             m_uses.push_back(statement.rest);
         else if (word == "usemap" || word == "maplib")
-            note_once(make_note(scNoteLeftOut, "\"%1\": not carried over, only textures of materials are", word));
+            note_once(
+                make_note(scNoteLeftOut, "\"%1\": not carried over, only textures of materials are", word));
         return word == "mtllib" || word == "usemtl" || word == "f";
     }
 
@@ -110,8 +111,8 @@ private:
         if (!file || m_libraries.contains(file->whole))
             return std::nullopt;
         m_scene.notes.push_back(make_note(
-            scNoteChanged, "the material library \"%1\": there is no such file; %2 is read in its place", name,
-            other));
+            scNoteChanged, "the material library \"%1\": there is no such file; %2 is read in its place",
+            name, other));
         return file;
     }
 

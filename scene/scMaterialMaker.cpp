@@ -26,7 +26,8 @@ double bring_into_range(char const* what, double value, double high, double othe
 {
     double const taken = std::isnan(value) ? otherwise : std::clamp(value, 0.0, high);
     if (taken != value)
-        notes.push_back(make_note(scNoteChanged, ut_concat("the ", what, " of %1 is taken as %2"), value, taken));
+        notes.push_back(
+            make_note(scNoteChanged, ut_concat("the ", what, " of %1 is taken as %2"), value, taken));
     return taken;
 }
 
@@ -56,8 +57,8 @@ double make_polish(scMaterial const& material, Notes& notes)
 {
     if (material.roughness)
         return 1.0 - bring_into_range("roughness", *material.roughness, 1.0, 1.0, notes);
-    double const shininess =
-        bring_into_range("shininess", material.shininess.value_or(0.0), scMaterialMaker::max_shininess, 0.0, notes);
+    double const shininess = bring_into_range("shininess", material.shininess.value_or(0.0),
+                                              scMaterialMaker::max_shininess, 0.0, notes);
     return std::sqrt(shininess / scMaterialMaker::max_shininess);
 }
 
@@ -175,9 +176,10 @@ dgCounted<dgDuctImage> scMaterialMaker::read_texture(scMaterial const& material,
         notes.push_back(
             make_note(scNoteOutside, "its texture \"%1\" is taken from outside the scene's folder", name));
     if (has_transparent_pixels(*image))
-        notes.push_back(make_note(scNoteChanged,
-                                  "the transparency of the texture \"%1\" stays in its image, where a texture "
-                                  "layer makes no use of it",
-                                  name));
+        notes.push_back(
+            make_note(scNoteChanged,
+                      "the transparency of the texture \"%1\" stays in its image, where a texture "
+                      "layer makes no use of it",
+                      name));
     return image;
 }

@@ -24,7 +24,8 @@ public:
 
     /// @param scene   borrowed
     /// @param reader  borrowed; reads the textures
-    scMaterialMaker(scScene const& scene, scReader const& reader) : m_scene(scene), m_textures(scene, reader) {}
+    scMaterialMaker(scScene const& scene, scReader const& reader) : m_scene(scene), m_textures(scene, reader)
+    {}
 
     /// Makes the material file of a material. One whose texture cannot be read is made without it.
     /// @param material  less than the number of the scene's materials

@@ -30,7 +30,7 @@ struct SC_API scNote
     static constexpr std::size_t max_notes = 100;
 
     scNoteKind kind = scNoteFailed;
-    std::string pattern; ///< "the roughness of %1 is taken as %2"
+    std::string pattern;                ///< "the roughness of %1 is taken as %2"
     std::vector<std::string> arguments; ///< for %1 to %9, each a few bytes longer than max_words at most
 
     /// The pattern with the arguments in their places. What is longer than max_words is cut between characters and

@@ -44,16 +44,17 @@ std::string find_helper()
 /// Has a child read a file.
 /// @param read  reads a T off the wire
 template <class T, class Read>
-Expected<T> ask_child(scReadOptions const& options, std::string const& what, std::string const& path, Read read,
-                      int input = -1)
+Expected<T> ask_child(scReadOptions const& options, std::string const& what, std::string const& path,
+                      Read read, int input = -1)
 {
     sandbox::ChildLimits limits;
     limits.time = options.time;
     limits.memory = options.memory;
     sandbox::ChildResult const result = run_child({options.helper, what, path}, limits, input);
     if (result.end == sandbox::ChildEnd::not_started)
-        return because(ut_concat("the program ", options.helper, ", which reads files for others, does not start: ",
-                                 std::strerror(result.code)));
+        return because(
+            ut_concat("the program ", options.helper,
+                      ", which reads files for others, does not start: ", std::strerror(result.code)));
     if (result.end != sandbox::ChildEnd::finished || result.code != EXIT_SUCCESS)
         return because("reading it " + describe(result, limits));
     sandbox::WireReader wire(result.output);

@@ -25,7 +25,7 @@ struct scReadOptions
     std::chrono::milliseconds time{60'000};
     std::uint64_t memory = std::uint64_t{2} << 30; ///< bytes of address space
     /// The program that becomes the child, mr-scene-reader; where empty, that which is installed with this library.
-    std::string helper;
+    std::string helper{};
 };
 
 /// Reads files in a child process of its own for each, or in this process; what is read is the same either way.

@@ -72,7 +72,7 @@ dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, std::string&
 }
 
 std::optional<scTextures::Source> scTextures::find_source(scMaterial const& material,
-                                                           std::string& reason) const
+                                                          std::string& reason) const
 {
     if (material.embedded) {
         if (*material.embedded < m_scene.images.size())
@@ -90,7 +90,7 @@ std::optional<scTextures::Source> scTextures::find_source(scMaterial const& mate
 }
 
 dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, Source const& source,
-                                           std::string& reason) const
+                                        std::string& reason) const
 {
     if (material.embedded)
         return m_reader.read_image(m_scene.images[*material.embedded], reason);

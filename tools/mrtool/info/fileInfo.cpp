@@ -8,7 +8,7 @@
 #include "mrImageBlock.h"
 #include "mrSource.h"
 
-#include "gxOpenFile.h"
+#include "gxFileHints.h"
 #include "utConcat.h"
 
 #include <set>
