@@ -40,8 +40,8 @@ bool is_gltf(std::string_view bytes)
     return bytes.starts_with("glTF") || (first != std::string_view::npos && bytes[first] == '{');
 }
 
-/// Whether it may be glTF 1, which is not for the library's own reader: its version begins with 1, in JSON perhaps as
-/// an escape.
+/// Whether it may be glTF 1, which is not for the library's own reader: its version begins with 1, in JSON
+/// perhaps as an escape.
 bool is_gltf_1(std::string_view bytes)
 {
     return bytes.starts_with("glTF\1") || bytes.find("\"1") != bytes.npos ||

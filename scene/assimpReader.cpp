@@ -20,8 +20,8 @@ namespace {
 
 constexpr std::size_t most_warnings = 20;
 
-/// Collects what Assimp says about materials and textures while it lives; Assimp has much else to say. The logger
-/// belongs to the process: one that the application has made goes on hearing all.
+/// Collects what Assimp says about materials and textures while it lives; Assimp has much else to say. The
+/// logger belongs to the process: one that the application has made goes on hearing all.
 class Warnings
 {
 public:

@@ -8,8 +8,8 @@
 
 namespace sc {
 
-/// Reads the materials of a scene. A material that Assimp made up for surfaces without one is left out unless a
-/// surface has it. It is only as safe as Assimp is.
+/// Reads the materials of a scene. A material that Assimp made up for surfaces without one is left out
+/// unless a surface has it. It is only as safe as Assimp is.
 Expected<scScene> read_with_assimp(std::string const& path);
 
 /// Whether Assimp reads files of the extension.

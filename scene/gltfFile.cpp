@@ -26,8 +26,8 @@ std::size_t little_endian(std::string_view bytes)
     return number;
 }
 
-/// Takes a chunk off the front; empty when none of that kind is there. One that the file cuts short is as long
-/// as the file allows.
+/// Takes a chunk off the front; empty when none of that kind is there. One that the file cuts short is as
+/// long as the file allows.
 std::string_view take_chunk(std::string_view& left, std::string_view kind)
 {
     if (left.size() < chunk_header_size || left.substr(4, 4) != kind)

@@ -91,8 +91,8 @@ public:
         read_emission(from);
         read_refraction(from);
         leave_out_maps(from);
-        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface that is
-        // seen from both sides.
+        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface
+        // that is seen from both sides.
         leave_out_others(from, "",
                          {"name", "pbrMetallicRoughness", "emissiveFactor", "alphaMode", "alphaCutoff",
                           "doubleSided", "normalTexture", "occlusionTexture", "emissiveTexture"},
@@ -275,8 +275,8 @@ private:
             leave_out(ut_concat("the extras", place));
     }
 
-    /// The number of the texture's image: its own, else that of the first extension that has one, which stands
-    /// for a further format of images.
+    /// The number of the texture's image: its own, else that of the first extension that has one, which
+    /// stands for a further format of images.
     static Json const& find_image(Json const& texture)
     {
         Json const& extensions = get_member(texture, "extensions");

@@ -15,7 +15,7 @@ namespace sc {
 
 inline constexpr char no_such_file[] = "there is no such file";
 
-/// The argument of a note. It keeps so much of a long text that words() still finds the note too long.
+/// Writes an argument of a note. Keeps enough of a long text for words() to find the note too long.
 template <class T>
 std::string make_argument(T const& value)
 {
@@ -30,7 +30,7 @@ scNote make_note(scNoteKind kind, std::string pattern, Arguments const&... argum
     return {kind, std::move(pattern), {make_argument(arguments)...}};
 }
 
-/// That something was left out which is known by a name: WORDS "NAME".
+/// Notes that something of a name was left out: WORDS "NAME".
 /// @param name  may be empty
 scNote make_left_out(std::string const& words, std::string const& name);
 
@@ -46,8 +46,8 @@ public:
         add(make_note(kind, std::move(pattern), arguments...));
     }
 
-    /// @return those of a kind together, in the order in which they came, max_notes of them and the number of the
-    ///         others
+    /// @return what failed, what changed and what is left out, each in the order in which it came: max_notes
+    ///         notes and the number of the others
     std::vector<scNote> finish();
 
 private:

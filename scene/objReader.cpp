@@ -77,8 +77,8 @@ private:
             read_library(word);
     }
 
-    /// A library's name may have blanks in it, and several may stand in a line. Of several, the last one's name
-    /// would be found for the whole line too.
+    /// A library's name may have blanks in it, and several may stand in a line. Of several, the last one's
+    /// name would be found for the whole line too.
     bool is_one_library(std::string const& rest, std::vector<std::string> const& words) const
     {
         auto const found = [&](std::string const& name) { return find_scene_file(m_path, name).has_value(); };

@@ -18,8 +18,8 @@ struct ObjStatement
     std::size_t line = 0;
 };
 
-/// Reads the statements of a file one after the other, without comments and empty lines. A line ends at LF, CR
-/// or both; a "\" at its end joins the next one to it.
+/// Reads the statements of a file one after the other, without comments and empty lines. A line ends at LF,
+/// CR or both; a "\" at its end joins the next one to it.
 class ObjStatements
 {
 public:

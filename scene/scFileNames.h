@@ -15,9 +15,9 @@ public:
     /// Bytes of the longest safe name.
     static constexpr std::size_t max_size = 100;
 
-    /// The name as one that every file system takes and no path can hide in. Safe for untrusted input: letters,
-    /// digits, "-", "_", "." not in front, and letters beyond ASCII stay, each with the accents and other marks that
-    /// follow it; every other character becomes "_". A text that is not UTF-8 counts as one byte a character.
+    /// Makes a name that every file system takes and no path can hide in. Keeps letters of any script with
+    /// their accents, digits, "-", "_", and "." behind the first character; every other character becomes
+    /// "_". A text that is not UTF-8 is read as ISO 8859-1. Safe for untrusted input.
     /// @return never empty, cut between characters
     static std::string make_safe(std::string_view name);
 

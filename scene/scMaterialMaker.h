@@ -13,9 +13,10 @@ class mrFMPlainMat;
 
 /// Makes material files of the materials of one scene.
 ///
-/// One has one facet; its texture layer's image is that of the base colour or diffuse colour. Its properties are
-/// "scene", the scene file's name without its folder, and "material", the material's own name where it has one.
-/// Characters that XML cannot carry become "?" in its texts. It reads back from a file as it was made.
+/// Each has one facet, with a texture layer where the material has a texture that can be read. Its
+/// properties are "scene", the scene file's name without its folder, and "material", the material's own name
+/// where it has one. Characters that XML cannot carry become "?" in all texts, so that the file reads back
+/// as it was made.
 class SC_API scMaterialMaker
 {
 public:
@@ -29,19 +30,22 @@ public:
 
     /// Makes the material file of a material. One whose texture cannot be read is made without it.
     /// @param material  less than the number of the scene's materials
-    /// @param notes     receives the material's notes and what else is to be said, see scNote::lines
+    /// @param notes     receives the material's notes, and others on values and texture; see scNote::lines()
     /// @return never null
     std::unique_ptr<mrFileMat> make(std::size_t material, std::vector<scNote>& notes);
 
     /// Makes the plain material of a material, every number in its range.
     ///
-    /// Its colour is the scene's colour as it stands, times 255; where the scene has none, white under a texture, which
-    /// white leaves as it is, and a light grey (204) elsewhere. Transparency is 1 - opacity, else as said. Polish is
-    /// 1 - roughness, else min(1, sqrt(shininess / max_shininess)): highlights shrink as the root of the exponent
-    /// grows. Reflect is the metalness, else the reflectivity. Emission, one number, is the largest component of the
-    /// emitted colour. The refractive index is 1 and all else 0 where the scene does not say it.
-    /// @param name   for the plain material; an empty one becomes "material"
-    /// @param notes  receives a note for each value that was brought into its range or otherwise changed
+    /// - Colour: the scene's colour times 255. Without one, white under a texture, which then shows as it is,
+    ///   and a light grey (204) elsewhere.
+    /// - Transparency: 1 - opacity, else the transparency.
+    /// - Polish: 1 - roughness, else min(1, sqrt(shininess / max_shininess)), since a highlight's width shrinks
+    ///   with the root of the exponent.
+    /// - Reflect: metalness, else reflectivity.
+    /// - Emission: the largest component of the emitted colour, since there is room for one number.
+    /// - Refractive index: 1 without one. Other numbers are 0 when the scene does not give them.
+    /// @param name   name of the plain material; an empty one becomes "material"
+    /// @param notes  receives a note for each value that was changed, to bring it into its range for example
     static std::unique_ptr<mrFMPlainMat> make_plain(scMaterial const& material, std::string const& name,
                                                     std::vector<scNote>& notes);
 

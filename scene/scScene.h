@@ -15,8 +15,8 @@
 /// Red, green, blue; 0 to 1 where the scene keeps to its format.
 using scColour = std::array<double, 3>;
 
-/// A material as the scene has it: numbers of any size, NaN too, texts of any bytes. A value that the scene does not
-/// say is none. Of a glTF scene, what the file leaves out has the value that the format gives it.
+/// A material as the scene has it. Numbers have any size and may be NaN, texts hold any bytes. A value that
+/// the scene does not give is empty; in a glTF scene it has the default of that format.
 struct scMaterial
 {
     /// Bytes of the longest name and of the longest path of a texture; a longer name is cut.
@@ -25,7 +25,7 @@ struct scMaterial
     std::string name; ///< empty when it has none
     std::optional<scColour> colour;
     std::optional<double> opacity;
-    std::optional<double> transparency; ///< where the opacity is not said
+    std::optional<double> transparency; ///< never beside an opacity in an MTL file's material
     std::optional<double> roughness;
     std::optional<double> shininess;
     std::optional<double> metalness;
@@ -34,9 +34,9 @@ struct scMaterial
     std::optional<scColour> emission;
 
     std::string texture;                 ///< path of a texture file as the scene gives it; empty for none
-    std::optional<std::size_t> embedded; ///< which of the scene's images is the texture instead
+    std::optional<std::size_t> embedded; ///< index of the scene's image that is the texture instead
 
-    /// Those of a kind together: what failed first, what is left out last.
+    /// What failed comes first, what is left out last.
     std::vector<scNote> notes;
 
     bool textured() const { return !texture.empty() || embedded; }
@@ -57,8 +57,9 @@ struct scSurface
 {
     std::unique_ptr<giTriBlock> block;
     std::string material_name; ///< as the reader of meshes has it; may be empty
-    /// Which of the scene's materials it has: the only one of that name. None where there is no such one, and as long
-    /// as the materials are not read: meshes and materials are read by different readers, which agree on names alone.
+    /// Index of the scene's only material of that name. Empty where no material or several have it, and
+    /// until the materials are read. Names decide, since different readers read materials and meshes of OBJ
+    /// and glTF files.
     std::optional<std::size_t> material;
 };
 
@@ -69,8 +70,7 @@ struct SC_API scScene
     std::vector<scMaterial> materials;
     std::vector<scImage> images;
     std::vector<scSurface> surfaces;
-    /// What is to be said of the scene as a whole, what failed last. A note that failed is of materials that could
-    /// not be read.
+    /// Notes on the scene as a whole; what failed comes last and means materials that are missing.
     std::vector<scNote> notes;
 
     /// The material's name, or "material N" for the Nth when it has none.

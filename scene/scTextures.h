@@ -9,21 +9,20 @@
 #include <optional>
 #include <string>
 
-/// Reads the textures of one scene on demand, from the files that it names and from the scene itself. The last one
-/// read is kept, since materials next to each other often share it, and what failed is not tried again.
+/// Reads the textures of one scene on demand: files that it names and images that stand in it. Keeps the
+/// last one, which materials next to each other often share, and never tries again what failed.
 ///
-/// A file is looked for at its path relative to the scene's folder, with "/" or "\", as it is and percent-decoded,
-/// then by its name alone beside the scene; it must be a regular file. Safe for untrusted input as the reader is.
-/// One thing remains for the caller to decide: see lies_outside().
+/// Looks for a file at its path relative to the scene's folder, with "/" or "\", as it stands and
+/// percent-decoded; then by its name alone beside the scene. Only regular files count. As safe for untrusted
+/// input as the reader is, but the caller decides what to do about files from outside: see lies_outside().
 class SC_API scTextures
 {
 public:
     /// Bytes of the largest texture file that is read.
     static constexpr std::uintmax_t max_file_size = std::uintmax_t{1} << 30;
 
-    /// The materials of a scene may take so many pixels together, each time that one takes a texture, and so many
-    /// more for each byte of its file: a few bytes can stand for very many pixels, and whoever makes something of
-    /// each material writes them each time.
+    /// Pixels that all calls of read() give together, and how many more each byte of a file allows. A few
+    /// bytes can stand for very many pixels, which a caller who writes a file a material writes each time.
     static constexpr std::uint64_t max_scene_pixels = std::uint64_t{1} << 30;
     static constexpr std::uint64_t max_pixels_per_byte = 256;
 
@@ -34,13 +33,14 @@ public:
     /// The name of the material's texture, a file's name without its folders; never empty.
     std::string name(scMaterial const& material) const;
 
-    /// Whether the texture is a file outside the scene's folder, by an absolute path, ".." or a link. By such a path,
-    /// a scene from a stranger can have a picture of its reader's own put into a file that is handed on.
+    /// Whether the texture is a file outside the scene's folder, by an absolute path, ".." or a link. Such a
+    /// path can bring a private picture of the user into a file that is handed on, when the scene comes from
+    /// a stranger.
     bool lies_outside(scMaterial const& material) const;
 
-    /// Reads the image of the material's texture. Not for a material without.
+    /// Reads the image of the material's texture; only for a material that is textured().
     /// @param reason  receives in words why there is none
-    /// @return a handle on an image that later calls may hand out again, or null
+    /// @return the image, which later calls may return again, or null
     dgCounted<dgDuctImage> read(scMaterial const& material, std::string& reason);
 
 private:

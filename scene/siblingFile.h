@@ -13,14 +13,14 @@ struct SceneFile
 {
     std::string path;
     std::string whole; ///< the same from the root, without links and "..": one for each file
-    /// Whether it lies outside the scene's folder, be it by an absolute path, by ".." or by a link. That must
-    /// be said: by such a path, a scene from a stranger can have a picture of its reader's own put into a file that
-    /// is handed on.
+    /// Whether it lies outside the scene's folder, by an absolute path, ".." or a link. See
+    /// scTextures::lies_outside() for why that must be said.
     bool outside = false;
 };
 
 /// The regular file that a scene means by a path: relative to the scene's folder, with "/" or "\", perhaps
-/// percent-encoded; else the file of that name beside the scene. None where the path has PATH_MAX bytes or more.
+/// percent-encoded; else the file of that name beside the scene. None where the path has PATH_MAX bytes or
+/// more.
 std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named);
 
 /// The like, but only at that path.
