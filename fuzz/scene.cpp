@@ -20,6 +20,7 @@ struct SceneFolder
     {
         std::filesystem::create_directory(path);
         write("lamp.mtl", "newmtl brass\nKd 0.8 0.6 0.2\n");
+        write("library.obj", "mtllib scene.mtl\n");
     }
     ~SceneFolder() { std::filesystem::remove_all(path); }
 
@@ -91,6 +92,6 @@ void try_input(std::string const& bytes)
         return;
     }
     folder.write("scene.mtl", bytes);
-    read(folder.write("library.obj", "mtllib scene.mtl\n"));
+    read((folder.path / "library.obj").string());
     read(folder.write("scene.obj", bytes));
 }

@@ -170,7 +170,8 @@ private:
     /// Whether the loader made it for surfaces without one. That of PLY files has no name, like their own.
     bool is_made_up(aiMaterial const& material) const
     {
-        std::string_view const name = material.GetName().C_Str();
+        aiString const held = material.GetName();
+        std::string_view const name = held.C_Str();
         return name == AI_DEFAULT_MATERIAL_NAME || name == "%%%DEFAULT" ||
                (m_no_own_materials && name.empty());
     }
