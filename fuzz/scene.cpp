@@ -1,16 +1,12 @@
-// Scenes: the materials of glTF, OBJ and MTL files, by the readers that are mrtool's own.
+// Scenes: the materials of glTF, OBJ and MTL files, by the readers that are the library's own.
 #include "fuzz.h"
 
-#include "gltfReader.h"
-#include "mtlReader.h"
-#include "objReader.h"
-#include "surface.h"
+#include "scMaterialMaker.h"
 
 #include "mrFMPlainMat.h"
 
 #include <filesystem>
 #include <fstream>
-#include <optional>
 #include <string_view>
 #include <unistd.h>
 #include <vector>
@@ -24,6 +20,7 @@ struct SceneFolder
     {
         std::filesystem::create_directory(path);
         write("lamp.mtl", "newmtl brass\nKd 0.8 0.6 0.2\n");
+        write("library.obj", "mtllib scene.mtl\n");
     }
     ~SceneFolder() { std::filesystem::remove_all(path); }
 
@@ -44,15 +41,44 @@ bool is_gltf(std::string_view bytes)
     return bytes.starts_with("glTF") || (first != std::string_view::npos && bytes[first] == '{');
 }
 
-void require_surfaces(mrtool::Scene const& scene)
+/// Whether it may be glTF 1, which is not for the library's own reader: its version begins with 1, in JSON
+/// perhaps as an escape.
+bool is_gltf_1(std::string_view bytes)
 {
-    for (mrtool::SceneMaterial const& material : scene.materials) {
-        std::vector<std::string> notes;
-        mrtool::Surface const surface = mrtool::surface_of(material, notes);
-        for (double const number : {surface.polish, surface.reflect, surface.transparency, surface.emission,
-                                    surface.refractive_index / mrFMPlainMat::max_refractive_index})
-            require(number >= 0.0 && number <= 1.0, "every number of a surface is in its range");
+    return bytes.starts_with("glTF\1") || bytes.find("\"1") != bytes.npos ||
+           bytes.find("\"\\u0031") != bytes.npos;
+}
+
+void require_sense(std::vector<scNote> const& notes)
+{
+    for (scNote const& note : notes) {
+        std::string const words = note.words();
+        require(!words.empty() && words.size() <= scNote::max_words, "a note has words, and not too many");
     }
+}
+
+void require_sense(scScene const& scene)
+{
+    require_sense(scene.notes);
+    for (scMaterial const& material : scene.materials) {
+        std::vector<scNote> notes = material.notes;
+        auto const plain = scMaterialMaker::make_plain(material, material.name, notes);
+        require_sense(notes);
+        for (double const number :
+             {plain->polish(), plain->reflect(), plain->transparency(), plain->emission(),
+              plain->refractive_index() / mrFMPlainMat::max_refractive_index})
+            require(number >= 0.0 && number <= 1.0, "every number of a plain material is in its range");
+    }
+}
+
+void read(std::string const& path)
+{
+    static scReader const reader({.place = scReadHere});
+    scScene scene;
+    std::string reason;
+    bool const read = reader.read_materials(path, scene, reason);
+    require(read || !reason.empty(), "a scene that does not read has a reason");
+    require_sense(scene);
 }
 
 } // namespace
@@ -60,17 +86,12 @@ void require_surfaces(mrtool::Scene const& scene)
 void try_input(std::string const& bytes)
 {
     static SceneFolder const folder;
-    mrtool::Scene scene;
-    std::string reason;
     if (is_gltf(bytes)) {
-        // Nothing stands for glTF 1, which is left to another reader.
-        std::optional<bool> const read =
-            mrtool::read_gltf_scene(folder.write("scene.gltf", bytes), scene, reason);
-        require(read.value_or(true) || !reason.empty(), "a scene that does not read has a reason");
-    } else {
-        mrtool::read_mtl_file(folder.write("scene.mtl", bytes), scene);
-        bool const read = mrtool::read_obj_scene(folder.write("scene.obj", bytes), scene, reason);
-        require(read || !reason.empty(), "a scene that does not read has a reason");
+        if (!is_gltf_1(bytes))
+            read(folder.write("scene.gltf", bytes));
+        return;
     }
-    require_surfaces(scene);
+    folder.write("scene.mtl", bytes);
+    read((folder.path / "library.obj").string());
+    read(folder.write("scene.obj", bytes));
 }

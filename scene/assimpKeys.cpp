@@ -1,13 +1,10 @@
 #include "assimpKeys.h"
 
-#include "textLimits.h"
-#include "utConcat.h"
-
 #include <algorithm>
 #include <assimp/GltfMaterial.h>
 #include <string_view>
 
-namespace mrtool {
+namespace sc {
 
 namespace {
 
@@ -132,7 +129,7 @@ bool makes_no_difference(aiMaterial const& material, aiMaterialProperty const& p
     return all(left_out.neutral) || all(left_out.also_neutral);
 }
 
-void say_value(aiMaterial const& material, aiMaterialProperty const& property, Words& words)
+void note_value(aiMaterial const& material, aiMaterialProperty const& property, NoteList& notes)
 {
     std::string_view const name = property.mKey.C_Str();
     if (std::find(std::begin(silent_keys), std::end(silent_keys), name) != std::end(silent_keys))
@@ -141,19 +138,19 @@ void say_value(aiMaterial const& material, aiMaterialProperty const& property, W
                                     [=](LeftOut const& each) { return each.key == name; });
     if (known != std::end(left_out_keys)) {
         if (!makes_no_difference(material, property, *known))
-            words.add(known->words);
+            notes.add(scNoteLeftOut, known->words);
         return;
     }
     // "$raw." is a format's own wording of what is there a second time, "?" belongs to the scene.
     bool const repeats = name.starts_with("$raw.") || name.starts_with("?");
     if (!repeats)
-        words.add(ut_concat("the property \"", name.substr(name.find('.') + 1), "\""));
+        notes.add(scNoteLeftOut, "the property \"%1\"", name.substr(name.find('.') + 1));
 }
 
-std::string quoted_path(aiString const& path)
+/// The map's file, or nothing where a star and a number stand for an image in the scene file.
+std::string name_file(aiString const& path)
 {
-    // A star and a number stand for an image in the scene file.
-    return path.length == 0 || path.data[0] == '*' ? "" : ut_concat(" \"", path.C_Str(), "\"");
+    return path.data[0] == '*' ? "" : path.C_Str();
 }
 
 /// Whether the map that no kind is known of is there a second time under its kind.
@@ -165,8 +162,8 @@ bool known_elsewhere(aiMaterial const& material, aiString const& path)
     });
 }
 
-void say_map(aiMaterial const& material, aiMaterialProperty const& property, SurfaceTexture const& surface,
-             Words& words)
+void note_map(aiMaterial const& material, aiMaterialProperty const& property, SurfaceTexture const& surface,
+              NoteList& notes)
 {
     aiString path;
     material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path);
@@ -176,37 +173,37 @@ void say_map(aiMaterial const& material, aiMaterialProperty const& property, Sur
         return static_cast<unsigned>(each.type) == property.mSemantic;
     });
     if (kind != std::end(map_kinds))
-        words.add(ut_concat(kind->words, quoted_path(path)));
+        notes.add(make_left_out(kind->words, name_file(path)));
     else if (!known_elsewhere(material, path))
-        words.add(ut_concat("the further map", quoted_path(path)));
+        notes.add(make_left_out("the further map", name_file(path)));
 }
 
-void say_layout(aiMaterial const& material, aiTextureType type, Words& words)
+void note_layout(aiMaterial const& material, aiTextureType type, NoteList& notes)
 {
     for (Layout const& layout : layouts) {
         int value = layout.plain;
         material.Get(layout.key, type, 0, value);
         if (value != layout.plain)
-            words.add(layout.words);
+            notes.add(scNoteLeftOut, layout.words);
     }
     aiUVTransform transform;
     material.Get(AI_MATKEY_UVTRANSFORM(type, 0), transform);
     if (transform.mTranslation != aiVector2D() || transform.mScaling != aiVector2D(1, 1) ||
         transform.mRotation != 0)
-        words.add("the texture's scale, shift or turn");
+        notes.add(scNoteLeftOut, "the texture's scale, shift or turn");
     ai_real strength = 1;
     material.Get(AI_MATKEY_TEXBLEND(type, 0), strength);
     if (strength != 1)
-        words.add("the texture's strength");
+        notes.add(scNoteLeftOut, "the texture's strength");
     int flags = 0;
     material.Get(AI_MATKEY_TEXFLAGS(type, 0), flags);
     if ((flags & aiTextureFlags_Invert) != 0)
-        words.add("the texture's inversion");
+        notes.add(scNoteLeftOut, "the texture's inversion");
 }
 
 } // namespace
 
-SurfaceTexture surface_texture(aiMaterial const& material)
+SurfaceTexture find_texture(aiMaterial const& material)
 {
     for (aiTextureType type : {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE}) {
         SurfaceTexture texture{type, {}};
@@ -217,21 +214,19 @@ SurfaceTexture surface_texture(aiMaterial const& material)
     return {};
 }
 
-std::vector<std::string> left_out_of(aiMaterial const& material)
+void note_left_out(aiMaterial const& material, NoteList& notes)
 {
-    Words words;
-    SurfaceTexture const surface = surface_texture(material);
+    SurfaceTexture const surface = find_texture(material);
     for (unsigned at = 0; at < material.mNumProperties; ++at) {
         aiMaterialProperty const& property = *material.mProperties[at];
         std::string_view const name = property.mKey.C_Str();
         if (name == _AI_MATKEY_TEXTURE_BASE)
-            say_map(material, property, surface, words);
+            note_map(material, property, surface, notes);
         else if (!name.starts_with("$tex."))
-            say_value(material, property, words);
+            note_value(material, property, notes);
     }
     if (surface.type != aiTextureType_NONE)
-        say_layout(material, surface.type, words);
-    return words.take();
+        note_layout(material, surface.type, notes);
 }
 
-} // namespace mrtool
+} // namespace sc

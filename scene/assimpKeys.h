@@ -1,12 +1,11 @@
 // What the properties of Assimp's materials mean to a material file.
 #pragma once
 
+#include "notes.h"
+
 #include <assimp/material.h>
 
-#include <string>
-#include <vector>
-
-namespace mrtool {
+namespace sc {
 
 /// The texture that colours the surface: that of the base colour, else that of the diffuse colour.
 struct SurfaceTexture
@@ -15,10 +14,10 @@ struct SurfaceTexture
     aiString path;
 };
 
-SurfaceTexture surface_texture(aiMaterial const& material);
+SurfaceTexture find_texture(aiMaterial const& material);
 
-/// What the material says and a material file has no place for, in words, each once: "the ambient colour",
-/// "the normal map \"bump.png\"". Values that make no difference are left out of it.
-std::vector<std::string> left_out_of(aiMaterial const& material);
+/// Notes what the material says and a material file has no place for: "the ambient colour", "the normal map
+/// \"bump.png\"". Values that make no difference are left out of it.
+void note_left_out(aiMaterial const& material, NoteList& notes);
 
-} // namespace mrtool
+} // namespace sc

@@ -1,5 +1,6 @@
 #include "gltfFile.h"
 
+#include "notes.h"
 #include "siblingFile.h"
 
 #include <cerrno>
@@ -7,7 +8,7 @@
 #include <fstream>
 #include <iterator>
 
-namespace mrtool {
+namespace sc {
 
 namespace {
 
@@ -25,8 +26,8 @@ std::size_t little_endian(std::string_view bytes)
     return number;
 }
 
-/// Takes a chunk off the front; empty when none of that kind is there. One that the file cuts short is as long
-/// as the file allows.
+/// Takes a chunk off the front; empty when none of that kind is there. One that the file cuts short is as
+/// long as the file allows.
 std::string_view take_chunk(std::string_view& left, std::string_view kind)
 {
     if (left.size() < chunk_header_size || left.substr(4, 4) != kind)
@@ -36,17 +37,20 @@ std::string_view take_chunk(std::string_view& left, std::string_view kind)
     return chunk;
 }
 
-bool read_bytes(std::string const& path, std::string& bytes)
+Expected<std::string> read_file(std::string const& path)
 {
     errno = 0;
     std::ifstream in(path, std::ios::binary);
+    std::string bytes;
     if (in)
         bytes.assign(std::istreambuf_iterator<char>(in), {});
-    return in.is_open() && !in.bad();
+    if (!in.is_open() || in.bad())
+        return because(std::strerror(errno));
+    return bytes;
 }
 
-/// What a digit of base64 stands for, in either alphabet; -1 for what is none.
-int digit_value(char digit)
+/// Decodes a digit of base64 in either alphabet; -1 for what is none.
+int decode_digit(char digit)
 {
     if (digit >= 'A' && digit <= 'Z')
         return digit - 'A';
@@ -57,7 +61,7 @@ int digit_value(char digit)
     return digit == '+' || digit == '-' ? 62 : digit == '/' || digit == '_' ? 63 : -1;
 }
 
-std::optional<std::string> base64_bytes(std::string_view digits)
+std::optional<std::string> decode_base64(std::string_view digits)
 {
     while (digits.ends_with('='))
         digits.remove_suffix(1);
@@ -66,7 +70,7 @@ std::optional<std::string> base64_bytes(std::string_view digits)
     unsigned held = 0;
     int bits = 0;
     for (char const digit : digits) {
-        int const value = digit_value(digit);
+        int const value = decode_digit(digit);
         if (value < 0)
             return std::nullopt;
         held = (held << 6 | static_cast<unsigned>(value)) & 0xffff;
@@ -81,37 +85,37 @@ std::optional<std::string> base64_bytes(std::string_view digits)
 
 } // namespace
 
-Json const& member(Json const& object, char const* name)
+Json const& get_member(Json const& object, char const* name)
 {
     static Json const none;
     auto const found = object.is_object() ? object.find(name) : object.end();
     return found == object.end() ? none : *found;
 }
 
-Json const& entry(Json const& file, char const* list, Json const& index)
+Json const& get_entry(Json const& file, char const* list, Json const& index)
 {
     static Json const none;
-    Json const& entries = member(file, list);
+    Json const& entries = get_member(file, list);
     bool const there =
         entries.is_array() && index.is_number_unsigned() && index.get<std::size_t>() < entries.size();
     return there ? entries[index.get<std::size_t>()] : none;
 }
 
-std::optional<std::string> data_uri_bytes(std::string_view uri)
+std::optional<std::string> decode_data_uri(std::string_view uri)
 {
     constexpr std::string_view coding = ";base64";
     std::string_view const head = uri.substr(0, uri.find(','));
     if (!uri.starts_with("data:") || head.size() == uri.size() || !head.ends_with(coding))
         return std::nullopt;
-    return base64_bytes(uri.substr(head.size() + 1));
+    return decode_base64(uri.substr(head.size() + 1));
 }
 
-bool GltfFile::read(std::string& reason)
+Expected<void> GltfFile::read()
 {
-    if (!read_bytes(m_path, m_bytes)) {
-        reason = std::strerror(errno);
-        return false;
-    }
+    Expected<std::string> bytes = read_file(m_path);
+    if (!bytes)
+        return because(bytes.error());
+    m_bytes = std::move(*bytes);
     std::string_view text = m_bytes;
     if (text.starts_with("glTF") && text.size() >= header_size) {
         std::string_view left = text.substr(header_size);
@@ -124,19 +128,19 @@ bool GltfFile::read(std::string& reason)
         m_json = Json::parse(text);
     } catch (Json::exception const& error) {
         std::string const words = error.what();
-        reason = words.substr(words.find("] ") == words.npos ? 0 : words.find("] ") + 2);
-        return false;
+        return because(words.substr(words.find("] ") == words.npos ? 0 : words.find("] ") + 2));
     }
-    reason = "its JSON is no object";
-    return m_json.is_object();
+    if (!m_json.is_object())
+        return because("its JSON is no object");
+    return {};
 }
 
-std::optional<ByteRange> GltfFile::view(Json const& number) const
+std::optional<ByteRange> GltfFile::find_view(Json const& number) const
 {
-    Json const& from = entry(m_json, "bufferViews", number);
-    Json const& buffer = member(from, "buffer");
-    Json const& at = member(from, "byteOffset");
-    Json const& size = member(from, "byteLength");
+    Json const& from = get_entry(m_json, "bufferViews", number);
+    Json const& buffer = get_member(from, "buffer");
+    Json const& at = get_member(from, "byteOffset");
+    Json const& size = get_member(from, "byteLength");
     if (!buffer.is_number_unsigned() || !size.is_number_unsigned() ||
         !(at.is_null() || at.is_number_unsigned()))
         return std::nullopt;
@@ -144,44 +148,52 @@ std::optional<ByteRange> GltfFile::view(Json const& number) const
                      size.get<std::size_t>()};
 }
 
-std::optional<std::string> GltfFile::bytes(ByteRange const& range, std::string& reason)
+Expected<std::string> GltfFile::read_bytes(ByteRange const& range)
 {
-    std::optional<std::string_view> const bytes = buffer(range.buffer, reason);
+    Expected<std::string_view> const bytes = read_buffer(range.buffer);
     if (!bytes)
-        return std::nullopt;
-    if (range.at <= bytes->size() && range.size <= bytes->size() - range.at)
-        return std::string(bytes->substr(range.at, range.size));
-    reason = "the file ends before it does";
-    return std::nullopt;
+        return because(bytes.error());
+    if (range.at > bytes->size() || range.size > bytes->size() - range.at)
+        return because("the file ends before it does");
+    return std::string(bytes->substr(range.at, range.size));
 }
 
-std::optional<std::string_view> GltfFile::buffer(std::size_t number, std::string& reason)
+Expected<std::string_view> GltfFile::read_buffer(std::size_t number)
 {
-    Json const& from = entry(m_json, "buffers", number);
-    if (!from.is_object()) {
-        reason = "the file has no bytes for it";
-        return std::nullopt;
-    }
+    constexpr char nowhere[] = "the file has no bytes for it";
+    Json const& from = get_entry(m_json, "buffers", number);
+    if (!from.is_object())
+        return because(nowhere);
     if (auto const known = m_buffers.find(number); known != m_buffers.end())
         return known->second;
-    Json const& uri = member(from, "uri");
+    Json const& uri = get_member(from, "uri");
     if (!uri.is_string()) {
-        reason = "the file has no bytes for it";
-        return number == 0 ? m_binary : std::nullopt;
+        if (number == 0 && m_binary)
+            return *m_binary;
+        return because(nowhere);
     }
     auto const& named = uri.get_ref<std::string const&>();
-    std::optional<std::string> bytes = data_uri_bytes(named);
-    if (!bytes) {
-        std::string const subject = "buffer \"" + named.substr(0, 100) + "\"";
-        std::optional<SceneFile> const file = find_scene_file(m_path, named);
-        if (!file || !read_bytes(file->path, bytes.emplace())) {
-            reason = "its " + subject + ": " + (file ? std::strerror(errno) : no_such_file);
-            return std::nullopt;
-        }
-        if (file->outside)
-            m_warnings.push_back("the " + subject + " " + taken_from_outside);
-    }
+    std::optional<std::string> const embedded = decode_data_uri(named);
+    Expected<std::string> bytes = embedded ? *embedded : read_buffer_file(named);
+    if (!bytes)
+        return because(bytes.error());
     return m_buffers.emplace(number, std::move(*bytes)).first->second;
 }
 
-} // namespace mrtool
+Expected<std::string> GltfFile::read_buffer_file(std::string const& named)
+{
+    std::string const shown = named.substr(0, 100);
+    std::string const subject = ut_concat("its buffer \"", shown, "\": ");
+    std::optional<SceneFile> const file = find_scene_file(m_path, named);
+    if (!file)
+        return because(subject + no_such_file);
+    Expected<std::string> bytes = read_file(file->path);
+    if (!bytes)
+        return because(subject + bytes.error());
+    if (file->outside)
+        m_notes.push_back(
+            make_note(scNoteOutside, "the buffer \"%1\" is taken from outside the scene's folder", shown));
+    return bytes;
+}
+
+} // namespace sc

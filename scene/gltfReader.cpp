@@ -1,15 +1,16 @@
 #include "gltfReader.h"
 
-#include "fileKind.h"
+#include "assimpReader.h"
 #include "gltfFile.h"
+#include "notes.h"
 #include "siblingFile.h"
-#include "textLimits.h"
-#include "utConcat.h"
+
+#include "gxFileHints.h"
 
 #include <algorithm>
 #include <map>
 
-namespace mrtool {
+namespace sc {
 
 namespace {
 
@@ -33,13 +34,29 @@ constexpr MapMember maps[] = {
     {"emissiveTexture", "the emission map"},
 };
 
-/// A blank and the name; nothing when there is none.
-std::string in_quotes(std::string const& name)
-{
-    return name.empty() ? "" : ut_concat(" \"", name, "\"");
-}
-
 using Names = std::vector<std::string_view>;
+
+constexpr char usual_surface[] = "pbrMetallicRoughness";
+
+/// The members of either object in which a material has its surface.
+struct SurfaceModel
+{
+    char const* name;
+    char const* colour;
+    char const* texture;
+    Names members;
+};
+
+SurfaceModel const usual_model = {
+    usual_surface,
+    "baseColorFactor",
+    "baseColorTexture",
+    {"baseColorFactor", "metallicFactor", "roughnessFactor", "baseColorTexture", "metallicRoughnessTexture"}};
+SurfaceModel const glossy_model = {
+    specular_glossiness,
+    "diffuseFactor",
+    "diffuseTexture",
+    {"diffuseFactor", "specularFactor", "glossinessFactor", "diffuseTexture", "specularGlossinessTexture"}};
 
 bool is_one_of(std::string_view name, Names const& names)
 {
@@ -51,7 +68,7 @@ constexpr int repeating = 10497;
 constexpr int nearest_filters[] = {9728, 9984, 9986};
 
 /// From where an image is to its number in the scene. Many images of a file may be of the same bytes.
-using KnownImages = std::map<ByteRange, unsigned>;
+using KnownImages = std::map<ByteRange, std::size_t>;
 
 /// As if it were a buffer, the images' own text.
 constexpr std::size_t data_uris = std::size_t(-1);
@@ -59,36 +76,38 @@ constexpr std::size_t data_uris = std::size_t(-1);
 class GltfMaterialReader
 {
 public:
-    GltfMaterialReader(GltfFile& file, KnownImages& images, Scene& scene)
+    GltfMaterialReader(GltfFile& file, KnownImages& images, scScene& scene)
         : m_file(file), m_images(images), m_scene(scene)
     {}
 
-    SceneMaterial read(Json const& from)
+    /// @param coloured  whether vertices of its surfaces have colours
+    scMaterial read(Json const& from, bool coloured)
     {
         if (!from.is_object())
-            m_failures.add("it is no JSON object");
-        m_to.name = string(from, "name");
+            m_notes.add(scNoteFailed, "it is no JSON object");
+        m_to.name = read_string(from, "name");
         read_surface(from);
         read_alpha(from);
         read_emission(from);
         read_refraction(from);
         leave_out_maps(from);
-        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface that is
-        // seen from both sides.
+        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface
+        // that is seen from both sides.
         leave_out_others(from, "",
                          {"name", "pbrMetallicRoughness", "emissiveFactor", "alphaMode", "alphaCutoff",
                           "doubleSided", "normalTexture", "occlusionTexture", "emissiveTexture"},
                          {specular_glossiness, emissive_strength, refractive_index});
-        m_to.left_out = m_left_out.take();
-        m_to.failures = m_failures.take();
+        if (coloured)
+            leave_out("the colours of the vertices");
+        m_to.notes = m_notes.finish();
         return std::move(m_to);
     }
 
 private:
     /// The member's number, or what the format takes for one that is not there.
-    double number(Json const& object, char const* name, double otherwise)
+    double read_number(Json const& object, char const* name, double otherwise)
     {
-        Json const& value = member(object, name);
+        Json const& value = get_member(object, name);
         if (value.is_number())
             return value.get<double>();
         if (!value.is_null())
@@ -98,9 +117,10 @@ private:
 
     /// The like for as many numbers.
     template <std::size_t Size>
-    std::array<double, Size> numbers(Json const& object, char const* name, std::array<double, Size> otherwise)
+    std::array<double, Size> read_numbers(Json const& object, char const* name,
+                                          std::array<double, Size> otherwise)
     {
-        Json const& values = member(object, name);
+        Json const& values = get_member(object, name);
         bool const good =
             values.is_array() && values.size() == Size &&
             std::all_of(values.begin(), values.end(), [](Json const& each) { return each.is_number(); });
@@ -113,10 +133,10 @@ private:
     }
 
     /// The member's object; a null value when there is none.
-    Json const& object(Json const& from, char const* name)
+    Json const& get_object(Json const& from, char const* name)
     {
         static Json const none;
-        Json const& value = member(from, name);
+        Json const& value = get_member(from, name);
         if (value.is_object())
             return value;
         if (!value.is_null())
@@ -124,19 +144,19 @@ private:
         return none;
     }
 
-    Json const& extension(Json const& from, char const* name)
+    Json const& get_extension(Json const& from, char const* name)
     {
-        return object(object(from, "extensions"), name);
+        return get_object(get_object(from, "extensions"), name);
     }
 
     /// The member's text; empty when there is none.
     /// @param place  where the member is, when that is not the material itself: " of its image"
-    std::string string(Json const& from, char const* name, char const* place = "")
+    std::string read_string(Json const& from, char const* name, char const* place = "")
     {
-        Json const& value = member(from, name);
+        Json const& value = get_member(from, name);
         // One byte too many tells that it is too long.
         if (value.is_string())
-            return value.get_ref<std::string const&>().substr(0, max_scene_text + 1);
+            return value.get_ref<std::string const&>().substr(0, scMaterial::max_text + 1);
         if (!value.is_null())
             fail(name, place);
         return "";
@@ -144,66 +164,67 @@ private:
 
     void fail(char const* name, char const* place = "")
     {
-        m_failures.add(ut_concat("its \"", name, "\"", place, " makes no sense"));
+        m_notes.add(scNoteFailed, ut_concat("its \"%1\"", place, " makes no sense"), name);
     }
 
     void read_surface(Json const& from)
     {
-        Json const& other = extension(from, specular_glossiness);
-        Json const& usual = object(from, "pbrMetallicRoughness");
-        bool const glossy = other.is_object();
-        if (glossy && !usual.empty())
-            m_to.notes.push_back(
-                ut_concat("its pbrMetallicRoughness is passed over, since it has ", specular_glossiness));
-        Json const& surface = glossy ? other : usual;
-        auto const colour =
-            numbers<4>(surface, glossy ? "diffuseFactor" : "baseColorFactor", {1.0, 1.0, 1.0, 1.0});
-        m_to.colour = SceneColour{colour[0], colour[1], colour[2]};
-        m_opacity = colour[3];
-        if (glossy) {
-            m_to.roughness = 1.0 - number(surface, "glossinessFactor", 1.0);
-            if (numbers<3>(surface, "specularFactor", {1.0, 1.0, 1.0}) != SceneColour{})
-                leave_out("the specular colour");
-        } else {
-            m_to.roughness = number(surface, "roughnessFactor", 1.0);
-            m_to.metalness = number(surface, "metallicFactor", 1.0);
+        Json const& glossy = get_extension(from, specular_glossiness);
+        Json const& usual = get_object(from, usual_surface);
+        if (!glossy.is_object()) {
+            read_colour(usual, usual_model);
+            m_to.roughness = read_number(usual, "roughnessFactor", 1.0);
+            m_to.metalness = read_number(usual, "metallicFactor", 1.0);
+            return read_rest(usual, usual_model);
         }
+        if (!usual.empty())
+            m_notes.add(scNoteChanged, "its %1 is passed over, since it has %2", usual_surface,
+                        specular_glossiness);
+        read_colour(glossy, glossy_model);
+        m_to.roughness = 1.0 - read_number(glossy, "glossinessFactor", 1.0);
+        if (read_numbers<3>(glossy, "specularFactor", {1.0, 1.0, 1.0}) != scColour{})
+            leave_out("the specular colour");
+        read_rest(glossy, glossy_model);
+    }
+
+    void read_colour(Json const& surface, SurfaceModel const& model)
+    {
+        auto const colour = read_numbers<4>(surface, model.colour, {1.0, 1.0, 1.0, 1.0});
+        m_to.colour = scColour{colour[0], colour[1], colour[2]};
+        m_opacity = colour[3];
+    }
+
+    void read_rest(Json const& surface, SurfaceModel const& model)
+    {
         leave_out_maps(surface);
-        leave_out_others(surface,
-                         ut_concat(" of its ", glossy ? specular_glossiness : "pbrMetallicRoughness"),
-                         glossy ? Names{"diffuseFactor", "specularFactor", "glossinessFactor",
-                                        "diffuseTexture", "specularGlossinessTexture"}
-                                : Names{"baseColorFactor", "metallicFactor", "roughnessFactor",
-                                        "baseColorTexture", "metallicRoughnessTexture"});
-        if (Json const& texture = object(surface, glossy ? "diffuseTexture" : "baseColorTexture");
-            !texture.is_null())
+        leave_out_others(surface, ut_concat(" of its ", model.name), model.members);
+        if (Json const& texture = get_object(surface, model.texture); !texture.is_null())
             read_texture(texture);
     }
 
     void read_alpha(Json const& from)
     {
-        Json const& mode = member(from, "alphaMode");
+        Json const& mode = get_member(from, "alphaMode");
         if (mode == "BLEND") {
             m_to.opacity = m_opacity;
         } else if (mode == "MASK") {
-            double const cutoff = number(from, "alphaCutoff", 0.5);
+            double const cutoff = read_number(from, "alphaCutoff", 0.5);
             m_to.opacity = m_opacity < cutoff ? 0.0 : 1.0;
-            leave_out(
-                ut_concat("the cutting away of what is less opaque than ", cutoff, " (alphaMode MASK)"));
+            leave_out("the cutting away of what is less opaque than %1 (alphaMode MASK)", cutoff);
         } else {
             if (!mode.is_null() && mode != "OPAQUE")
                 fail("alphaMode");
             if (m_opacity != 1.0)
-                m_to.notes.push_back(ut_concat("its opacity of ", m_opacity,
-                                               " counts for nothing, as its alphaMode is OPAQUE"));
+                m_notes.add(scNoteChanged, "its opacity of %1 counts for nothing, as its alphaMode is OPAQUE",
+                            m_opacity);
         }
     }
 
     void read_emission(Json const& from)
     {
-        SceneColour emission = numbers<3>(from, "emissiveFactor", {});
-        Json const& strength = extension(from, emissive_strength);
-        double const factor = number(strength, "emissiveStrength", 1.0);
+        scColour emission = read_numbers<3>(from, "emissiveFactor", {});
+        Json const& strength = get_extension(from, emissive_strength);
+        double const factor = read_number(strength, "emissiveStrength", 1.0);
         for (double& component : emission)
             component *= factor;
         m_to.emission = emission;
@@ -212,23 +233,28 @@ private:
 
     void read_refraction(Json const& from)
     {
-        Json const& ior = extension(from, refractive_index);
+        Json const& ior = get_extension(from, refractive_index);
         if (ior.is_null())
             return;
-        m_to.refractive_index = number(ior, "ior", 1.5);
+        m_to.refractive_index = read_number(ior, "ior", 1.5);
         leave_out_others(ior, ut_concat(" of its ", refractive_index), {"ior"});
     }
 
-    void leave_out(std::string words) { m_left_out.add(std::move(words)); }
+    template <class... Arguments>
+    void leave_out(std::string pattern, Arguments const&... arguments)
+    {
+        m_notes.add(scNoteLeftOut, std::move(pattern), arguments...);
+    }
 
     void leave_out_maps(Json const& object)
     {
         for (MapMember const& map : maps) {
-            Json const& texture = this->object(object, map.name);
+            Json const& texture = get_object(object, map.name);
             if (texture.is_null())
                 continue;
-            Json const& image = image_of(entry(m_file.json(), "textures", member(texture, "index")));
-            leave_out(map.words + in_quotes(image_name(image)));
+            Json const& image =
+                find_image(get_entry(m_file.json(), "textures", get_member(texture, "index")));
+            m_notes.add(make_left_out(map.words, name_image(image)));
         }
     }
 
@@ -241,33 +267,33 @@ private:
             return;
         for (auto const& [name, value] : object.items())
             if (!value.is_null() && name != "extensions" && name != "extras" && !is_one_of(name, members))
-                leave_out(ut_concat("the member \"", name, "\"", place));
-        for (auto const& [name, value] : this->object(object, "extensions").items())
+                leave_out(ut_concat("the member \"%1\"", place), name);
+        for (auto const& [name, value] : get_object(object, "extensions").items())
             if (!value.is_null() && !is_one_of(name, extensions))
-                leave_out(ut_concat("the extension ", name, place));
-        if (!member(object, "extras").empty())
+                leave_out(ut_concat("the extension %1", place), name);
+        if (!get_member(object, "extras").empty())
             leave_out(ut_concat("the extras", place));
     }
 
-    /// The number of the texture's image: its own, else that of the first extension that has one, which stands
-    /// for a further format of images.
-    static Json const& image_of(Json const& texture)
+    /// The number of the texture's image: its own, else that of the first extension that has one, which
+    /// stands for a further format of images.
+    static Json const& find_image(Json const& texture)
     {
-        Json const& extensions = member(texture, "extensions");
-        if (!member(texture, "source").is_null() || !extensions.is_object())
-            return member(texture, "source");
+        Json const& extensions = get_member(texture, "extensions");
+        if (!get_member(texture, "source").is_null() || !extensions.is_object())
+            return get_member(texture, "source");
         for (Json const& extension : extensions)
-            if (Json const& source = member(extension, "source"); !source.is_null())
+            if (Json const& source = get_member(extension, "source"); !source.is_null())
                 return source;
-        return member(texture, "source");
+        return get_member(texture, "source");
     }
 
-    std::string image_name(Json const& index)
+    std::string name_image(Json const& index)
     {
-        Json const& image = entry(m_file.json(), "images", index);
-        if (std::string name = string(image, "name", " of its image"); !name.empty())
+        Json const& image = get_entry(m_file.json(), "images", index);
+        if (std::string name = read_string(image, "name", " of its image"); !name.empty())
             return name;
-        return is_path(member(image, "uri")) ? name_without_folders(string(image, "uri")) : std::string();
+        return is_path(get_member(image, "uri")) ? strip_folders(read_string(image, "uri")) : std::string();
     }
 
     static bool is_path(Json const& uri)
@@ -277,165 +303,175 @@ private:
 
     void read_texture(Json const& use)
     {
-        Json const& texture = entry(m_file.json(), "textures", member(use, "index"));
-        Json const& index = image_of(texture);
-        Json const& image = entry(m_file.json(), "images", index);
-        std::string reason;
+        Json const& texture = get_entry(m_file.json(), "textures", get_member(use, "index"));
+        Json const& index = find_image(texture);
+        Json const& image = get_entry(m_file.json(), "images", index);
         if (!image.is_object())
-            m_failures.add("written without its texture, an image that the scene does not have");
-        else if (!take_image(index, image, reason))
-            m_failures.add(
-                ut_concat("written without its texture", in_quotes(image_name(index)), ": ", reason));
+            m_notes.add(scNoteFailed, "written without its texture, an image that the scene does not have");
+        else if (Expected<void> const used = use_image(index, image); !used)
+            note_missing(name_image(index), used.error());
         leave_out_others(image, " of its image", {"name", "uri", "mimeType", "bufferView"});
         leave_out_layout(use, texture);
     }
 
-    bool take_image(Json const& index, Json const& image, std::string& reason)
+    void note_missing(std::string const& name, std::string const& reason)
     {
-        std::string const uri = string(image, "uri", " of its image");
-        if (!is_path(member(image, "uri")))
-            return embed(index, image, reason);
-        m_to.texture = uri;
-        reason = "its URI is empty";
-        return !uri.empty();
+        if (name.empty())
+            m_notes.add(scNoteFailed, "written without its texture: %1", reason);
+        else
+            m_notes.add(scNoteFailed, "written without its texture \"%1\": %2", name, reason);
     }
 
-    /// Makes the image that stands in the scene's files the material's texture.
-    bool embed(Json const& index, Json const& image, std::string& reason)
+    /// Makes the image the material's texture.
+    Expected<void> use_image(Json const& index, Json const& image)
     {
-        Json const& uri = member(image, "uri");
-        std::optional<ByteRange> const place = uri.is_string()
+        std::string const uri = read_string(image, "uri", " of its image");
+        if (!is_path(get_member(image, "uri")))
+            return embed(index, image);
+        if (uri.empty())
+            return because("its URI is empty");
+        m_to.texture = uri;
+        return {};
+    }
+
+    /// The like, of an image that stands in the scene's files.
+    Expected<void> embed(Json const& index, Json const& image)
+    {
+        Json const& uri = get_member(image, "uri");
+        std::optional<ByteRange> const range = uri.is_string()
                                                    ? ByteRange{data_uris, index.get<std::size_t>(), 0}
-                                                   : m_file.view(member(image, "bufferView"));
-        reason = "the file has no bytes for it";
-        if (!place)
-            return false;
-        if (auto const known = m_images.find(*place); known != m_images.end()) {
+                                                   : m_file.find_view(get_member(image, "bufferView"));
+        if (!range)
+            return because("the file has no bytes for it");
+        if (auto const known = m_images.find(*range); known != m_images.end()) {
             m_to.embedded = known->second;
-            return true;
+            return {};
         }
-        reason = "its \"data:\" URI makes no sense";
-        std::optional<std::string> bytes = uri.is_string() ? data_uri_bytes(uri.get_ref<std::string const&>())
-                                                           : m_file.bytes(*place, reason);
+        Expected<std::string> bytes =
+            uri.is_string() ? decode_uri(uri.get_ref<std::string const&>()) : m_file.read_bytes(*range);
         if (!bytes)
-            return false;
-        m_to.embedded = m_images.emplace(*place, static_cast<unsigned>(m_scene.images.size())).first->second;
-        std::string const kind = string(image, "mimeType", " of its image");
+            return because(bytes.error());
+        m_to.embedded = m_images.emplace(*range, m_scene.images.size()).first->second;
+        std::string const kind = read_string(image, "mimeType", " of its image");
         m_scene.images.push_back(
-            {image_name(index), kind.substr(kind.find('/') + 1), 0, 0, std::move(*bytes)});
-        return true;
+            {name_image(index), kind.substr(kind.find('/') + 1), 0, 0, std::move(*bytes)});
+        return {};
+    }
+
+    static Expected<std::string> decode_uri(std::string const& uri)
+    {
+        if (std::optional<std::string> bytes = decode_data_uri(uri))
+            return std::move(*bytes);
+        return because("its \"data:\" URI makes no sense");
     }
 
     void leave_out_layout(Json const& use, Json const& texture)
     {
-        Json const& sampler = entry(m_file.json(), "samplers", member(texture, "sampler"));
-        if (!sampler.is_object() && !member(texture, "sampler").is_null())
+        Json const& sampler = get_entry(m_file.json(), "samplers", get_member(texture, "sampler"));
+        if (!sampler.is_object() && !get_member(texture, "sampler").is_null())
             fail("sampler");
         for (char const* wrapping : {"wrapS", "wrapT"})
-            if (number(sampler, wrapping, repeating) != repeating)
+            if (read_number(sampler, wrapping, repeating) != repeating)
                 leave_out("the texture's clamping or mirroring");
         for (char const* filter : {"magFilter", "minFilter"}) {
-            double const kind = number(sampler, filter, 0);
+            double const kind = read_number(sampler, filter, 0);
             if (std::find(std::begin(nearest_filters), std::end(nearest_filters), kind) !=
                 std::end(nearest_filters))
                 leave_out("the texture's filter");
         }
-        Json const& transform = extension(use, texture_transform);
-        if (number(transform, "texCoord", number(use, "texCoord", 0)) != 0)
+        Json const& transform = get_extension(use, texture_transform);
+        if (read_number(transform, "texCoord", read_number(use, "texCoord", 0)) != 0)
             leave_out("the texture's choice of a further set of coordinates");
         using Pair = std::array<double, 2>;
-        if (numbers<2>(transform, "offset", {0, 0}) != Pair{0, 0} || number(transform, "rotation", 0) != 0 ||
-            numbers<2>(transform, "scale", {1, 1}) != Pair{1, 1})
+        if (read_numbers<2>(transform, "offset", {0, 0}) != Pair{0, 0} ||
+            read_number(transform, "rotation", 0) != 0 ||
+            read_numbers<2>(transform, "scale", {1, 1}) != Pair{1, 1})
             leave_out("the texture's scale, shift or turn");
         leave_out_others(use, " of its use of the texture", {"index", "texCoord"}, {texture_transform});
         leave_out_others(transform, ut_concat(" of its ", texture_transform),
                          {"offset", "rotation", "scale", "texCoord"});
-        leave_out_others(texture, " of its texture", {"name", "sampler", "source"}, image_formats(texture));
+        leave_out_others(texture, " of its texture", {"name", "sampler", "source"},
+                         list_image_formats(texture));
         leave_out_others(sampler, " of its texture's sampler",
                          {"name", "wrapS", "wrapT", "magFilter", "minFilter"});
     }
 
     /// The extensions that stand for the texture's image in a further format.
-    Names image_formats(Json const& texture)
+    Names list_image_formats(Json const& texture)
     {
         Names formats;
-        for (auto const& [name, value] : object(texture, "extensions").items())
-            if (!member(value, "source").is_null())
+        for (auto const& [name, value] : get_object(texture, "extensions").items())
+            if (!get_member(value, "source").is_null())
                 formats.push_back(name);
         return formats;
     }
 
     GltfFile& m_file;
     KnownImages& m_images;
-    Scene& m_scene;
-    SceneMaterial m_to;
-    Words m_left_out;
-    Words m_failures;
+    scScene& m_scene;
+    scMaterial m_to;
+    NoteList m_notes;
     double m_opacity = 1.0; ///< as far as the way of blending lets it count
 };
 
-/// Says of the materials whose surfaces have coloured vertices that those are left out.
-void leave_out_vertex_colours(Json const& file, Scene& scene)
+/// Finds the materials whose surfaces have coloured vertices.
+std::vector<bool> find_coloured(Json const& file, std::size_t materials)
 {
-    std::vector<bool> coloured(scene.materials.size(), false);
-    for (Json const& mesh : member(file, "meshes"))
-        for (Json const& part : member(mesh, "primitives")) {
-            Json const& material = member(part, "material");
-            bool const known =
-                material.is_number_unsigned() && material.get<std::size_t>() < scene.materials.size();
-            if (known && !member(member(part, "attributes"), "COLOR_0").is_null())
+    std::vector<bool> coloured(materials, false);
+    for (Json const& mesh : get_member(file, "meshes"))
+        for (Json const& part : get_member(mesh, "primitives")) {
+            Json const& material = get_member(part, "material");
+            bool const known = material.is_number_unsigned() && material.get<std::size_t>() < materials;
+            if (known && !get_member(get_member(part, "attributes"), "COLOR_0").is_null())
                 coloured[material.get<std::size_t>()] = true;
         }
-    for (std::size_t at = 0; at < coloured.size(); ++at)
-        if (coloured[at])
-            scene.materials[at].left_out.push_back("the colours of the vertices");
+    return coloured;
 }
 
-/// Says which extensions of the file as a whole are left out that speak of materials.
-void leave_out_extensions(Json const& file, Scene& scene)
+/// Notes which extensions of the file as a whole are left out that speak of materials.
+void leave_out_extensions(Json const& file, scScene& scene)
 {
-    Json const& extensions = member(file, "extensions");
+    Json const& extensions = get_member(file, "extensions");
     if (!extensions.is_object())
         return;
     for (auto const& [name, value] : extensions.items())
         if (name.find("material") != name.npos || name.find("texture") != name.npos)
-            scene.warnings.push_back(ut_concat("the extension ", name, " of the file: not carried over"));
+            scene.notes.push_back(
+                make_note(scNoteLeftOut, "the extension %1 of the file: not carried over", name));
 }
 
 } // namespace
 
 bool is_gltf(std::string const& path)
 {
-    std::string const extension = extension_of(path);
-    return extension == "gltf" || extension == "glb" || read_beginning(path).starts_with("glTF");
+    std::string const extension = gx_extension(path);
+    return extension == "gltf" || extension == "glb" || gx_read_beginning(path).starts_with("glTF");
 }
 
-std::optional<bool> read_gltf_scene(std::string const& path, Scene& scene, std::string& reason)
+Expected<scScene> read_gltf(std::string const& path)
 {
-    if (read_beginning(path).starts_with("glTF\1"))
-        return std::nullopt;
+    if (gx_read_beginning(path).starts_with("glTF\1"))
+        return read_with_assimp(path);
     GltfFile file(path);
-    if (!file.read(reason))
-        return false;
-    Json const& version = member(member(file.json(), "asset"), "version");
-    if (!version.is_string()) {
-        reason = "no glTF version in it";
-        return false;
-    }
+    if (Expected<void> const read = file.read(); !read)
+        return because(read.error());
+    Json const& version = get_member(get_member(file.json(), "asset"), "version");
+    if (!version.is_string())
+        return because("no glTF version in it");
     if (version.get_ref<std::string const&>().starts_with("1."))
-        return std::nullopt;
+        return read_with_assimp(path);
+    Json const& materials = get_member(file.json(), "materials");
+    if (!materials.is_array() && !materials.is_null())
+        return because("its materials are no list");
+    scScene scene;
     KnownImages images;
-    Json const& materials = member(file.json(), "materials");
-    if (!materials.is_array() && !materials.is_null()) {
-        reason = "its materials are no list";
-        return false;
-    }
+    std::vector<bool> const coloured = find_coloured(file.json(), materials.size());
     for (Json const& material : materials)
-        scene.materials.push_back(GltfMaterialReader(file, images, scene).read(material));
-    leave_out_vertex_colours(file.json(), scene);
-    scene.warnings = file.warnings();
+        scene.materials.push_back(
+            GltfMaterialReader(file, images, scene).read(material, coloured[scene.materials.size()]));
+    scene.notes = file.notes();
     leave_out_extensions(file.json(), scene);
-    return true;
+    return scene;
 }
 
-} // namespace mrtool
+} // namespace sc

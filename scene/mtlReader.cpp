@@ -1,38 +1,36 @@
 #include "mtlReader.h"
 
+#include "notes.h"
 #include "objStatements.h"
 #include "siblingFile.h"
-#include "textLimits.h"
-#include "utConcat.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace mrtool {
+namespace sc {
 
 namespace {
 
 struct NumberStatement
 {
     std::string_view word;
-    std::optional<double> SceneMaterial::*value;
+    std::optional<double> scMaterial::*value;
 };
 
 constexpr NumberStatement number_statements[] = {
-    {"ns", &SceneMaterial::shininess},        {"d", &SceneMaterial::opacity},
-    {"tr", &SceneMaterial::transparency},     {"pr", &SceneMaterial::roughness},
-    {"ni", &SceneMaterial::refractive_index}, {"pm", &SceneMaterial::metalness},
+    {"ns", &scMaterial::shininess}, {"d", &scMaterial::opacity},           {"tr", &scMaterial::transparency},
+    {"pr", &scMaterial::roughness}, {"ni", &scMaterial::refractive_index}, {"pm", &scMaterial::metalness},
 };
 
 struct ColourStatement
 {
     std::string_view word;
-    std::optional<SceneColour> SceneMaterial::*value;
+    std::optional<scColour> scMaterial::*value;
 };
 
 constexpr ColourStatement colour_statements[] = {
-    {"kd", &SceneMaterial::colour},
-    {"ke", &SceneMaterial::emission},
+    {"kd", &scMaterial::colour},
+    {"ke", &scMaterial::emission},
 };
 
 struct LeftOutStatement
@@ -97,10 +95,10 @@ auto find(Table const& table, std::string_view word)
     return found == std::end(table) ? nullptr : &*found;
 }
 
-/// One or three numbers and nothing but a comment behind them; of one, it is taken three times.
-std::optional<SceneColour> whole_colour(std::string_view rest)
+/// One or three numbers and nothing but a comment behind them. One stands for all three.
+std::optional<scColour> parse_colour(std::string_view rest)
 {
-    SceneColour colour{};
+    scColour colour{};
     std::size_t count = 0;
     while (count < colour.size()) {
         std::optional<double> const number = take_number(rest);
@@ -115,7 +113,7 @@ std::optional<SceneColour> whole_colour(std::string_view rest)
     return colour;
 }
 
-std::optional<double> whole_number(std::string_view rest)
+std::optional<double> parse_number(std::string_view rest)
 {
     std::optional<double> const number = take_number(rest);
     return rest.empty() || rest.starts_with('#') ? number : std::nullopt;
@@ -124,7 +122,7 @@ std::optional<double> whole_number(std::string_view rest)
 struct Map
 {
     std::string file;
-    std::vector<std::string> options; ///< those that make a difference
+    std::vector<std::string_view> options; ///< those that make a difference, in the statement's own words
 };
 
 /// Takes the option's values off the front.
@@ -140,7 +138,7 @@ bool take_values(MapOption const& option, std::string_view& rest)
     return !plain;
 }
 
-Map map_of(std::string_view rest)
+Map parse_map(std::string_view rest)
 {
     Map map;
     for (;;) {
@@ -152,7 +150,7 @@ Map map_of(std::string_view rest)
         std::string_view taken = rest.substr(0, rest.size() - left.size());
         taken.remove_suffix(taken.size() - (taken.find_last_not_of(" \t") + 1));
         if (matters)
-            map.options.push_back(ut_concat("the texture's option \"", taken, "\""));
+            map.options.push_back(taken);
         rest = left;
     }
     map.file = rest;
@@ -162,29 +160,30 @@ Map map_of(std::string_view rest)
 class MtlReader
 {
 public:
-    MtlReader(std::string const& path, Scene& scene)
-        : m_statements(path), m_name(name_without_folders(path)), m_scene(scene)
+    MtlReader(std::string const& path, scScene& scene)
+        : m_statements(path), m_name(strip_folders(path)), m_scene(scene)
     {}
 
     bool read()
     {
         ObjStatement statement;
         while (m_statements.next(statement))
-            take(statement);
+            read(statement);
         finish();
         return m_statements.good();
     }
 
 private:
-    void take(ObjStatement const& statement)
+    void read(ObjStatement const& statement)
     {
         if (statement.word == "newmtl")
             return begin(statement.rest);
-        if (m_open && !understood(statement))
-            material().failures.push_back(ut_concat(place(statement), " makes no sense"));
+        if (m_open && !understand(statement))
+            note(scNoteFailed, statement, "makes no sense");
         if (!m_open && !m_said_early)
-            m_scene.warnings.push_back(
-                ut_concat(place(statement), " and all else before \"newmtl\" is passed over"));
+            m_scene.notes.push_back(make_note(
+                scNoteChanged, "\"%1\" in line %2 of %3 and all else before \"newmtl\" is passed over",
+                statement.written, statement.line, m_name));
         m_said_early = true;
     }
 
@@ -200,7 +199,7 @@ private:
         if (!m_open)
             return;
         settle_transparency();
-        material().left_out = m_left_out.take();
+        material().notes = m_notes.finish();
     }
 
     /// Of the two ways to say how much light passes, "d" is the one that all programs agree on.
@@ -210,27 +209,27 @@ private:
             return;
         // Programs round what they write.
         if (std::abs(*material().opacity + *material().transparency - 1.0) > 1e-3)
-            material().notes.push_back(ut_concat("its \"Tr\" of ", *material().transparency,
-                                                 " is passed over, since its \"d\" says ",
-                                                 *material().opacity));
+            m_notes.add(scNoteChanged, "its \"Tr\" of %1 is passed over, since its \"d\" says %2",
+                        *material().transparency, *material().opacity);
         material().transparency.reset();
     }
 
-    bool understood(ObjStatement const& statement)
+    /// @return whether it makes sense
+    bool understand(ObjStatement const& statement)
     {
         if (statement.word == "d" && statement.rest.starts_with("-halo"))
             return leave_out("the halo (\"d -halo\")");
         if (auto const* number = find(number_statements, statement.word))
-            return set(statement, material().*number->value, whole_number(statement.rest));
+            return set(statement, material().*number->value, parse_number(statement.rest));
         if (auto const* colour = find(colour_statements, statement.word))
-            return set(statement, material().*colour->value, whole_colour(statement.rest));
+            return set(statement, material().*colour->value, parse_colour(statement.rest));
         if (statement.word == "map_kd")
-            return take_texture(statement);
+            return set_texture(statement);
         if (auto const* map = find(map_statements, statement.word))
-            return leave_out(ut_concat(map->words, " \"", map_of(statement.rest).file, "\""));
+            return leave_out(ut_concat(map->words, " \"%1\""), parse_map(statement.rest).file);
         if (auto const* left_out = find(left_out_statements, statement.word))
-            return leave_out(*left_out, whole_colour(statement.rest));
-        return leave_out(ut_concat("the statement \"", statement.written, "\""));
+            return makes_no_difference(*left_out, parse_colour(statement.rest)) || leave_out(left_out->words);
+        return leave_out("the statement \"%1\"", statement.written);
     }
 
     template <class T>
@@ -238,64 +237,65 @@ private:
     {
         if (!said)
             return false;
-        say_if_again(statement, value.has_value());
+        note_if_again(statement, value.has_value());
         value = said;
         return true;
     }
 
-    void say_if_again(ObjStatement const& statement, bool again)
+    void note_if_again(ObjStatement const& statement, bool again)
     {
         if (again)
-            material().notes.push_back(ut_concat(place(statement), " takes the place of an earlier one"));
+            note(scNoteChanged, statement, "takes the place of an earlier one");
     }
 
-    bool leave_out(LeftOutStatement const& statement, std::optional<SceneColour> const& value)
+    static bool makes_no_difference(LeftOutStatement const& statement, std::optional<scColour> const& value)
     {
         auto const all = [&](double neutral) {
-            return value &&
-                   std::all_of(value->begin(), value->end(), [=](double each) { return each == neutral; });
+            return std::all_of(value->begin(), value->end(), [=](double each) { return each == neutral; });
         };
-        return all(statement.neutral) || all(statement.also_neutral) || leave_out(statement.words);
+        return value && (all(statement.neutral) || all(statement.also_neutral));
     }
 
-    bool leave_out(std::string words)
+    template <class... Arguments>
+    bool leave_out(std::string pattern, Arguments const&... arguments)
     {
-        m_left_out.add(std::move(words));
+        m_notes.add(scNoteLeftOut, std::move(pattern), arguments...);
         return true;
     }
 
-    bool take_texture(ObjStatement const& statement)
+    bool set_texture(ObjStatement const& statement)
     {
-        Map map = map_of(statement.rest);
+        Map map = parse_map(statement.rest);
         if (map.file.empty())
             return false;
-        say_if_again(statement, !material().texture.empty());
+        note_if_again(statement, !material().texture.empty());
         material().texture = std::move(map.file);
-        for (std::string& option : map.options)
-            leave_out(std::move(option));
+        for (std::string_view const option : map.options)
+            leave_out("the texture's option \"%1\"", option);
         return true;
     }
 
-    SceneMaterial& material() { return m_scene.materials.back(); }
-
-    std::string place(ObjStatement const& statement) const
+    void note(scNoteKind kind, ObjStatement const& statement, char const* words)
     {
-        return ut_concat("\"", statement.written, "\" in line ", statement.line, " of ", m_name);
+        m_notes.add(kind, ut_concat("\"%1\" in line %2 of %3 ", words), statement.written, statement.line,
+                    m_name);
     }
+
+    scMaterial& material() { return m_scene.materials.back(); }
 
     ObjStatements m_statements;
     std::string m_name;
-    Scene& m_scene;
-    Words m_left_out;    ///< of the material that is open
+    scScene& m_scene;
+    NoteList m_notes;    ///< of the material that is open
     bool m_open = false; ///< whether the scene's last material is this file's
     bool m_said_early = false;
 };
 
 } // namespace
 
-bool read_mtl_file(std::string const& path, Scene& scene)
+bool read_mtl_file(std::string const& path, scScene& scene)
 {
     return MtlReader(path, scene).read();
 }
 
-} // namespace mrtool
+} // namespace sc

@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <charconv>
 
-namespace mrtool {
+namespace sc {
 
 namespace {
 
 constexpr char blanks[] = " \t\r\v\f";
 
-std::string_view trimmed(std::string_view text)
+std::string_view trim(std::string_view text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     text.remove_suffix(text.size() - (text.find_last_not_of(blanks) + 1));
@@ -63,7 +63,7 @@ bool ObjStatements::next(ObjStatement& statement)
         std::string more;
         while (take_joint(line) && next_line(more))
             line += ' ' + more;
-        std::string_view rest = trimmed(line);
+        std::string_view rest = trim(line);
         if (rest.empty() || rest.starts_with('#'))
             continue;
         statement.written = take_word(rest);
@@ -78,7 +78,7 @@ bool ObjStatements::next(ObjStatement& statement)
 std::string_view take_word(std::string_view& rest)
 {
     std::string_view const word = rest.substr(0, rest.find_first_of(blanks));
-    rest = trimmed(rest.substr(word.size()));
+    rest = trim(rest.substr(word.size()));
     return word;
 }
 
@@ -97,4 +97,4 @@ std::optional<double> take_number(std::string_view& rest)
     return number;
 }
 
-} // namespace mrtool
+} // namespace sc

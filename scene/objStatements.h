@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace mrtool {
+namespace sc {
 
 /// A line of such a file.
 struct ObjStatement
@@ -18,8 +18,8 @@ struct ObjStatement
     std::size_t line = 0;
 };
 
-/// Reads the statements of a file one after the other, without comments and empty lines. A line ends at LF, CR
-/// or both; a "\" at its end joins the next one to it.
+/// Reads the statements of a file one after the other, without comments and empty lines. A line ends at LF,
+/// CR or both; a "\" at its end joins the next one to it.
 class ObjStatements
 {
 public:
@@ -47,4 +47,4 @@ std::string_view take_word(std::string_view& rest);
 /// is none.
 std::optional<double> take_number(std::string_view& rest);
 
-} // namespace mrtool
+} // namespace sc

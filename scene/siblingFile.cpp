@@ -6,19 +6,19 @@
 #include <filesystem>
 #include <vector>
 
-namespace mrtool {
+namespace sc {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string with_slashes(std::string path)
+std::string use_slashes(std::string path)
 {
     std::replace(path.begin(), path.end(), '\\', '/');
     return path;
 }
 
-std::string percent_decoded(std::string_view path)
+std::string decode_percents(std::string_view path)
 {
     std::string decoded;
     for (std::size_t at = 0; at < path.size(); ++at) {
@@ -32,7 +32,7 @@ std::string percent_decoded(std::string_view path)
     return decoded;
 }
 
-std::string last_component(std::string const& path)
+std::string strip_slashed_folders(std::string const& path)
 {
     return path.substr(path.rfind('/') + 1);
 }
@@ -44,7 +44,7 @@ bool lies_below(fs::path const& path, fs::path const& folder)
 }
 
 /// The first of the paths, relative to the scene's folder, at which a regular file lies.
-std::optional<SceneFile> first_file(std::string const& scene_path, std::vector<std::string> const& paths)
+std::optional<SceneFile> find_first(std::string const& scene_path, std::vector<std::string> const& paths)
 {
     fs::path const folder = fs::path(scene_path).parent_path();
     std::error_code failed;
@@ -60,39 +60,39 @@ std::optional<SceneFile> first_file(std::string const& scene_path, std::vector<s
 }
 
 /// The ways to understand a path.
-std::vector<std::string> readings(std::string const& named)
+std::vector<std::string> list_readings(std::string const& named)
 {
-    std::string const slashed = with_slashes(named);
+    std::string const slashed = use_slashes(named);
     std::string const local = slashed.starts_with("file://") ? slashed.substr(7) : slashed;
-    return {named, local, percent_decoded(local)};
+    return {named, local, decode_percents(local)};
 }
 
 /// What no file's path can be is not worked on: it may have any length.
-bool too_long(std::string const& named)
+bool is_too_long(std::string const& named)
 {
     return named.size() >= PATH_MAX;
 }
 
 } // namespace
 
-std::string name_without_folders(std::string const& named)
+std::string strip_folders(std::string const& named)
 {
-    return last_component(with_slashes(percent_decoded(named)));
+    return strip_slashed_folders(use_slashes(decode_percents(named)));
 }
 
 std::optional<SceneFile> find_scene_file_at(std::string const& scene_path, std::string const& named)
 {
-    return too_long(named) ? std::nullopt : first_file(scene_path, readings(named));
+    return is_too_long(named) ? std::nullopt : find_first(scene_path, list_readings(named));
 }
 
 std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named)
 {
-    if (too_long(named))
+    if (is_too_long(named))
         return std::nullopt;
-    std::vector<std::string> paths = readings(named);
+    std::vector<std::string> paths = list_readings(named);
     for (std::string const& path : {paths[1], paths[2]})
-        paths.push_back(last_component(path));
-    return first_file(scene_path, paths);
+        paths.push_back(strip_slashed_folders(path));
+    return find_first(scene_path, paths);
 }
 
-} // namespace mrtool
+} // namespace sc

@@ -4,28 +4,26 @@
 #include <optional>
 #include <string>
 
-namespace mrtool {
+namespace sc {
 
 /// The name of the file that a scene's path means, without folders; empty where the path ends in one.
-std::string name_without_folders(std::string const& named);
+std::string strip_folders(std::string const& named);
 
 struct SceneFile
 {
     std::string path;
     std::string whole; ///< the same from the root, without links and "..": one for each file
-    /// Whether it lies outside the scene's folder, be it by an absolute path, by ".." or by a link. That must
-    /// be said: a scene from a stranger can have any picture of its reader's put into a file that is handed on.
+    /// Whether it lies outside the scene's folder, by an absolute path, ".." or a link. See
+    /// scTextures::lies_outside() for why that must be said.
     bool outside = false;
 };
 
 /// The regular file that a scene means by a path: relative to the scene's folder, with "/" or "\", perhaps
-/// percent-encoded; else the file of that name beside the scene. None where the path has PATH_MAX bytes or more.
+/// percent-encoded; else the file of that name beside the scene. None where the path has PATH_MAX bytes or
+/// more.
 std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named);
 
 /// The like, but only at that path.
 std::optional<SceneFile> find_scene_file_at(std::string const& scene_path, std::string const& named);
 
-inline constexpr char no_such_file[] = "there is no such file";
-inline constexpr char taken_from_outside[] = "is taken from outside the scene's folder";
-
-} // namespace mrtool
+} // namespace sc

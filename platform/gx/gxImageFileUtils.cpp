@@ -19,21 +19,40 @@
 
 namespace {
 
+using namespace std::string_view_literals;
+
+/// Stands for any byte in a signature.
+constexpr char any_byte = '?';
+
 struct Format
 {
     gxImageFileFormat format;
     char const* loader; ///< gdk-pixbuf's name of it; PNG has a reader of its own
     std::array<std::string_view, 4> extensions;
+    std::array<std::string_view, 2> signatures = {}; ///< either begins such a file
     bool silent_when_cut = false; ///< whether the loader makes do with what there is and reports nothing
 };
 
+// BMP has its reserved bytes in the signature: two letters alone begin many a text.
 constexpr Format formats[] = {
-    {gxImageFilePNG, nullptr, {"png"}},         {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}, true},
-    {gxImageFileTIFF, "tiff", {"tif", "tiff"}}, {gxImageFileGIF, "gif", {"gif"}},
-    {gxImageFileBMP, "bmp", {"bmp"}, true},     {gxImageFileTGA, "tga", {"tga"}},
-    {gxImageFileICO, "ico", {"ico"}, true},     {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}, true},
-    {gxImageFileSVG, "svg", {"svg"}},           {gxImageFileWebP, "webp", {"webp"}},
+    {gxImageFilePNG, nullptr, {"png"}, {"\x89PNG\r\n\x1a\n"sv}},
+    {gxImageFileJPEG, "jpeg", {"jpg", "jpeg"}, {"\xff\xd8\xff"sv}, true},
+    {gxImageFileTIFF, "tiff", {"tif", "tiff"}, {"II*\0"sv, "MM\0*"sv}},
+    {gxImageFileGIF, "gif", {"gif"}, {"GIF8"sv}},
+    {gxImageFileBMP, "bmp", {"bmp"}, {"BM????\0\0\0\0"sv}, true},
+    {gxImageFileTGA, "tga", {"tga"}},
+    {gxImageFileICO, "ico", {"ico"}, {}, true},
+    {gxImageFilePNM, "pnm", {"pnm", "pbm", "pgm", "ppm"}, {}, true},
+    {gxImageFileSVG, "svg", {"svg"}},
+    {gxImageFileWebP, "webp", {"webp"}, {"RIFF????WEBP"sv}},
 };
+
+bool begins_with(std::string_view bytes, std::string_view signature)
+{
+    return !signature.empty() && bytes.size() >= signature.size() &&
+           std::equal(signature.begin(), signature.end(), bytes.begin(),
+                      [](char wanted, char byte) { return wanted == any_byte || wanted == byte; });
+}
 
 char lower(char c)
 {
@@ -267,6 +286,17 @@ int gxImageFileUtils::file_format_from_extension(utString const& extension, gxIm
     for (Format const& known : formats)
         for (std::string_view const name : known.extensions)
             if (equal_without_case(extension.view(), name)) {
+                format = known.format;
+                return 1;
+            }
+    return 0;
+}
+
+int gxImageFileUtils::file_format_from_content(std::string_view beginning, gxImageFileFormat& format)
+{
+    for (Format const& known : formats)
+        for (std::string_view const signature : known.signatures)
+            if (begins_with(beginning, signature)) {
                 format = known.format;
                 return 1;
             }

@@ -6,6 +6,7 @@
 #include "utString.h"
 
 #include <cstdint>
+#include <string_view>
 
 enum gxImageFileFormat
 {
@@ -37,6 +38,11 @@ public:
     ///                   ppm svg webp
     /// @return 1, or 0 with @p format untouched when no format has the extension
     static int file_format_from_extension(utString const& extension, gxImageFileFormat& format);
+
+    /// Tells PNG, JPEG, TIFF, GIF, BMP and WebP files by their content.
+    /// @param beginning  the first bytes of the file, 12 or more where it has them
+    /// @return 1, or 0 with @p format untouched when they begin none of these
+    static int file_format_from_content(std::string_view beginning, gxImageFileFormat& format);
 
     /// Reads an image file of the format; of an animation the first frame, turned upright where the file says
     /// how it was taken. PNG files are safe from strangers; what another format can do is bounded by what its

@@ -6,6 +6,7 @@
 
 #include <assimp/config.h>
 #include <assimp/Importer.hpp>
+#include <assimp/material.h>
 #include <assimp/mesh.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
@@ -14,7 +15,6 @@
 #include <cmath>
 #include <cstddef>
 #include <exception>
-#include <locale.h>
 #include <memory>
 #include <new>
 #include <numbers>
@@ -339,7 +339,12 @@ std::unique_ptr<giTriBlock> block_of(Mesh&& mesh)
     return block;
 }
 
-using Blocks = std::vector<std::unique_ptr<giTriBlock>>;
+/// The blocks of a file, and for each the name of its material.
+struct Blocks
+{
+    std::vector<std::unique_ptr<giTriBlock>> blocks;
+    std::vector<utString> materials;
+};
 
 /// Calls @p visit with each mesh that the scene shows, as often as it does, in the order of its tree.
 template <class Visit>
@@ -372,36 +377,23 @@ bool is_too_large(aiScene const& scene)
     return triangles > gx_max_dmt_triangles || points > 3 * gx_max_dmt_triangles;
 }
 
-Blocks blocks_of(aiScene const& scene)
+utString name_material(aiScene const& scene, unsigned material)
 {
-    Blocks blocks;
-    walk(scene, [&blocks](aiMesh const& from, Transform const& transform) {
-        Mesh mesh = placed(mesh_of(from), transform);
-        if (!mesh.triangles.empty())
-            blocks.push_back(block_of(std::move(mesh)));
-    });
-    return blocks;
+    return material < scene.mNumMaterials ? utString(scene.mMaterials[material]->GetName().C_Str()) : "";
 }
 
-/// Has this thread's C functions read numbers with a point while it lives: some of Assimp's readers leave
-/// that to the locale, which is the application's.
-class PointLocale
+Blocks blocks_of(aiScene const& scene)
 {
-public:
-    PointLocale() = default;
-    ~PointLocale()
-    {
-        uselocale(m_before);
-        if (m_point)
-            freelocale(m_point);
-    }
-    PointLocale(PointLocale const&) = delete;
-    PointLocale& operator=(PointLocale const&) = delete;
-
-private:
-    locale_t m_point = newlocale(LC_NUMERIC_MASK, "C", duplocale(LC_GLOBAL_LOCALE));
-    locale_t m_before = uselocale(m_point);
-};
+    Blocks read;
+    walk(scene, [&](aiMesh const& from, Transform const& transform) {
+        Mesh mesh = placed(mesh_of(from), transform);
+        if (mesh.triangles.empty())
+            return;
+        read.blocks.push_back(block_of(std::move(mesh)));
+        read.materials.push_back(name_material(scene, from.mMaterialIndex));
+    });
+    return read;
+}
 
 /// An error message, which may quote the file, as one line of text.
 utString one_line(std::string text)
@@ -418,7 +410,7 @@ Blocks read_blocks(utString const& path, utString& reason)
         reason = utString(ut_concat("the file cannot be opened: ", reason));
         return {};
     }
-    PointLocale const point;
+    gxPointLocale const point;
     Assimp::Importer importer;
     importer.SetIOHandler(gx_new_mesh_files()); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
@@ -437,15 +429,16 @@ Blocks read_blocks(utString const& path, utString& reason)
         reason = "the scene has more triangles than are allowed";
         return {};
     }
-    Blocks blocks = blocks_of(*scene);
-    if (blocks.empty())
+    Blocks read = blocks_of(*scene);
+    if (read.blocks.empty())
         reason = "the file holds no triangles";
-    return blocks;
+    return read;
 }
 
 } // namespace
 
-int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks, utString* reason)
+int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks, utString* reason,
+                     std::vector<utString>* materials)
 {
     utString why_not;
     Blocks read;
@@ -456,12 +449,14 @@ int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks, ut
     } catch (std::exception const& error) {
         why_not = one_line(error.what());
     }
-    if (read.empty()) {
+    if (read.blocks.empty()) {
         if (reason)
             *reason = why_not;
         return 0;
     }
-    for (auto& block : read)
+    for (auto& block : read.blocks)
         blocks.append(block.release());
+    if (materials)
+        materials->insert(materials->end(), read.materials.begin(), read.materials.end());
     return 1;
 }

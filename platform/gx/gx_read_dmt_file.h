@@ -6,6 +6,7 @@
 #include "utString.h"
 
 #include <cstdint>
+#include <vector>
 
 /// A file whose meshes have more triangles, or three times as many points, is refused. A mesh counts as often
 /// as the scene shows it: a small file can show one a million times.
@@ -21,16 +22,18 @@ constexpr double gx_dmt_crease_angle = 50.0;
 /// Reads what Assimp reads (OBJ, STL, PLY, glTF, 3DS, FBX and more), the format chosen by content and name.
 /// Polygons become triangles; lines and points are left out. Points that are no finite number, and triangles
 /// that use them or an index out of range, are left out. Normals have length 1 and are made where a mesh has
-/// none, or one that is no direction. A block has texture coordinates when its mesh has. A mirrored mesh keeps
-/// the fronts of its triangles outside.
+/// none, or one that is no direction. A block has texture coordinates when its mesh has. A mirrored mesh
+/// keeps the fronts of its triangles outside.
 ///
 /// It is only as safe as Assimp is, which damaged files can crash, keep busy for hours, or have take or leak
-/// all memory: read files from strangers in a process of their own. What is no regular file is refused without
-/// being read.
+/// all memory: read files from strangers in a process of their own. What is no regular file is refused
+/// without being read.
 ///
-/// @param path    path of the file
-/// @param blocks  receives the new blocks, which are the caller's
-/// @param reason  where not null, receives in words why there are none
-/// @return 1 when there is at least one block, else 0 with @p blocks unchanged
+/// @param path       path of the file
+/// @param blocks     receives the new blocks, which are the caller's
+/// @param reason     where not null, receives in words why there are none
+/// @param materials  where not null, receives for each new block the name of its material, as the file has
+///                   it or as Assimp makes it up; may be empty
+/// @return 1 when there is at least one block, else 0 with @p blocks and @p materials unchanged
 UT_API int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks,
-                            utString* reason = nullptr);
+                            utString* reason = nullptr, std::vector<utString>* materials = nullptr);

@@ -1,46 +1,26 @@
 #include "wire.h"
 
-#include "mrTest.h"
-#include "scene.h"
+#include "wired.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-namespace mrtool {
-
-namespace {
-
-template <class T>
-std::string wired(T value)
-{
-    TestFolder const folder;
-    int const file = open(folder.path("wire").c_str(), O_CREAT | O_WRONLY, 0600);
-    WireWriter wire(file);
-    wire(value);
-    EXPECT_TRUE(wire.finish());
-    close(file);
-    return read_bytes(folder.path("wire"));
-}
-
-} // namespace
+using sandbox::WireReader;
 
 TEST(wire, brings_over_all_and_takes_no_more_and_no_less)
 {
-    SceneMaterial wood;
+    scMaterial wood;
     wood.name = "wood";
-    wood.colour = SceneColour{0.5, -1.0, 1e300};
+    wood.colour = scColour{0.5, -1.0, 1e300};
     wood.shininess = 250.0;
     wood.embedded = 0;
-    wood.left_out = {"the normal map", ""};
-    Scene sent;
-    sent.materials = {SceneMaterial(), wood};
+    wood.notes = {{scNoteLeftOut, "the normal map \"%1\"", {"", "oak.png"}}};
+    scScene sent;
+    sent.materials = {scMaterial(), wood};
     sent.images.push_back({"oak", "png", 0, 0, "12"});
     std::string const bytes = wired(sent);
     for (std::size_t length = 0; length <= bytes.size() + 1; ++length) {
         // In a buffer of the exact size, so that a sanitizer sees each step beyond it.
         std::string const part = (bytes + "x").substr(0, length);
         std::vector<char> const exact(part.begin(), part.end());
-        Scene scene;
+        scScene scene;
         WireReader wire(std::string_view(exact.data(), exact.size()));
         wire(scene);
         ASSERT_EQ(wire.complete(), length == bytes.size()) << length;
@@ -53,7 +33,8 @@ TEST(wire, brings_over_all_and_takes_no_more_and_no_less)
 
 TEST(wire, believes_no_count)
 {
-    std::string const bytes = wired(std::uint64_t{0x1000000000000000}) + "some more bytes";
+    std::uint64_t count = 0x1000000000000000;
+    std::string const bytes = wired(count) + "some more bytes";
     std::vector<std::string> texts;
     WireReader of_texts(bytes);
     of_texts(texts);
@@ -62,5 +43,3 @@ TEST(wire, believes_no_count)
     of_numbers.array<double>([](double) { FAIL(); });
     EXPECT_FALSE(of_numbers.ok());
 }
-
-} // namespace mrtool

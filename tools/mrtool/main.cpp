@@ -3,7 +3,6 @@
 #include "messages.h"
 #include "pendingFile.h"
 #include "process.h"
-#include "untrustedReader.h"
 #include "utConcat.h"
 
 #include <CLI/CLI.hpp>
@@ -293,14 +292,12 @@ int finished(int status)
 int main(int argc, char** argv)
 {
     open_standard_files();
-    if (argc == 4 && std::string_view(argv[1]) == file_reader_argument)
-        return run_file_reader(argv[2], argv[3]);
     // Writing to where nobody reads any more, or to a file that may grow no more, is an error like a full disk.
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     remove_pending_files_on_interrupt();
     // What the program's own process reads is bounded by the file's size, which has no bound.
-    limit_memory(RLIMIT_DATA, most_memory);
+    sandbox::limit_memory(RLIMIT_DATA, most_memory);
     try {
         return finished(run(argc, argv));
     } catch (std::exception const& error) {

@@ -1,60 +1,20 @@
 #include "fileKind.h"
 
+#include "scReader.h"
+
 #include "mrImageCacheFile.h"
 #include "mrTypes.h"
 
-#include "gxOpenFile.h"
+#include "gxFileHints.h"
 
 #include <algorithm>
-#include <assimp/Importer.hpp>
-#include <cctype>
-#include <set>
+#include <string_view>
 
 namespace mrtool {
 
 namespace {
 
-constexpr std::size_t beginning_length = 4096;
-
-struct Bytes
-{
-    std::size_t at;
-    std::string_view bytes;
-
-    bool stand_in(std::string_view beginning) const
-    {
-        return beginning.size() >= at && beginning.substr(at).starts_with(bytes);
-    }
-};
-
-struct Signature
-{
-    gxImageFileFormat format;
-    Bytes first;
-    Bytes second = {0, {}};
-};
-
 using namespace std::string_view_literals;
-
-constexpr Signature signatures[] = {
-    {gxImageFilePNG, {0, "\x89PNG\r\n\x1a\n"sv}},
-    {gxImageFileJPEG, {0, "\xff\xd8\xff"sv}},
-    {gxImageFileTIFF, {0, "II*\0"sv}},
-    {gxImageFileTIFF, {0, "MM\0*"sv}},
-    {gxImageFileGIF, {0, "GIF8"sv}},
-    {gxImageFileWebP, {0, "RIFF"sv}, {8, "WEBP"sv}},
-    // The reserved bytes: two letters alone begin many a text.
-    {gxImageFileBMP, {0, "BM"sv}, {6, "\0\0\0\0"sv}},
-};
-
-Signature const* signature_of(std::string_view beginning)
-{
-    auto const fits = [=](Signature const& each) {
-        return each.first.stand_in(beginning) && each.second.stand_in(beginning);
-    };
-    auto const found = std::find_if(std::begin(signatures), std::end(signatures), fits);
-    return found == std::end(signatures) ? nullptr : found;
-}
 
 /// Whether a document begins where a line or another tag leaves off; one that is spoken of in a text does not.
 bool opens_material(std::string_view beginning)
@@ -69,58 +29,7 @@ bool opens_material(std::string_view beginning)
     return false;
 }
 
-std::string lower(std::string text)
-{
-    for (char& letter : text)
-        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    return text;
-}
-
-/// Assimp's extensions, without the point. Asking it once is as dear as making all its importers.
-std::set<std::string> const& mesh_extensions()
-{
-    static std::set<std::string> const extensions = [] {
-        std::set<std::string> found;
-        aiString list;
-        Assimp::Importer().GetExtensionList(list);
-        std::string_view left = list.C_Str();
-        while (!left.empty()) {
-            std::string_view const entry = left.substr(0, left.find(';'));
-            found.emplace(entry.substr(entry.rfind('.') + 1));
-            left.remove_prefix(std::min(entry.size() + 1, left.size()));
-        }
-        return found;
-    }();
-    return extensions;
-}
-
 } // namespace
-
-std::string extension_of(std::string const& path)
-{
-    char const* const extension = gxImageFileUtils::get_extension(path.c_str(), '.');
-    return lower(extension ? extension : "");
-}
-
-std::string read_beginning(std::string const& path)
-{
-    utString ignored;
-    gxFile const file = gx_open_file(utString(path), ignored);
-    return file ? read_beginning(file.get()) : std::string();
-}
-
-std::string read_beginning(std::FILE* file)
-{
-    std::string bytes(beginning_length, '\0');
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file));
-    return bytes;
-}
-
-gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name)
-{
-    Signature const* const found = signature_of(beginning);
-    return found ? found->format : by_name;
-}
 
 bool vague_extension(std::string_view extension)
 {
@@ -130,18 +39,18 @@ bool vague_extension(std::string_view extension)
 
 KnownFile file_kind(std::string const& path)
 {
-    std::string const extension = extension_of(path);
+    std::string const extension = gx_extension(path);
     if (extension == "multimat")
         return {FileKind::material};
-    std::string const beginning = read_beginning(path);
-    if (Signature const* const image = signature_of(beginning))
-        return {FileKind::image, image->format};
+    std::string const beginning = gx_read_beginning(path);
+    gxImageFileFormat format = gxImageFilePNG;
+    if (gxImageFileUtils::file_format_from_content(beginning, format))
+        return {FileKind::image, format};
     if (opens_material(beginning))
         return {FileKind::material};
-    gxImageFileFormat format = gxImageFilePNG;
     if (gxImageFileUtils::file_format_from_extension(utString(extension), format))
         return {FileKind::image, format};
-    if (mesh_extensions().contains(extension))
+    if (scReader::knows_extension(extension))
         return {FileKind::mesh};
     return {};
 }
@@ -161,7 +70,7 @@ bool is_palette(std::string_view beginning)
 
 OwnFormat own_format(std::string const& path, std::string_view beginning)
 {
-    std::string const extension = extension_of(path);
+    std::string const extension = gx_extension(path);
     if (extension == "multimat" || opens_material(beginning))
         return OwnFormat::material;
     if (extension == "pcp" || is_palette(beginning))

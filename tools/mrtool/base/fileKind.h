@@ -52,15 +52,4 @@ bool is_palette(std::string_view beginning);
 /// well. In a folder, files with it are left alone.
 bool vague_extension(std::string_view extension);
 
-/// The first bytes of a regular file; empty when they cannot be had.
-std::string read_beginning(std::string const& path);
-/// The same of an open file, whose position moves.
-std::string read_beginning(std::FILE* file);
-
-/// The format of the image with this beginning, or @p by_name where the beginning tells nothing.
-gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name);
-
-/// The extension of the path's last component without the point, in lower case; empty when there is none.
-std::string extension_of(std::string const& path);
-
 } // namespace mrtool

@@ -1,21 +1,15 @@
 // mrtool import: a material file for each material of a scene.
 #include "commands.h"
-#include "fileName.h"
 #include "messages.h"
 #include "pendingFile.h"
-#include "sceneTexture.h"
-#include "siblingFile.h"
-#include "surface.h"
-#include "untrustedReader.h"
 #include "utConcat.h"
+
+#include "scFileNames.h"
+#include "scMaterialMaker.h"
 
 #include "mrFileMat.h"
 #include "mrFMFacet.h"
-#include "mrFMPlainMat.h"
-#include "mrFMTexture.h"
 #include "mrMatProp.h"
-
-#include "xmlUtils.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -28,30 +22,6 @@ namespace mrtool {
 namespace fs = std::filesystem;
 
 namespace {
-
-using Notes = std::vector<std::string>;
-
-/// The text as it will be read back.
-utString carried(std::string const& text)
-{
-    return xmlUtils::carried(utString(text));
-}
-
-/// The like, and another where nothing is left of it.
-utString carried_or(std::string const& text, char const* other)
-{
-    utString const left = carried(text);
-    return left.empty() ? utString(other) : left;
-}
-
-bool has_transparent_pixels(dgDuctImage const& image)
-{
-    unsigned char const* const pixels = image.pixels();
-    for (std::size_t at = 3; at < image.byte_count(); at += 4)
-        if (pixels[at] != 255)
-            return true;
-    return false;
-}
 
 bool same_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& first,
                  utStringdgDuctImagecoTablePtrcoPtrcoTable const& second)
@@ -104,125 +74,49 @@ public:
                                                : (failed ? failed.message() : "not a file"));
             return false;
         }
-        Scene scene;
+        scScene scene;
         std::string reason;
-        if (!m_reader.scene(path, scene, reason)) {
+        if (!m_reader.read_materials(path, scene, reason)) {
             say(path, reason);
             return false;
         }
-        for (std::string const& warning : scene.warnings)
-            say(path, warning);
-        for (std::string const& failure : scene.failures)
-            say(path, failure);
-        if (scene.materials.empty() && scene.failures.empty())
+        for (scNote const& note : scene.notes)
+            say(path, note.words());
+        bool well = !scNote::any_failed(scene.notes);
+        if (scene.materials.empty() && well)
             say(path, "no material in it");
-
-        SceneTextures textures(path, scene, m_reader);
-        bool well = scene.failures.empty();
+        scMaterialMaker maker(scene, m_reader);
         for (std::size_t at = 0; at < scene.materials.size(); ++at)
-            well = import(path, scene.materials[at], at + 1, textures) && well;
+            well = import(scene, at, maker) && well;
         return well;
     }
 
 private:
-    bool import(std::string const& scene_path, SceneMaterial const& material, std::size_t number,
-                SceneTextures& textures)
+    bool import(scScene const& scene, std::size_t at, scMaterialMaker& maker)
     {
-        std::string const name = material.name.empty() ? ut_concat("material ", number) : material.name;
-        std::string const subject = ut_concat(scene_path, ": material \"", name, "\"");
+        std::string const name = scene.material_name(at);
+        std::string const subject = ut_concat(scene.path, ": material \"", name, "\"");
         std::string const path =
-            (fs::path(m_options.folder) / (m_names.take(safe_file_name(name)) + ".multimat")).string();
+            (fs::path(m_options.folder) / (m_names.make_unique(name) + ".multimat")).string();
         std::error_code ignored;
         if (!m_options.force && fs::exists(fs::symlink_status(path, ignored))) {
             say(subject, path + " is there already; --force replaces it");
             return false;
         }
-        bool complete = material.failures.empty();
-        Notes notes = material.failures;
-        notes.insert(notes.end(), material.notes.begin(), material.notes.end());
+        std::vector<scNote> notes;
         std::string reason;
-        auto const file = material_file(scene_path, name, material, textures, notes, complete);
-        bool const written = write_material(*file, path, reason);
-        if (!written)
-            notes = {reason};
-        for (std::string const& note : notes)
-            say(subject, note);
-        return written && complete;
-    }
-
-    /// @param complete  set to false when the texture could not be read
-    std::unique_ptr<mrFileMat> material_file(std::string const& scene_path, std::string const& name,
-                                             SceneMaterial const& material, SceneTextures& textures,
-                                             Notes& notes, bool& complete)
-    {
-        Surface const surface = surface_of(material, notes);
-        mrMatPropcoSet const none(mrInitialSize, mrFillLimit);
-        auto plain = std::make_unique<mrFMPlainMat>(carried_or(name, "material"), none, 0, surface.colour,
-                                                    surface.polish, surface.reflect, surface.transparency,
-                                                    surface.emission, surface.refractive_index, utString());
-        mrFMTexturecoDList layers;
-        utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
-        dgCounted<dgDuctImage> const texture = texture_of(material, textures, notes, complete);
-        if (texture) {
-            utString const title = carried_or(textures.name(material), "texture");
-            texture->new_name(title.c_str());
-            layers.append(mrFMTexture(title, mrTexLayerColour, 0, giColour()));
-            images[title] = texture.get();
+        if (!write_material(*maker.make(at, notes), path, reason)) {
+            say(subject, reason);
+            return false;
         }
-        if (!material.left_out.empty())
-            notes.push_back("not carried over, a material file has no place for it: " +
-                            joined(material.left_out));
-        mrFMFacetcoDListPtrcoPtrcoDList facets;
-        facets.append(new mrFMFacet(plain.release(), layers));
-        return std::make_unique<mrFileMat>(properties(scene_path, material), facets, images);
-    }
-
-    /// The image of the material's texture, or null when it has none or it cannot be read.
-    static dgCounted<dgDuctImage> texture_of(SceneMaterial const& material, SceneTextures& textures,
-                                             Notes& notes, bool& complete)
-    {
-        if (material.texture.empty() && !material.embedded)
-            return nullptr;
-        std::string reason;
-        dgCounted<dgDuctImage> image = textures.image(material, reason);
-        std::string const name = material.embedded ? textures.name(material) : material.texture;
-        if (!image) {
-            notes.push_back(ut_concat("written without its texture \"", name, "\": ", reason));
-            complete = false;
-            return nullptr;
-        }
-        if (textures.lies_outside(material))
-            notes.push_back(ut_concat("its texture \"", name, "\" ", taken_from_outside));
-        if (has_transparent_pixels(*image)) {
-            notes.push_back("the transparency of the texture \"" + name +
-                            "\" stays in its image, where a texture layer makes no use of it");
-        }
-        return image;
-    }
-
-    static mrMatPropcoSet properties(std::string const& scene_path, SceneMaterial const& material)
-    {
-        mrMatPropcoSet properties(mrInitialSize, mrFillLimit);
-        auto const add = [&](char const* name, std::string const& value) {
-            if (utString const left = carried(value); !left.empty())
-                properties.add(mrMatProp(mrMatPropTypeStringTag, name, left, 0));
-        };
-        add("scene", fs::path(scene_path).filename().string());
-        add("material", material.name);
-        return properties;
-    }
-
-    static std::string joined(std::vector<std::string> const& words)
-    {
-        std::string list;
-        for (std::string const& each : words)
-            list += (list.empty() ? "" : ", ") + each;
-        return list;
+        for (std::string const& line : scNote::lines(notes))
+            say(subject, line);
+        return !scNote::any_failed(notes);
     }
 
     ImportOptions const& m_options;
-    UntrustedReader m_reader;
-    UniqueNames m_names;
+    scReader m_reader;
+    scFileNames m_names;
 };
 
 /// @throws WrongUsage when a scene lies where a material file may come to lie, itself or what it links to

@@ -1,6 +1,6 @@
 // mrtool palette: pictures of palettes, and palettes of other formats in this library's.
 #include "commands.h"
-#include "fileKind.h"
+#include "gxFileHints.h"
 #include "messages.h"
 #include "mrSource.h"
 #include "overwriteGuard.h"
@@ -42,7 +42,7 @@ void check_picture_usage(PaletteOptions const& options)
     if (options.force)
         throw WrongUsage{"--force goes with --from; a picture replaces pictures, and nothing else"};
     check_output(options, options.files);
-    if (extension_of(options.output) == "pcp")
+    if (gx_extension(options.output) == "pcp")
         throw WrongUsage{ut_concat(options.output,
                                    " is a palette file by its name, and what would be written is a "
                                    "PNG picture; --from makes palette files")};
@@ -139,7 +139,7 @@ void check_conversion_usage(PaletteOptions const& options)
         throw WrongUsage{ut_concat("--from takes one file, and ", options.files.front(), " is a second")};
     check_output(options, {*options.from});
     gxImageFileFormat format = gxImageFilePNG;
-    if (gxImageFileUtils::file_format_from_extension(utString(extension_of(options.output)), format))
+    if (gxImageFileUtils::file_format_from_extension(utString(gx_extension(options.output)), format))
         throw WrongUsage{ut_concat(options.output,
                                    " is a picture by its name, and what would be written is a palette "
                                    "file; without --from it becomes a picture")};

@@ -18,6 +18,8 @@
 
 namespace mrtool {
 
+using namespace sandbox;
+
 template <class Wire>
 void exchange(Wire& wire, JobResult& result)
 {

@@ -40,7 +40,7 @@ struct WorkerLimits
     /// The time is that of one job. The memory is all that a worker may write to and shares with nobody, as Linux
     /// counts RLIMIT_DATA: address space alone says little, since drivers and threads reserve gigabytes of it.
     /// The output is what a result takes.
-    ChildLimits job{std::chrono::minutes(5), std::uint64_t{4} << 30, std::uint64_t{16} << 20};
+    sandbox::ChildLimits job{std::chrono::minutes(5), std::uint64_t{4} << 30, std::uint64_t{16} << 20};
 
     // After a job that reaches one of these, the next worker takes over.
 

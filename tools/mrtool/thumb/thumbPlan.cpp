@@ -4,6 +4,8 @@
 #include "pendingFile.h"
 #include "utConcat.h"
 
+#include "gxFileHints.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -37,7 +39,7 @@ fs::path target_of(fs::path const& path)
 bool passed_over(fs::path const& path)
 {
     std::string const name = path.filename().string();
-    return name.ends_with(".thumb.png") || is_pending_name(name) || vague_extension(extension_of(name));
+    return name.ends_with(".thumb.png") || is_pending_name(name) || vague_extension(gx_extension(name));
 }
 
 class Planner

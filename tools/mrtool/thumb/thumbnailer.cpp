@@ -12,6 +12,8 @@
 #include "mrSource.h"
 #include "mrThumbnails.h"
 
+#include "gxFileHints.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -41,7 +43,7 @@ struct Axes
 
 Axes axes_of(std::string const& path)
 {
-    std::string const extension = extension_of(path);
+    std::string const extension = gx_extension(path);
     if (extension == "3ds" || extension == "prj")
         return {'z', true};
     return {extension == "stl" || extension == "ply" ? 'z' : 'y'};
@@ -141,16 +143,19 @@ Thumbnailer::Picture Thumbnailer::of_material(std::string const& path)
 
 Thumbnailer::Picture Thumbnailer::of_meshes(std::string const& path)
 {
-    Meshes meshes;
-    if (!m_reader.meshes(path, meshes, m_reason) || !start_renderer())
+    scScene scene;
+    if (!m_reader.read_surfaces(path, scene, m_reason) || !start_renderer())
         return nullptr;
+    giTriBlockcoDListPtrcoPtrcoDList blocks;
+    for (scSurface const& surface : scene.surfaces)
+        blocks.append(surface.block.get());
     mrThumbnails thumbnails(m_renderer.get(), atts_for(path));
-    return drawn(thumbnails.from_meshes(meshes.blocks));
+    return drawn(thumbnails.from_meshes(blocks));
 }
 
 Thumbnailer::Picture Thumbnailer::of_image(ThumbJob const& job)
 {
-    Picture const image = m_reader.image(job.input, job.file.format, m_reason);
+    Picture const image = m_reader.read_image(job.input, job.file.format, m_reason);
     if (!image)
         return nullptr;
     mrThumbnails thumbnails(m_renderer.get(), atts_for(job.input));

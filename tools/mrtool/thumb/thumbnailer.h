@@ -2,15 +2,16 @@
 #pragma once
 
 #include "commands.h"
-#include "dgCounted.h"
 #include "messages.h"
 #include "thumbPlan.h"
-#include "untrustedReader.h"
 #include "workers.h"
 
 #include "mrPieChart.h"
 #include "mrThumbAtts.h"
 
+#include "scReader.h"
+
+#include "dgCounted.h"
 #include "dgOffscreenRenderer.h"
 
 #include <optional>
@@ -48,7 +49,7 @@ private:
     Picture drawn(dgDuctImage* image);
 
     ThumbOptions const& m_options;
-    UntrustedReader m_reader;
+    scReader m_reader;
     Reports m_reports;
     dgCounted<dgOffscreenRenderer> m_renderer;
     std::optional<std::string> m_no_renderer; ///< why there is none, once it was tried

@@ -1,48 +1,52 @@
-#include "sceneTexture.h"
+#include "scTextures.h"
 
-#include "fileKind.h"
+#include "notes.h"
 #include "siblingFile.h"
 #include "utConcat.h"
 
-#include <filesystem>
+#include "gxFileHints.h"
 
-namespace mrtool {
+#include <filesystem>
 
 namespace fs = std::filesystem;
 
+using sc::find_scene_file;
+using sc::SceneFile;
+using sc::strip_folders;
+
 namespace {
 
-/// The image's format, where its name or its beginning tells one.
-std::optional<gxImageFileFormat> format_of(std::string const& path)
+/// Whether the file is an image of a known format, by its beginning or its name.
+bool find_format(std::string const& path, gxImageFileFormat& format)
 {
-    KnownFile const file = file_kind(path);
-    return file.kind == FileKind::image ? std::optional(file.format) : std::nullopt;
+    return gxImageFileUtils::file_format_from_content(gx_read_beginning(path), format) != 0 ||
+           gxImageFileUtils::file_format_from_extension(utString(gx_extension(path)), format) != 0;
 }
 
 } // namespace
 
-std::string SceneTextures::name(SceneMaterial const& material) const
+std::string scTextures::name(scMaterial const& material) const
 {
     if (!material.embedded) {
-        std::string name = name_without_folders(material.texture);
+        std::string name = strip_folders(material.texture);
         return name.empty() ? "texture" : name;
     }
     std::string name;
     if (*material.embedded < m_scene.images.size())
-        name = name_without_folders(m_scene.images[*material.embedded].name);
+        name = strip_folders(m_scene.images[*material.embedded].name);
     return name.empty() || name[0] == '*' ? ut_concat("texture-", *material.embedded + 1) : name;
 }
 
-bool SceneTextures::lies_outside(SceneMaterial const& material) const
+bool scTextures::lies_outside(scMaterial const& material) const
 {
     std::optional<SceneFile> const file =
-        material.embedded ? std::nullopt : find_scene_file(m_scene_path, material.texture);
+        material.embedded ? std::nullopt : find_scene_file(m_scene.path, material.texture);
     return file && file->outside;
 }
 
-dgCounted<dgDuctImage> SceneTextures::image(SceneMaterial const& material, std::string& reason)
+dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, std::string& reason)
 {
-    std::optional<Source> const from = source(material, reason);
+    std::optional<Source> const from = find_source(material, reason);
     if (!from)
         return nullptr;
     if (auto const failed = m_failed.find(from->key); failed != m_failed.end()) {
@@ -67,8 +71,8 @@ dgCounted<dgDuctImage> SceneTextures::image(SceneMaterial const& material, std::
     return dg_hold(m_last.get());
 }
 
-std::optional<SceneTextures::Source> SceneTextures::source(SceneMaterial const& material,
-                                                           std::string& reason) const
+std::optional<scTextures::Source> scTextures::find_source(scMaterial const& material,
+                                                          std::string& reason) const
 {
     if (material.embedded) {
         if (*material.embedded < m_scene.images.size())
@@ -77,27 +81,26 @@ std::optional<SceneTextures::Source> SceneTextures::source(SceneMaterial const& 
         reason = "the scene has no such image";
         return std::nullopt;
     }
-    if (std::optional<SceneFile> const file = find_scene_file(m_scene_path, material.texture)) {
+    if (std::optional<SceneFile> const file = find_scene_file(m_scene.path, material.texture)) {
         std::error_code ignored;
         return Source{file->whole, file->path, fs::file_size(file->path, ignored)};
     }
-    reason = no_such_file;
+    reason = sc::no_such_file;
     return std::nullopt;
 }
 
-dgCounted<dgDuctImage> SceneTextures::read(SceneMaterial const& material, Source const& source,
-                                           std::string& reason) const
+dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, Source const& source,
+                                        std::string& reason) const
 {
     if (material.embedded)
-        return m_reader.image(m_scene.images[*material.embedded], reason);
+        return m_reader.read_image(m_scene.images[*material.embedded], reason);
     if (source.bytes > max_file_size) {
         reason = "larger than 1 GiB";
         return nullptr;
     }
-    if (std::optional<gxImageFileFormat> const format = format_of(source.path))
-        return m_reader.image(source.path, *format, reason);
+    gxImageFileFormat format = gxImageFilePNG;
+    if (find_format(source.path, format))
+        return m_reader.read_image(source.path, format, reason);
     reason = "not an image file of a known format";
     return nullptr;
 }
-
-} // namespace mrtool

@@ -6,7 +6,7 @@
 #include <string>
 #include <sys/types.h>
 
-namespace mrtool {
+namespace sandbox {
 
 /// Takes what a pipe or a socket holds; waits while it holds nothing.
 /// @return false at its end
@@ -48,4 +48,4 @@ void die_with(pid_t parent, int signal);
 /// @param resource  RLIMIT_AS or RLIMIT_DATA. Not limited under the address sanitizer, which takes terabytes
 void limit_memory(int resource, std::uint64_t bytes);
 
-} // namespace mrtool
+} // namespace sandbox

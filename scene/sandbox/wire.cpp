@@ -3,7 +3,7 @@
 #include <cerrno>
 #include <unistd.h>
 
-namespace mrtool {
+namespace sandbox {
 
 namespace {
 
@@ -70,4 +70,4 @@ void WireReader::copy(std::string_view from, void* to)
         std::memcpy(to, from.data(), from.size());
 }
 
-} // namespace mrtool
+} // namespace sandbox

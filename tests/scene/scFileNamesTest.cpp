@@ -1,10 +1,8 @@
-#include "fileName.h"
+#include "scFileNames.h"
 
 #include "mrTest.h"
 
-namespace mrtool {
-
-TEST(fileName, keeps_letters_of_any_script_and_hides_nothing)
+TEST(scFileNames, keeps_letters_of_any_script_and_hides_nothing)
 {
     struct
     {
@@ -17,12 +15,18 @@ TEST(fileName, keeps_letters_of_any_script_and_hides_nothing)
         {std::string("a\0b\n", 4), "a_b_"},
     };
     for (auto const& each : cases)
-        EXPECT_EQ(safe_file_name(each.name), each.file);
+        EXPECT_EQ(scFileNames::make_safe(each.name), each.file);
 
     std::string name = "x"; // cut between characters
     for (int at = 0; at < 100; ++at)
         name += "ü";
-    EXPECT_EQ(safe_file_name(name), name.substr(0, 99));
+    EXPECT_EQ(scFileNames::make_safe(name), name.substr(0, 99));
 }
 
-} // namespace mrtool
+TEST(scFileNames, hands_out_no_name_twice)
+{
+    scFileNames names;
+    EXPECT_EQ(names.make_unique("a/b"), "a_b");
+    EXPECT_EQ(names.make_unique("a_b-2"), "a_b-2");
+    EXPECT_EQ(names.make_unique("a?b"), "a_b-3");
+}

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -13,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace mrtool {
+namespace sandbox {
 
 namespace {
 
@@ -42,19 +43,44 @@ struct Pipe
     bool open = false;
 };
 
+/// The status of a child in which no program could be started. It has written why, an errno, to standard
+/// error.
+constexpr int exec_failed = 127;
+
+/// A copy of a file out of the way of the standard ones, which may be closed in the parent.
+int keep_above_standard(int file)
+{
+    return fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+}
+
 /// Between fork and exec: only calls that are safe there, since a renderer's threads may be around.
 [[noreturn]] void become(char* const* arguments, ChildLimits const& limits, pid_t parent, int input,
                          int output, int words)
 {
     die_with(parent, SIGKILL);
-    int const nothing = open("/dev/null", O_RDWR);
-    dup2(input >= 0 ? input : nothing, STDIN_FILENO);
-    dup2(output, STDOUT_FILENO);
-    dup2(words, STDERR_FILENO);
+    int const from = keep_above_standard(input >= 0 ? input : open("/dev/null", O_RDWR | O_CLOEXEC));
+    int const to = keep_above_standard(output);
+    int const errors = keep_above_standard(words);
+    dup2(from, STDIN_FILENO);
+    dup2(to, STDOUT_FILENO);
+    dup2(errors, STDERR_FILENO);
     limit_memory(RLIMIT_AS, limits.memory);
     signal(SIGPIPE, SIG_DFL);
     execv(arguments[0], arguments);
-    _exit(127);
+    int const error = errno;
+    if (write(STDERR_FILENO, &error, sizeof error) < 0)
+        _exit(EXIT_FAILURE);
+    _exit(exec_failed);
+}
+
+/// Whether no program could be started in the child.
+/// @param error  receives the errno
+bool never_began(ChildResult const& result, std::string const& last_words, int& error)
+{
+    if (result.end != ChildEnd::finished || result.code != exec_failed || last_words.size() != sizeof error)
+        return false;
+    std::memcpy(&error, last_words.data(), sizeof error);
+    return true;
 }
 
 /// Collects output and last words until the child closed both.
@@ -129,6 +155,8 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
     int status = 0;
     if (result.end == ChildEnd::finished && ended(child, deadline, status)) {
         judge(status, last_words, result);
+        if (never_began(result, last_words, result.code))
+            result.end = ChildEnd::not_started;
         return result;
     }
     if (result.end == ChildEnd::finished)
@@ -164,4 +192,4 @@ std::string describe(ChildResult const& result, ChildLimits const& limits)
     return std::string("could not be done in a process of its own: ") + std::strerror(result.code);
 }
 
-} // namespace mrtool
+} // namespace sandbox

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace mrtool {
+namespace sandbox {
 
 struct ChildLimits
 {
@@ -53,4 +53,4 @@ void judge(int status, std::string const& last_words, ChildResult& result);
 /// What became of a child that did not finish with status 0, in words: "took longer than 60 s".
 std::string describe(ChildResult const& result, ChildLimits const& limits);
 
-} // namespace mrtool
+} // namespace sandbox

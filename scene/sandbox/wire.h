@@ -1,6 +1,7 @@
 // How the parent and the child that reads a file for it hand each other values.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -10,12 +11,12 @@
 #include <type_traits>
 #include <vector>
 
-namespace mrtool {
+namespace sandbox {
 
 template <class T>
 concept WireNumber = std::is_arithmetic_v<T> || std::is_enum_v<T>;
 
-/// Writes values to a file, as they stand in memory: both ends are the same program.
+/// Writes values to a file, as they stand in memory: both ends are of one build.
 ///
 /// A struct that travels has a function `exchange(wire, value)` found beside it, which hands the struct's
 /// fields to the writer or the reader one by one: one description for both directions.
@@ -34,6 +35,13 @@ public:
     }
 
     void operator()(std::string& text) { array(text); }
+
+    template <class T, std::size_t Size>
+    void operator()(std::array<T, Size>& values)
+    {
+        for (T& value : values)
+            (*this)(value);
+    }
 
     template <class T>
     void operator()(std::optional<T>& value)
@@ -104,6 +112,13 @@ public:
     void operator()(std::string_view& text) { text = take(count(1)); }
     void operator()(std::string& text) { text = take(count(1)); }
 
+    template <class T, std::size_t Size>
+    void operator()(std::array<T, Size>& values)
+    {
+        for (T& value : values)
+            (*this)(value);
+    }
+
     template <class T>
     void operator()(std::optional<T>& value)
     {
@@ -144,4 +159,4 @@ private:
     bool m_failed = false;
 };
 
-} // namespace mrtool
+} // namespace sandbox

@@ -1,6 +1,5 @@
-#include "fileName.h"
+#include "scFileNames.h"
 
-#include "messages.h"
 #include "utConcat.h"
 #include "utUTF8.h"
 
@@ -10,11 +9,7 @@
 #include <memory>
 #include <type_traits>
 
-namespace mrtool {
-
 namespace {
-
-constexpr std::size_t longest_name = 100;
 
 struct FreeLocale
 {
@@ -22,7 +17,7 @@ struct FreeLocale
 };
 
 /// The classes of characters; not a matter of the user's locale.
-locale_t characters()
+locale_t get_characters()
 {
     static std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale> const locale(
         newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr));
@@ -32,16 +27,16 @@ locale_t characters()
 /// Whether it is a letter in any script.
 bool is_letter(wchar_t character)
 {
-    return characters() && iswalpha_l(static_cast<wint_t>(character), characters()) != 0;
+    return get_characters() && iswalpha_l(static_cast<wint_t>(character), get_characters()) != 0;
 }
 
 /// Whether it is an accent or the like that changes the letter before it.
 bool is_mark(wchar_t character)
 {
-    if (!characters())
+    if (!get_characters())
         return false;
-    static wctype_t const marks = wctype_l("combining", characters());
-    return iswctype_l(static_cast<wint_t>(character), marks, characters()) != 0;
+    static wctype_t const marks = wctype_l("combining", get_characters());
+    return iswctype_l(static_cast<wint_t>(character), marks, get_characters()) != 0;
 }
 
 /// Whether a character that is no letter beyond ASCII stays.
@@ -54,7 +49,7 @@ bool stays(wchar_t character, bool in_front)
 
 } // namespace
 
-std::string safe_file_name(std::string_view name)
+std::string scFileNames::make_safe(std::string_view name)
 {
     std::string const whole = utUTF8::from_any(name);
     std::string safe;
@@ -68,24 +63,23 @@ std::string safe_file_name(std::string_view name)
         bool const kept = after_letter || stays(code, safe.empty());
         if (!kept)
             character = "_";
-        if (safe.size() + character.size() > longest_name)
+        if (safe.size() + character.size() > max_size)
             break;
         safe += character;
     }
     return safe.empty() ? "_" : safe;
 }
 
-std::string UniqueNames::take(std::string const& name)
+std::string scFileNames::make_unique(std::string_view name)
 {
-    auto const [known, first] = m_taken.emplace(name, 1);
+    std::string const safe = make_safe(name);
+    auto const [known, first] = m_given.emplace(safe, 1);
     if (first)
-        return name;
+        return safe;
     for (;;) {
         // Goes on where it stopped: a scene may have tens of thousands of materials of one name.
-        std::string unique = ut_concat(name, "-", ++known->second);
-        if (m_taken.emplace(unique, 1).second)
+        std::string unique = ut_concat(safe, "-", ++known->second);
+        if (m_given.emplace(unique, 1).second)
             return unique;
     }
 }
-
-} // namespace mrtool

@@ -10,7 +10,7 @@
 #include <thread>
 #include <unistd.h>
 
-namespace mrtool {
+namespace sandbox {
 
 namespace {
 
@@ -95,4 +95,4 @@ void limit_memory(int resource, std::uint64_t bytes)
         limit(resource, bytes);
 }
 
-} // namespace mrtool
+} // namespace sandbox

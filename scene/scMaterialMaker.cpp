@@ -1,0 +1,185 @@
+#include "scMaterialMaker.h"
+
+#include "notes.h"
+
+#include "mrFileMat.h"
+#include "mrFMFacet.h"
+#include "mrFMPlainMat.h"
+#include "mrFMTexture.h"
+#include "mrMatProp.h"
+
+#include "xmlUtils.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <iterator>
+
+using sc::make_note;
+
+namespace {
+
+using Notes = std::vector<scNote>;
+
+/// The value, or the nearest in its range, or for one that is no number another.
+double bring_into_range(char const* what, double value, double high, double otherwise, Notes& notes)
+{
+    double const taken = std::isnan(value) ? otherwise : std::clamp(value, 0.0, high);
+    if (taken != value)
+        notes.push_back(
+            make_note(scNoteChanged, ut_concat("the ", what, " of %1 is taken as %2"), value, taken));
+    return taken;
+}
+
+std::string write_colour(scColour const& colour)
+{
+    return ut_concat("(", colour[0], " ", colour[1], " ", colour[2], ")");
+}
+
+giColour make_colour(scMaterial const& material, Notes& notes)
+{
+    double const unsaid = material.textured() ? 1.0 : 0.8;
+    scColour const colour = material.colour.value_or(scColour{unsaid, unsaid, unsaid});
+    unsigned char bytes[3];
+    bool changed = false;
+    for (std::size_t at = 0; at < 3; ++at) {
+        double const taken = std::isnan(colour[at]) ? 0.0 : std::clamp(colour[at], 0.0, 1.0);
+        changed = changed || taken != colour[at];
+        bytes[at] = static_cast<unsigned char>(std::lround(taken * 255.0));
+    }
+    if (changed)
+        notes.push_back(make_note(scNoteChanged, "the colour of %1 is brought into the range 0 to 1",
+                                  write_colour(colour)));
+    return {bytes[0], bytes[1], bytes[2], 0};
+}
+
+double make_polish(scMaterial const& material, Notes& notes)
+{
+    if (material.roughness)
+        return 1.0 - bring_into_range("roughness", *material.roughness, 1.0, 1.0, notes);
+    double const shininess = bring_into_range("shininess", material.shininess.value_or(0.0),
+                                              scMaterialMaker::max_shininess, 0.0, notes);
+    return std::sqrt(shininess / scMaterialMaker::max_shininess);
+}
+
+double make_reflect(scMaterial const& material, Notes& notes)
+{
+    if (material.metalness)
+        return bring_into_range("metalness", *material.metalness, 1.0, 0.0, notes);
+    return bring_into_range("reflectivity", material.reflectivity.value_or(0.0), 1.0, 0.0, notes);
+}
+
+double make_transparency(scMaterial const& material, Notes& notes)
+{
+    if (material.opacity)
+        return 1.0 - bring_into_range("opacity", *material.opacity, 1.0, 1.0, notes);
+    return bring_into_range("transparency", material.transparency.value_or(0.0), 1.0, 0.0, notes);
+}
+
+double make_emission(scMaterial const& material, Notes& notes)
+{
+    if (!material.emission)
+        return 0.0;
+    scColour const& colour = *material.emission;
+    double const largest = *std::max_element(colour.begin(), colour.end());
+    double const taken = bring_into_range("emission", largest, 1.0, 0.0, notes);
+    if (colour != scColour{largest, largest, largest})
+        notes.push_back(make_note(scNoteChanged, "the emitted colour %1 becomes an emission of %2",
+                                  write_colour(colour), taken));
+    return taken;
+}
+
+double make_refractive_index(scMaterial const& material, Notes& notes)
+{
+    return bring_into_range("refractive index", material.refractive_index.value_or(1.0),
+                            mrFMPlainMat::max_refractive_index, 1.0, notes);
+}
+
+/// The text as it will be read back; another where nothing is left of it.
+utString make_carried(std::string const& text, char const* other)
+{
+    utString const left = xmlUtils::carried(utString(text));
+    return left.empty() ? utString(other) : left;
+}
+
+mrMatPropcoSet make_properties(scScene const& scene, scMaterial const& material)
+{
+    mrMatPropcoSet properties(mrInitialSize, mrFillLimit);
+    auto const add = [&](char const* name, std::string const& value) {
+        if (utString const left = xmlUtils::carried(utString(value)); !left.empty())
+            properties.add(mrMatProp(mrMatPropTypeStringTag, name, left, 0));
+    };
+    add("scene", std::filesystem::path(scene.path).filename().string());
+    add("material", material.name);
+    return properties;
+}
+
+bool has_transparent_pixels(dgDuctImage const& image)
+{
+    unsigned char const* const pixels = image.pixels();
+    for (std::size_t at = 3; at < image.byte_count(); at += 4)
+        if (pixels[at] != 255)
+            return true;
+    return false;
+}
+
+} // namespace
+
+std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
+                                                          Notes& notes)
+{
+    // In this order the notes come.
+    giColour const colour = make_colour(material, notes);
+    double const polish = make_polish(material, notes);
+    double const reflect = make_reflect(material, notes);
+    double const transparency = make_transparency(material, notes);
+    double const emission = make_emission(material, notes);
+    double const refractive_index = make_refractive_index(material, notes);
+    return std::make_unique<mrFMPlainMat>(make_carried(name, "material"),
+                                          mrMatPropcoSet(mrInitialSize, mrFillLimit), 0, colour, polish,
+                                          reflect, transparency, emission, refractive_index, utString());
+}
+
+std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& notes)
+{
+    scMaterial const& material = m_scene.materials[number];
+    auto const left_out = std::find_if(material.notes.begin(), material.notes.end(),
+                                       [](scNote const& each) { return each.kind == scNoteLeftOut; });
+    notes.insert(notes.end(), material.notes.begin(), left_out);
+    auto plain = make_plain(material, m_scene.material_name(number), notes);
+    mrFMTexturecoDList layers;
+    utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
+    dgCounted<dgDuctImage> const texture = material.textured() ? read_texture(material, notes) : nullptr;
+    if (texture) {
+        utString const title = make_carried(m_textures.name(material), "texture");
+        texture->new_name(title.c_str());
+        layers.append(mrFMTexture(title, mrTexLayerColour, 0, giColour()));
+        images[title] = texture.get();
+    }
+    notes.insert(notes.end(), left_out, material.notes.end());
+    mrFMFacetcoDListPtrcoPtrcoDList facets;
+    facets.append(new mrFMFacet(plain.release(), layers));
+    return std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+}
+
+/// @return the image of the material's texture, or null when it cannot be read
+dgCounted<dgDuctImage> scMaterialMaker::read_texture(scMaterial const& material, Notes& notes)
+{
+    std::string reason;
+    dgCounted<dgDuctImage> image = m_textures.read(material, reason);
+    std::string const name = material.embedded ? m_textures.name(material) : material.texture;
+    if (!image) {
+        notes.push_back(make_note(scNoteFailed, "written without its texture \"%1\": %2", name, reason));
+        return nullptr;
+    }
+    if (m_textures.lies_outside(material))
+        notes.push_back(
+            make_note(scNoteOutside, "its texture \"%1\" is taken from outside the scene's folder", name));
+    if (has_transparent_pixels(*image))
+        notes.push_back(
+            make_note(scNoteChanged,
+                      "the transparency of the texture \"%1\" stays in its image, where a texture "
+                      "layer makes no use of it",
+                      name));
+    return image;
+}

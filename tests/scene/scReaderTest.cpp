@@ -1,0 +1,181 @@
+#include "scReader.h"
+
+#include "wired.h"
+
+#include "giTriBlock.h"
+
+#include <gmock/gmock.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <set>
+#include <sys/wait.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+scReader const in_child;
+scReader const here({.place = scReadHere});
+
+/// The files of a folder of samples, in order.
+std::set<std::string> samples_in(std::string const& folder)
+{
+    std::set<std::string> paths;
+    for (auto const& entry : std::filesystem::directory_iterator(sample(folder)))
+        if (entry.is_regular_file())
+            paths.insert(entry.path().string());
+    return paths;
+}
+
+std::string wired_materials(scReader const& reader, std::string const& path)
+{
+    scScene scene;
+    std::string reason;
+    return reader.read_materials(path, scene, reason) ? wired(scene) : reason;
+}
+
+std::string wired_surfaces(scReader const& reader, std::string const& path)
+{
+    scScene scene;
+    std::string reason;
+    return reader.read_surfaces(path, scene, reason) ? wired(scene.surfaces) : reason;
+}
+
+scReader helped_by(std::string const& helper)
+{
+    scReadOptions options;
+    options.helper = helper;
+    return scReader(options);
+}
+
+std::string reason_of(scReader const& reader)
+{
+    scScene scene;
+    std::string reason;
+    EXPECT_FALSE(reader.read_surfaces(sample("meshes/gear.stl"), scene, reason));
+    EXPECT_TRUE(scene.surfaces.empty());
+    return reason;
+}
+
+/// The only material of an MTL file.
+scMaterial read_mtl(std::string const& statements)
+{
+    TestFolder const folder;
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\n");
+    write_bytes(folder.path("a.mtl"), "newmtl a\n" + statements);
+    scScene scene;
+    std::string reason;
+    EXPECT_TRUE(here.read_materials(folder.path("a.obj"), scene, reason)) << reason;
+    return scene.materials.at(0);
+}
+
+} // namespace
+
+TEST(scReader, reads_the_same_here_and_in_a_child)
+{
+    std::set<std::string> paths = samples_in("scenes");
+    paths.merge(samples_in("meshes"));
+    paths.insert(sample("README.md"));
+    paths.insert(sample("gone.glb"));
+    for (std::string const& path : paths) {
+        EXPECT_EQ(wired_materials(in_child, path), wired_materials(here, path)) << path;
+        EXPECT_EQ(wired_surfaces(in_child, path), wired_surfaces(here, path)) << path;
+    }
+    EXPECT_GT(wired_surfaces(here, sample("meshes/gear.stl")).size(), 1000u);
+}
+
+TEST(scReader, reads_the_same_images_here_and_in_a_child)
+{
+    std::string ours, theirs;
+    for (std::string const& path : samples_in("images")) {
+        gxImageFileFormat format = gxImageFilePNG;
+        gxImageFileUtils::file_format_from_extension(
+            utString(std::filesystem::path(path).extension().string().substr(1)), format);
+        auto const image = here.read_image(path, format, ours);
+        auto const other = in_child.read_image(path, format, theirs);
+        ASSERT_TRUE(image && other) << path << ours << theirs;
+        EXPECT_TRUE(image->equal(other.get())) << path;
+
+        scImage embedded;
+        embedded.extension = std::filesystem::path(path).extension().string().substr(1);
+        embedded.bytes = read_bytes(path);
+        auto const inner = in_child.read_image(embedded, theirs);
+        ASSERT_TRUE(inner) << path << theirs;
+        EXPECT_TRUE(image->equal(inner.get())) << path;
+    }
+    EXPECT_FALSE(here.read_image(sample("README.md"), gxImageFileBMP, ours));
+    EXPECT_FALSE(in_child.read_image(sample("README.md"), gxImageFileBMP, theirs));
+    EXPECT_EQ(ours, theirs);
+
+    scImage pixels;
+    pixels.width = pixels.height = 2;
+    pixels.bytes = std::string(15, 'x');
+    EXPECT_FALSE(here.read_image(pixels, ours));
+    EXPECT_EQ(ours, "not a readable image: its size makes no sense");
+    pixels.bytes += 'x';
+    EXPECT_TRUE(here.read_image(pixels, ours));
+}
+
+TEST(scReader, finds_the_materials_of_surfaces)
+{
+    scScene scene;
+    std::string reason;
+    ASSERT_TRUE(here.read_surfaces(sample("scenes/still-life.obj"), scene, reason)) << reason;
+    EXPECT_FALSE(scene.surfaces[0].material);
+    ASSERT_TRUE(here.read_materials(sample("scenes/still-life.obj"), scene, reason)) << reason;
+    std::set<std::size_t> used;
+    for (scSurface const& surface : scene.surfaces) {
+        ASSERT_TRUE(surface.material) << surface.material_name;
+        EXPECT_EQ(scene.materials.at(*surface.material).name, surface.material_name);
+        used.insert(*surface.material);
+    }
+    EXPECT_EQ(used.size(), scene.materials.size());
+    // By a name that two of them have, nothing is found.
+    scene.materials.clear();
+    TestFolder const folder;
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\nv 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n");
+    write_bytes(folder.path("a.mtl"), "newmtl a\nnewmtl a\n");
+    ASSERT_TRUE(in_child.read_materials(folder.path("a.obj"), scene, reason)) << reason;
+    ASSERT_TRUE(in_child.read_surfaces(folder.path("a.obj"), scene, reason)) << reason;
+    EXPECT_FALSE(scene.surfaces.at(0).material);
+}
+
+TEST(scReader, believes_no_child)
+{
+    // A child that answers with its arguments instead of meshes.
+    EXPECT_EQ(reason_of(helped_by("/bin/echo")), "reading it gave no sensible answer");
+    EXPECT_EQ(reason_of(helped_by("/bin/false")), "reading it ended with status 1");
+    scReadOptions options;
+    options.time = std::chrono::milliseconds(1);
+    EXPECT_EQ(reason_of(scReader(options)), "reading it took longer than 1 ms");
+    EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD);
+}
+
+TEST(scReader, says_that_its_helper_does_not_start)
+{
+    TestFolder const folder;
+    std::string const helper = folder.path("helper");
+    std::string const subject = "the program " + helper + ", which reads files for others, does not start: ";
+    EXPECT_EQ(reason_of(helped_by(helper)), subject + "No such file or directory");
+    write_bytes(helper, "\x7f"
+                        "ELF, but no more than that");
+    EXPECT_EQ(reason_of(helped_by(helper)), subject + "Permission denied");
+    std::filesystem::permissions(helper, std::filesystem::perms::owner_all);
+    EXPECT_EQ(reason_of(helped_by(helper)), subject + "Exec format error");
+}
+
+TEST(scReader, takes_d_before_Tr)
+{
+    for (char const* statements : {"d 0.75\nTr 0.5\n", "Tr 0.5\nd 0.75\n"}) {
+        scMaterial const material = read_mtl(statements);
+        EXPECT_EQ(material.opacity, 0.75) << statements;
+        EXPECT_FALSE(material.transparency) << statements;
+        EXPECT_THAT(scNote::lines(material.notes),
+                    ElementsAre("its \"Tr\" of 0.5 is passed over, since its \"d\" says 0.75"))
+            << statements;
+    }
+    for (char const* statements : {"d 0.667\nTr 0.3333\n", "Tr 0.3333\nd 0.667\n"})
+        EXPECT_TRUE(read_mtl(statements).notes.empty()) << statements;
+    EXPECT_EQ(read_mtl("Tr 0.25\n").transparency, 0.25);
+}
