@@ -15,7 +15,7 @@ namespace {
 /// The image's format, where its name or its beginning tells one.
 std::optional<gxImageFileFormat> format_of(std::string const& path)
 {
-    KnownFile const file = file_kind(path);
+    KnownFile const file = detect_kind(path);
     return file.kind == FileKind::image ? std::optional(file.format) : std::nullopt;
 }
 

@@ -1,6 +1,5 @@
 #include "textLimits.h"
 
-#include "messages.h"
 #include "utConcat.h"
 #include "utUTF8.h"
 

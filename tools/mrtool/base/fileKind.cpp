@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <assimp/Importer.hpp>
 #include <cctype>
-#include <set>
 
 namespace mrtool {
 
@@ -16,47 +15,42 @@ namespace {
 
 constexpr std::size_t beginning_length = 4096;
 
-struct Bytes
-{
-    std::size_t at;
-    std::string_view bytes;
-
-    bool stand_in(std::string_view beginning) const
-    {
-        return beginning.size() >= at && beginning.substr(at).starts_with(bytes);
-    }
-};
-
+/// How files of a format begin. "?" stands for any byte.
 struct Signature
 {
     gxImageFileFormat format;
-    Bytes first;
-    Bytes second = {0, {}};
+    std::string_view pattern;
 };
 
 using namespace std::string_view_literals;
 
 constexpr Signature signatures[] = {
-    {gxImageFilePNG, {0, "\x89PNG\r\n\x1a\n"sv}},
-    {gxImageFileJPEG, {0, "\xff\xd8\xff"sv}},
-    {gxImageFileTIFF, {0, "II*\0"sv}},
-    {gxImageFileTIFF, {0, "MM\0*"sv}},
-    {gxImageFileGIF, {0, "GIF8"sv}},
-    {gxImageFileWebP, {0, "RIFF"sv}, {8, "WEBP"sv}},
-    // The reserved bytes: two letters alone begin many a text.
-    {gxImageFileBMP, {0, "BM"sv}, {6, "\0\0\0\0"sv}},
+    {gxImageFilePNG, "\x89PNG\r\n\x1a\n"sv},
+    {gxImageFileJPEG, "\xff\xd8\xff"sv},
+    {gxImageFileTIFF, "II*\0"sv},
+    {gxImageFileTIFF, "MM\0*"sv},
+    {gxImageFileGIF, "GIF8"sv},
+    {gxImageFileWebP, "RIFF"
+                      "????"
+                      "WEBP"sv},
+    // With the reserved bytes, since many texts begin with these two letters.
+    {gxImageFileBMP, "BM"
+                     "????"
+                     "\0\0\0\0"sv},
 };
 
-Signature const* signature_of(std::string_view beginning)
+/// @return null when the beginning is no known one
+Signature const* find_signature(std::string_view beginning)
 {
-    auto const fits = [=](Signature const& each) {
-        return each.first.stand_in(beginning) && each.second.stand_in(beginning);
-    };
-    auto const found = std::find_if(std::begin(signatures), std::end(signatures), fits);
+    auto const found = std::find_if(std::begin(signatures), std::end(signatures), [=](Signature const& each) {
+        return beginning.size() >= each.pattern.size() &&
+               std::equal(each.pattern.begin(), each.pattern.end(), beginning.begin(),
+                          [](char wanted, char byte) { return wanted == '?' || wanted == byte; });
+    });
     return found == std::end(signatures) ? nullptr : found;
 }
 
-/// Whether a document begins where a line or another tag leaves off; one that is spoken of in a text does not.
+/// Whether "<multimat>" stands at the beginning of a line or behind a tag. Within a text, it is only mentioned.
 bool opens_material(std::string_view beginning)
 {
     constexpr std::string_view opening = "<multimat>";
@@ -69,29 +63,11 @@ bool opens_material(std::string_view beginning)
     return false;
 }
 
-std::string lower(std::string text)
+bool is_mesh_extension(std::string const& extension)
 {
-    for (char& letter : text)
-        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-    return text;
-}
-
-/// Assimp's extensions, without the point. Asking it once is as dear as making all its importers.
-std::set<std::string> const& mesh_extensions()
-{
-    static std::set<std::string> const extensions = [] {
-        std::set<std::string> found;
-        aiString list;
-        Assimp::Importer().GetExtensionList(list);
-        std::string_view left = list.C_Str();
-        while (!left.empty()) {
-            std::string_view const entry = left.substr(0, left.find(';'));
-            found.emplace(entry.substr(entry.rfind('.') + 1));
-            left.remove_prefix(std::min(entry.size() + 1, left.size()));
-        }
-        return found;
-    }();
-    return extensions;
+    // Kept, since making one makes all of Assimp's importers.
+    static Assimp::Importer const importer;
+    return importer.IsExtensionSupported("." + extension);
 }
 
 } // namespace
@@ -99,7 +75,10 @@ std::set<std::string> const& mesh_extensions()
 std::string extension_of(std::string const& path)
 {
     char const* const extension = gxImageFileUtils::get_extension(path.c_str(), '.');
-    return lower(extension ? extension : "");
+    std::string text = extension ? extension : "";
+    for (char& letter : text)
+        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    return text;
 }
 
 std::string read_beginning(std::string const& path)
@@ -118,30 +97,30 @@ std::string read_beginning(std::FILE* file)
 
 gxImageFileFormat image_format(std::string_view beginning, gxImageFileFormat by_name)
 {
-    Signature const* const found = signature_of(beginning);
+    Signature const* const found = find_signature(beginning);
     return found ? found->format : by_name;
 }
 
-bool vague_extension(std::string_view extension)
+bool is_vague_extension(std::string_view extension)
 {
     constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
     return std::find(std::begin(vague), std::end(vague), extension) != std::end(vague);
 }
 
-KnownFile file_kind(std::string const& path)
+KnownFile detect_kind(std::string const& path)
 {
     std::string const extension = extension_of(path);
     if (extension == "multimat")
         return {FileKind::material};
     std::string const beginning = read_beginning(path);
-    if (Signature const* const image = signature_of(beginning))
+    if (Signature const* const image = find_signature(beginning))
         return {FileKind::image, image->format};
     if (opens_material(beginning))
         return {FileKind::material};
     gxImageFileFormat format = gxImageFilePNG;
     if (gxImageFileUtils::file_format_from_extension(utString(extension), format))
         return {FileKind::image, format};
-    if (mesh_extensions().contains(extension))
+    if (is_mesh_extension(extension))
         return {FileKind::mesh};
     return {};
 }
@@ -163,7 +142,7 @@ bool is_palette(std::string_view beginning)
     return false;
 }
 
-OwnFormat own_format(std::string const& path, std::string_view beginning)
+OwnFormat detect_own_format(std::string const& path, std::string_view beginning)
 {
     std::string const extension = extension_of(path);
     if (extension == "multimat" || opens_material(beginning))

@@ -1,6 +1,5 @@
 #include "fileName.h"
 
-#include "messages.h"
 #include "utConcat.h"
 #include "utUTF8.h"
 

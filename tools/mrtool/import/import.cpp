@@ -1,8 +1,9 @@
 // mrtool import: a material file for each material of a scene.
-#include "commands.h"
+#include "commandLine.h"
 #include "fileName.h"
-#include "messages.h"
-#include "pendingFile.h"
+#include "outputFile.h"
+#include "progress.h"
+#include "reports.h"
 #include "sceneTexture.h"
 #include "siblingFile.h"
 #include "surface.h"
@@ -17,10 +18,13 @@
 
 #include "xmlUtils.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <new>
 
 namespace mrtool {
@@ -28,6 +32,13 @@ namespace mrtool {
 namespace fs = std::filesystem;
 
 namespace {
+
+struct ImportOptions
+{
+    std::vector<std::string> scenes;
+    std::string folder;
+    bool force = false; ///< whether to replace existing files
+};
 
 using Notes = std::vector<std::string>;
 
@@ -71,20 +82,19 @@ bool same_material(mrFileMat const& first, mrFileMat const& second)
            same_images(first.images(), second.images());
 }
 
-/// Writes a material file and believes in it when it reads back the same.
-/// @param reason  receives in words what went wrong
-bool write_material(mrFileMat const& material, std::string const& path, std::string& reason)
+/// Writes a material file and checks that it reads back the same.
+Result<> write_material(mrFileMat const& material, std::string const& path)
 {
-    return write_whole(path, reason, [&](std::string const& name) {
+    return write_whole(path, [&](std::string const& name) -> Result<> {
         utString const temporary(name);
         mrFileMat read_back;
         errno = 0;
         if (!material.write(temporary))
-            reason = ut_concat(path, " cannot be written",
-                               errno != 0 ? ut_concat(": ", std::strerror(errno)) : "");
-        else if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
-            reason = path + " does not read back as it was written";
-        return reason.empty();
+            return fail(ut_concat(path, " cannot be written",
+                                  errno != 0 ? ut_concat(": ", std::strerror(errno)) : ""));
+        if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
+            return fail(path + " does not read back as it was written");
+        return {};
     });
 }
 
@@ -140,11 +150,10 @@ private:
         bool complete = material.failures.empty();
         Notes notes = material.failures;
         notes.insert(notes.end(), material.notes.begin(), material.notes.end());
-        std::string reason;
         auto const file = material_file(scene_path, name, material, textures, notes, complete);
-        bool const written = write_material(*file, path, reason);
+        Result<> const written = write_material(*file, path);
         if (!written)
-            notes = {reason};
+            notes = {written.error().words};
         for (std::string const& note : notes)
             say(subject, note);
         return written && complete;
@@ -239,8 +248,6 @@ void spare_scenes(ImportOptions const& options)
                     ut_concat("the scene ", scene, " lies where its material files would: ", path.string())};
 }
 
-} // namespace
-
 int run_import(ImportOptions const& options)
 {
     spare_scenes(options);
@@ -256,12 +263,31 @@ int run_import(ImportOptions const& options)
         } catch (std::bad_alloc const&) {
             say(scene, "not enough memory");
         }
-        for (std::string const& report : reports.take())
+        for (std::string const& report : reports.pop())
             say(scene, "warning: " + report);
         if (!well)
             status = something_failed;
     }
     return status;
+}
+
+} // namespace
+
+Subcommand add_import(CLI::App& program)
+{
+    auto const options = std::make_shared<ImportOptions>();
+    CLI::App* const import =
+        program.add_subcommand("import", "Make a material file of each material of a scene");
+    import->add_option("SCENE", options->scenes, "Scene files: OBJ, glTF, GLB, 3DS, PLY and more")
+        ->type_name("")
+        ->required();
+    import->add_option("-o,--output", options->folder, "The folder for the material files; made when missing")
+        ->type_name("DIR")
+        ->check(check_not_empty, "")
+        ->required();
+    import->add_flag("--force", options->force, "Replace files that are there already");
+    import->footer("Example: mrtool import kitchen.obj -o materials");
+    return {import, [options] { return run_import(*options); }};
 }
 
 } // namespace mrtool
