@@ -98,15 +98,12 @@ private:
     guint m_handler = g_log_set_handler(m_domain, G_LOG_LEVEL_MASK, ignore, nullptr);
 };
 
-/// One image file on its way through the loader of its format.
+/// Reads one image file with the loader of its format.
 class Loader
 {
 public:
     explicit Loader(Format const& format)
-        : m_scalable(format.format == gxImageFileSVG),
-          m_numbers_in_text(format.format == gxImageFilePNM),
-          m_silent_when_cut(format.silent_when_cut),
-          m_loader(gdk_pixbuf_loader_new_with_type(format.loader, nullptr))
+        : m_format(format), m_loader(gdk_pixbuf_loader_new_with_type(format.loader, nullptr))
     {
         if (!m_loader)
             return;
@@ -114,47 +111,46 @@ public:
         g_signal_connect(m_loader.get(), "area-updated", G_CALLBACK(note_rows), this);
     }
 
+    ~Loader() { g_clear_error(&m_error); }
+    Loader(Loader const&) = delete;
+    Loader& operator=(Loader const&) = delete;
+
     /// @return the first frame, upright, or null with the reason
     Pixbuf load(std::FILE* file, utString& reason);
 
 private:
     static void limit_size(GdkPixbufLoader* loader, int width, int height, void* self);
     static void note_rows(GdkPixbufLoader*, int x, int y, int width, int height, void* self);
-    void feed(std::FILE* file, utString& reason);
+    utString decode(std::FILE* file);
+    bool write_file(std::FILE* file);
     bool is_cut() const;
 
-    bool m_scalable;
-    bool m_numbers_in_text; ///< whether the file may be one of numbers in plain text
-    bool m_silent_when_cut;
+    Format const& m_format;
     // The rows that came, from above or from below.
     int m_top = std::numeric_limits<int>::max();
     int m_bottom = 0;
     bool m_too_large = false;
+    bool m_refused = false;    ///< whether the loader found the file damaged
+    GError* m_error = nullptr; ///< why, if it said so
     std::unique_ptr<GdkPixbufLoader, UnrefObject> m_loader;
 };
 
-/// Called when the size is known and no room for pixels has been made yet.
+/// Called when the size is known and before room for pixels is allocated.
 void Loader::limit_size(GdkPixbufLoader* loader, int width, int height, void* self)
 {
     constexpr std::int64_t side = gxImageFileUtils::max_svg_side;
     std::int64_t const longest = std::max(width, height);
     auto& that = *static_cast<Loader*>(self);
-    if (that.m_scalable && longest > side) {
+    if (that.m_format.format == gxImageFileSVG && longest > side) {
         auto const scaled = [longest](std::int64_t length) {
             return static_cast<int>(std::max<std::int64_t>(1, (length * side + longest / 2) / longest));
         };
         gdk_pixbuf_loader_set_size(loader, scaled(width), scaled(height));
     } else if (std::int64_t{width} * height > gxImageFileUtils::max_pixels) {
         that.m_too_large = true;
-        // By this size loaders know that no pixels are wanted.
+        // This size tells loaders that no pixels are wanted.
         gdk_pixbuf_loader_set_size(loader, 0, 0);
     }
-}
-
-/// Whether a PNM file has its numbers in plain text, by its first bytes.
-bool is_plain_text(unsigned char const* bytes, std::size_t count)
-{
-    return count > 1 && bytes[1] >= '1' && bytes[1] <= '3';
 }
 
 void Loader::note_rows(GdkPixbufLoader*, int, int y, int, int height, void* self)
@@ -164,48 +160,59 @@ void Loader::note_rows(GdkPixbufLoader*, int, int y, int, int height, void* self
     that.m_bottom = std::max(that.m_bottom, y + height);
 }
 
+/// Whether rows are missing although the loader does not complain.
 bool Loader::is_cut() const
 {
     GdkPixbuf const* const image = gdk_pixbuf_loader_get_pixbuf(m_loader.get());
-    return m_silent_when_cut && image && (m_top > 0 || m_bottom < gdk_pixbuf_get_height(image));
+    return m_format.silent_when_cut && image && (m_top > 0 || m_bottom < gdk_pixbuf_get_height(image));
 }
 
-void Loader::feed(std::FILE* file, utString& reason)
+/// Whether a PNM file has its numbers in plain text, by its first bytes.
+bool is_plain_text(unsigned char const* bytes, std::size_t count)
 {
-    GError* error = nullptr;
+    return count > 1 && bytes[1] >= '1' && bytes[1] <= '3';
+}
+
+/// Hands the file to the loader until that refuses it.
+/// @return false when the file is empty
+bool Loader::write_file(std::FILE* file)
+{
     std::vector<unsigned char> bytes(1 << 16);
     bool empty = true;
     bool plain_text = false;
-    bool taken = true;
-    while (taken && !m_too_large) {
+    while (!m_refused && !m_too_large) {
         std::size_t const count = std::fread(bytes.data(), 1, bytes.size(), file);
         if (count == 0)
             break;
-        plain_text = m_numbers_in_text && (empty ? is_plain_text(bytes.data(), count) : plain_text);
+        if (empty)
+            plain_text = m_format.format == gxImageFilePNM && is_plain_text(bytes.data(), count);
         empty = false;
-        taken = gdk_pixbuf_loader_write(m_loader.get(), bytes.data(), count, &error);
+        m_refused = !gdk_pixbuf_loader_write(m_loader.get(), bytes.data(), count, &m_error);
     }
-    // The loader takes a number only when it has seen its end.
+    // The loader accepts a number only when it has seen its end.
     unsigned char const line_feed = '\n';
-    if (taken && plain_text)
-        taken = gdk_pixbuf_loader_write(m_loader.get(), &line_feed, 1, &error);
-    // On closing, that of JPEG makes up the rows that are missing.
-    bool const cut = is_cut();
-    // A loader has to be closed whatever happened; some decode only now.
-    if (!gdk_pixbuf_loader_close(m_loader.get(), taken ? &error : nullptr))
-        taken = false;
+    if (plain_text && !m_refused)
+        m_refused = !gdk_pixbuf_loader_write(m_loader.get(), &line_feed, 1, &m_error);
+    return !empty;
+}
 
+/// @return why the file was not decoded; invalid when it was
+utString Loader::decode(std::FILE* file)
+{
+    bool const empty = !write_file(file);
+    bool const cut = is_cut(); // before closing, when the loader of JPEG makes up the missing rows
+    // A loader has to be closed in every case; some decode only now.
+    if (!gdk_pixbuf_loader_close(m_loader.get(), m_refused ? nullptr : &m_error))
+        m_refused = true;
     if (m_too_large)
-        reason = "the image has more pixels than are allowed";
-    else if (std::ferror(file))
-        reason = "the file cannot be read";
-    else if (empty)
-        reason = "the file is empty";
-    else if (!taken)
-        reason = error ? one_line(error->message) : "the file is damaged";
-    else if (cut)
-        reason = "the file ends before the image does";
-    g_clear_error(&error);
+        return "the image has more pixels than are allowed";
+    if (std::ferror(file))
+        return "the file cannot be read";
+    if (empty)
+        return "the file is empty";
+    if (m_refused)
+        return m_error ? one_line(m_error->message) : utString("the file is damaged");
+    return cut ? utString("the file ends before the image does") : utString();
 }
 
 Pixbuf Loader::load(std::FILE* file, utString& reason)
@@ -214,7 +221,7 @@ Pixbuf Loader::load(std::FILE* file, utString& reason)
         reason = "no loader for image files of this format is installed";
         return nullptr;
     }
-    feed(file, reason);
+    reason = decode(file);
     if (!reason.invalid())
         return nullptr;
     GdkPixbuf* const first = gdk_pixbuf_loader_get_pixbuf(m_loader.get());

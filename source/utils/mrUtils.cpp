@@ -408,30 +408,8 @@ mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)
 mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault)
 {
     fault = {};
-<<<<<<< HEAD
     return mr_guard(fault, mrPaletteFileBadFormat,
                     [&] { return read_palette_source(source, palette, fault); });
-=======
-    gxFile const file(source.open(fault));
-    if (!file)
-        return mrPaletteFileOpenFailed;
-    gxFileStream in(file.get());
-    LastLine last;
-    mrPaletteFileError const error = read_palette(in, palette, last);
-    if (error != mrPaletteFileOK) {
-        fault.line = last.number;
-        // Memory may run out before a bad line.
-        fault.reason = last.bytes.empty() ? "not enough memory" : explain_line(last.bytes, error);
-    } else if (in.bad()) {
-        fault.reason = "reading it failed before its end";
-        return mrPaletteFileBadFormat;
-    } else if (!in.eof()) {
-        fault.line = last.number;
-        fault.reason = "longer than 1,023 characters; it and the lines after it are not read";
-        static_assert(max_palette_line == 1023);
-    }
-    return error;
->>>>>>> 154885d7ce1d5a40bade41467f7c33f70cf29bb0
 }
 
 std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)

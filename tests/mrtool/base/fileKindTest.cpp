@@ -4,7 +4,7 @@
 
 namespace mrtool {
 
-TEST(file_kind, content_counts_before_the_name)
+TEST(fileKind, is_that_of_the_content_before_that_of_the_name)
 {
     using namespace std::string_literals;
     struct
@@ -25,7 +25,7 @@ TEST(file_kind, content_counts_before_the_name)
     TestFolder const folder;
     for (auto const& each : cases) {
         write_bytes(folder.path(each.name), each.beginning);
-        KnownFile const file = file_kind(folder.path(each.name));
+        KnownFile const file = detect_kind(folder.path(each.name));
         EXPECT_EQ(file.kind, each.kind) << each.name << each.beginning;
         EXPECT_EQ(file.format, each.format) << each.name << each.beginning;
     }

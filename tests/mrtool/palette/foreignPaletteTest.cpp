@@ -1,8 +1,6 @@
 // Palettes of other formats, read and named. The files are put together here.
 #include "foreignPalette.h"
 
-#include "paletteWriter.h"
-
 #include "mrTest.h"
 
 #include <gmock/gmock.h>
@@ -57,23 +55,23 @@ std::string ase(std::vector<std::string> const& blocks)
     return made;
 }
 
-/// What becomes of a file with these bytes.
+/// The outcome of converting a file with these bytes.
 struct Converted
 {
     explicit Converted(std::string const& bytes)
     {
         TestFolder const folder;
         write_bytes(folder.path("from"), bytes);
-        ForeignPalette palette;
-        ForeignFault found;
-        std::string reason;
-        if (read_foreign_palette(folder.path("from"), palette, found)) {
-            EXPECT_TRUE(write_palette(palette.colours, folder.path("to"), of_names, reason)) << reason;
-            lines = read_bytes(folder.path("to"));
+        Result<ForeignPalette> const palette = read_foreign_palette(folder.path("from"));
+        if (!palette) {
+            long const line = palette.error().line;
+            fault = (line > 0 ? std::to_string(line) + ": " : "") + palette.error().words;
+            return;
         }
-        fault = (found.line > 0 ? std::to_string(found.line) + ": " : "") + found.words;
-        left_out = palette.left_out;
-        notes = palette.notes;
+        of_names = write_palette(palette->colours, folder.path("to")).value();
+        lines = read_bytes(folder.path("to"));
+        left_out = palette->left_out;
+        notes = palette->notes;
     }
 
     std::string lines, fault;
@@ -82,7 +80,7 @@ struct Converted
 
 } // namespace
 
-TEST(foreign_palette, reads_lines_of_text)
+TEST(foreignPalette, reads_lines_of_text)
 {
     Converted const gpl("\xef\xbb\xbfGIMP Palette\r\nName: Web\r\nColumns: 4\r\n#\r\n# by hand\r\n"
                         "  0   0   0\tBlack\r\n255 250 1 Two words \r\n1 2 3 Untitled\r\n\t4 5 6\r\n");
@@ -101,7 +99,7 @@ TEST(foreign_palette, reads_lines_of_text)
     EXPECT_EQ(names.lines, "rgb8 255 250 250 snow\nrgb8 1 2 3 ghost white\nrgb8 1 2 3 GhostWhite\n");
 }
 
-TEST(foreign_palette, reads_swatches_of_every_model)
+TEST(foreignPalette, reads_swatches_of_every_model)
 {
     // The three in Lab are red, green and blue of sRGB; the last lies far outside of it.
     Converted const all(
@@ -135,7 +133,7 @@ TEST(foreign_palette, reads_swatches_of_every_model)
     EXPECT_THAT(name.notes, ElementsAre(HasSubstr("with faulty UTF-16, now U+FFFD: 1 name")));
 }
 
-TEST(foreign_palette, refuses_what_is_none)
+TEST(foreignPalette, refuses_what_is_none)
 {
     std::string const red = ase_colour(u"red", "RGB ", {1.f, 0.f, 0.f});
     struct
@@ -165,7 +163,7 @@ TEST(foreign_palette, refuses_what_is_none)
     }
 }
 
-TEST(foreign_palette, makes_names_that_a_palette_file_can_have)
+TEST(foreignPalette, makes_names_that_a_palette_file_can_have)
 {
     std::string accents = "a";
     while (accents.size() < 1100)
@@ -187,19 +185,17 @@ TEST(foreign_palette, makes_names_that_a_palette_file_can_have)
         {"a\nb", "a b"},
         {std::string("c\0d", 3), "c d"},
     };
-    ForeignPalette palette;
+    std::vector<ForeignColour> colours;
     std::string lines;
     for (auto const& name : names) {
-        palette.colours.push_back({name.from, giColour(1, 2, 3, 0)});
+        colours.push_back({name.from, giColour(1, 2, 3, 0)});
         lines += "rgb8 1 2 3" + (name.to.empty() ? "" : " " + name.to) + "\n";
     }
-    palette.colours.push_back({longest, giColour(255, 255, 255, 0)}); // leaves less room for the name
+    colours.push_back({longest, giColour(255, 255, 255, 0)}); // leaves less room for the name
     lines += "rgb8 255 255 255 " + std::string(1006, 'x') + "\n";
 
     TestFolder const folder;
-    std::vector<std::string> notes;
-    std::string reason;
-    ASSERT_TRUE(write_palette(palette.colours, folder.path("a.pcp"), notes, reason)) << reason;
+    std::vector<std::string> const notes = write_palette(colours, folder.path("a.pcp")).value();
     EXPECT_EQ(read_bytes(folder.path("a.pcp")), lines);
     EXPECT_EQ(notes.size(), 5u);
     EXPECT_THAT(notes, Contains(HasSubstr("without the \"#\" that would begin a comment: 2 names")));

@@ -58,12 +58,12 @@ TEST(mrtool_palette, draws_swatches_in_order)
 
 TEST(mrtool_palette, finds_room_for_very_many_colours)
 {
-    auto const fullest = mrtool::swatch_layout({8191u * 8191u});
+    auto const fullest = mrtool::find_layout({8191u * 8191u});
     ASSERT_TRUE(fullest);
     EXPECT_EQ(std::pair(fullest->width, fullest->height), std::pair(8191, 8191));
-    EXPECT_EQ(mrtool::swatch_layout({100'000})->swatch, 5);
-    EXPECT_FALSE(mrtool::swatch_layout({8191u * 8191u + 1}));
-    EXPECT_FALSE(mrtool::swatch_layout(std::vector<std::size_t>(8192, 1)));
+    EXPECT_EQ(mrtool::find_layout({100'000})->swatch, 5);
+    EXPECT_FALSE(mrtool::find_layout({8191u * 8191u + 1}));
+    EXPECT_FALSE(mrtool::find_layout(std::vector<std::size_t>(8192, 1)));
 }
 
 TEST(mrtool_palette, converts_and_says_what_it_changes)
@@ -124,7 +124,7 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
                                           HasSubstr("Usage: mrtool palette [OPTIONS] [FILE...]")));
     }
     EXPECT_EQ(read_bytes(folder.path("a.pcp")), three);
-    // Nor does it where there is nothing to draw.
+    // With nothing to draw, nothing is written either.
     EXPECT_EQ(run_mrtool("palette a.gpl -o a.png", there).status, 1);
     EXPECT_FALSE(fs::exists(folder.path("a.png")));
 }

@@ -1,5 +1,7 @@
 #include "thumbPlan.h"
 
+#include "commandLine.h"
+
 #include "mrTest.h"
 
 #include <gmock/gmock.h>
@@ -40,7 +42,7 @@ protected:
 
     std::string below(fs::path const& file) const { return file.lexically_relative(path("")).string(); }
 
-    /// "INPUT > OUTPUT" for each, below the folder.
+    /// "INPUT > OUTPUT" for each job, below the folder.
     std::vector<std::string> jobs(ThumbPlan const& plan) const
     {
         std::vector<std::string> texts;
@@ -63,15 +65,15 @@ TEST_F(thumbPlan, keeps_paths_below_a_folder)
                             "all/oak.multimat > out/oak.multimat.png", "all/plain > out/plain.png",
                             "all/really > out/really.png", "all/sub/oak.multimat > out/sub/oak.multimat.png",
                             "all/sub/photo.jpg > out/sub/photo.jpg.png"));
-    EXPECT_THAT(plan.failures, IsEmpty());
+    EXPECT_THAT(plan.rejected, IsEmpty());
 }
 
 TEST_F(thumbPlan, names_what_is_nothing_to_draw)
 {
     ThumbPlan const plan = plan_thumbs({path("all/notes.txt"), "/dev/null"}, {});
-    ASSERT_EQ(plan.failures.size(), 2u);
-    EXPECT_EQ(plan.failures[0].reason, "not a material, mesh or image file");
-    EXPECT_EQ(plan.failures[1].reason, "neither a file nor a folder");
+    ASSERT_EQ(plan.rejected.size(), 2u);
+    EXPECT_EQ(plan.rejected[0].reason, "not a material, mesh or image file");
+    EXPECT_EQ(plan.rejected[1].reason, "neither a file nor a folder");
 }
 
 TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
@@ -106,9 +108,13 @@ TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
         {{path("all/sub")}, path("all/sub"), " is searched for inputs"},
     };
     for (auto const& each : cases) {
-        ThumbPlan const plan = plan_thumbs({each.inputs.begin(), each.inputs.end()}, each.output);
-        EXPECT_THAT(plan.wrong_usage, HasSubstr(each.said));
-        EXPECT_THAT(plan.jobs, IsEmpty()) << each.said;
+        std::string said;
+        try {
+            plan_thumbs(each.inputs, each.output);
+        } catch (WrongUsage const& wrong) {
+            said = wrong.words;
+        }
+        EXPECT_THAT(said, HasSubstr(each.said));
     }
 }
 

@@ -102,7 +102,7 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
           "gone: No such file or directory", "good.multimat: warning: facet 1: there is no image \"weave\"\n",
           "empty.multimat: warning: there are no facets, so the picture is empty\n"})
         EXPECT_THAT(made.errors, HasSubstr(said));
-    // What the library reports of it is said in these words alone.
+    // The library's own report of it is dropped.
     EXPECT_EQ(std::count(made.errors.begin(), made.errors.end(), '\n'), 6) << made.errors;
     EXPECT_EQ(files_in(folder.path("out")), 2u);
 }

@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Whether a document begins where a line or another tag leaves off; one that is spoken of in a text does not.
+/// Whether "<multimat>" stands at the beginning of a line or behind a tag. Within a text, it is only mentioned.
 bool opens_material(std::string_view beginning)
 {
     constexpr std::string_view opening = "<multimat>";
@@ -31,13 +31,13 @@ bool opens_material(std::string_view beginning)
 
 } // namespace
 
-bool vague_extension(std::string_view extension)
+bool is_vague_extension(std::string_view extension)
 {
     constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
     return std::find(std::begin(vague), std::end(vague), extension) != std::end(vague);
 }
 
-KnownFile file_kind(std::string const& path)
+KnownFile detect_kind(std::string const& path)
 {
     std::string const extension = gx_extension(path);
     if (extension == "multimat")
@@ -68,7 +68,7 @@ bool is_palette(std::string_view beginning)
     return false;
 }
 
-OwnFormat own_format(std::string const& path, std::string_view beginning)
+OwnFormat detect_own_format(std::string const& path, std::string_view beginning)
 {
     std::string const extension = gx_extension(path);
     if (extension == "multimat" || opens_material(beginning))

@@ -1,11 +1,10 @@
 #include "paletteFile.h"
 
 #include "inputFile.h"
-#include "messages.h"
+#include "progress.h"
 
 #include "mrFault.h"
 #include "mrUtils.h"
-#include "utConcat.h"
 
 namespace mrtool {
 
@@ -26,8 +25,8 @@ void say_remark(std::string const& path, PaletteFile const& file)
 {
     if (file.remark.empty())
         return;
-    std::string const place = file.line > 0 ? ut_concat(path, ":", file.line) : path;
-    say(place, file.status == mrPaletteFileOpenFailed ? cannot_be_opened(file.remark) : file.remark);
+    say(path, Fault{file.status == mrPaletteFileOpenFailed ? cannot_be_opened(file.remark) : file.remark,
+                    file.line});
 }
 
 } // namespace mrtool

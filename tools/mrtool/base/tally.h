@@ -1,29 +1,25 @@
-// Telling of many things in one line.
+// Counting many things, and naming a few of them.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace mrtool {
 
-/// The text in quotes; of a long one the beginning and the end.
-std::string shown(std::string_view text);
-
 /// "1 colour", "2 colours".
-std::string number_of(std::size_t count, std::string_view things);
+std::string format_count(std::size_t count, std::string_view things);
 
-/// Counts things and keeps the first few, so that a line can tell of very many.
+/// Counts things and keeps the first three as examples, so that one line can describe very many.
 class Tally
 {
 public:
-    /// @param example  how it is shown when it is among the first
-    void add(std::string example);
+    void add(std::string const& example);
 
-    bool empty() const { return m_count == 0; }
-
-    /// "4 colours (A, B, C and 1 more)".
-    std::string of(std::string_view things) const;
+    /// Appends a line such as "WORDS4 colours (A, B, C and 1 more)"; nothing when nothing was counted.
+    /// @param things  the singular of what was counted
+    void append_to(std::vector<std::string>& lines, std::string_view words, std::string_view things) const;
 
 private:
     std::size_t m_count = 0;

@@ -1,7 +1,8 @@
 // mrtool import: a material file for each material of a scene.
-#include "commands.h"
-#include "messages.h"
-#include "pendingFile.h"
+#include "commandLine.h"
+#include "outputFile.h"
+#include "progress.h"
+#include "reports.h"
 #include "utConcat.h"
 
 #include "scFileNames.h"
@@ -11,10 +12,13 @@
 #include "mrFMFacet.h"
 #include "mrMatProp.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <new>
 
 namespace mrtool {
@@ -22,6 +26,13 @@ namespace mrtool {
 namespace fs = std::filesystem;
 
 namespace {
+
+struct ImportOptions
+{
+    std::vector<std::string> scenes;
+    std::string folder;
+    bool force = false; ///< whether to replace existing files
+};
 
 bool same_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& first,
                  utStringdgDuctImagecoTablePtrcoPtrcoTable const& second)
@@ -41,20 +52,19 @@ bool same_material(mrFileMat const& first, mrFileMat const& second)
            same_images(first.images(), second.images());
 }
 
-/// Writes a material file and believes in it when it reads back the same.
-/// @param reason  receives in words what went wrong
-bool write_material(mrFileMat const& material, std::string const& path, std::string& reason)
+/// Writes a material file and checks that it reads back the same.
+Result<> write_material(mrFileMat const& material, std::string const& path)
 {
-    return write_whole(path, reason, [&](std::string const& name) {
+    return write_whole(path, [&](std::string const& name) -> Result<> {
         utString const temporary(name);
         mrFileMat read_back;
         errno = 0;
         if (!material.write(temporary))
-            reason = ut_concat(path, " cannot be written",
-                               errno != 0 ? ut_concat(": ", std::strerror(errno)) : "");
-        else if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
-            reason = path + " does not read back as it was written";
-        return reason.empty();
+            return fail(ut_concat(path, " cannot be written",
+                                  errno != 0 ? ut_concat(": ", std::strerror(errno)) : ""));
+        if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
+            return fail(path + " does not read back as it was written");
+        return {};
     });
 }
 
@@ -104,9 +114,8 @@ private:
             return false;
         }
         std::vector<scNote> notes;
-        std::string reason;
-        if (!write_material(*maker.make(at, notes), path, reason)) {
-            say(subject, reason);
+        if (Result<> const written = write_material(*maker.make(at, notes), path); !written) {
+            say(subject, written.error().words);
             return false;
         }
         for (std::string const& line : scNote::lines(notes))
@@ -133,8 +142,6 @@ void spare_scenes(ImportOptions const& options)
                     ut_concat("the scene ", scene, " lies where its material files would: ", path.string())};
 }
 
-} // namespace
-
 int run_import(ImportOptions const& options)
 {
     spare_scenes(options);
@@ -150,12 +157,31 @@ int run_import(ImportOptions const& options)
         } catch (std::bad_alloc const&) {
             say(scene, "not enough memory");
         }
-        for (std::string const& report : reports.take())
+        for (std::string const& report : reports.pop())
             say(scene, "warning: " + report);
         if (!well)
             status = something_failed;
     }
     return status;
+}
+
+} // namespace
+
+Subcommand add_import(CLI::App& program)
+{
+    auto const options = std::make_shared<ImportOptions>();
+    CLI::App* const import =
+        program.add_subcommand("import", "Make a material file of each material of a scene");
+    import->add_option("SCENE", options->scenes, "Scene files: OBJ, glTF, GLB, 3DS, PLY and more")
+        ->type_name("")
+        ->required();
+    import->add_option("-o,--output", options->folder, "The folder for the material files; made when missing")
+        ->type_name("DIR")
+        ->check(check_not_empty, "")
+        ->required();
+    import->add_flag("--force", options->force, "Replace files that are there already");
+    import->footer("Example: mrtool import kitchen.obj -o materials");
+    return {import, [options] { return run_import(*options); }};
 }
 
 } // namespace mrtool

@@ -70,7 +70,7 @@ void read_file_info(std::string const& path, FileInfo& info)
     info.path = path;
     utString reason;
     gxFile const file = gx_open_file(utString(path), reason);
-    OwnFormat const format = own_format(path, file ? gx_read_beginning(file.get()) : std::string());
+    OwnFormat const format = detect_own_format(path, file ? gx_read_beginning(file.get()) : std::string());
     if (format == OwnFormat::palette)
         info.contents.emplace<PaletteFile>();
     else if (format == OwnFormat::image_cache)

@@ -1,17 +1,25 @@
 // mrtool info: shows the contents of material, palette and image cache files.
-#include "commands.h"
+#include "commandLine.h"
 #include "fileInfo.h"
-#include "messages.h"
+#include "progress.h"
 #include "readFault.h"
-#include "utConcat.h"
+
+#include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <memory>
 #include <new>
 #include <string_view>
 
 namespace mrtool {
 
 namespace {
+
+struct InfoOptions
+{
+    std::vector<std::string> files;
+    bool json = false;
+};
 
 // A failing standard output is reported at the end of the program.
 void print(std::string_view text)
@@ -38,10 +46,8 @@ void give_up(FileInfo& info)
 
 void say_fault(FileInfo const& info)
 {
-    if (info.line > 0)
-        say(ut_concat(info.path, ":", info.line), info.fault);
-    else
-        say(info.path, describe_read_fault(info.status, info.fault));
+    say(info.path,
+        info.line > 0 ? Fault{info.fault, info.line} : Fault{describe_read_fault(info.status, info.fault)});
 }
 
 /// Reads a file and prints its contents.
@@ -63,8 +69,6 @@ bool print_info(std::string const& path, bool json)
     return info.is_read();
 }
 
-} // namespace
-
 int run_info(InfoOptions const& options)
 {
     int status = all_well;
@@ -79,6 +83,21 @@ int run_info(InfoOptions const& options)
     if (options.json)
         print("\n]}\n");
     return status;
+}
+
+} // namespace
+
+Subcommand add_info(CLI::App& program)
+{
+    auto const options = std::make_shared<InfoOptions>();
+    CLI::App* const info =
+        program.add_subcommand("info", "Tell what is in a material, palette or image cache file");
+    info->add_option("FILE", options->files, "Material, palette or image cache files")
+        ->type_name("")
+        ->required();
+    info->add_flag("--json", options->json, "Tell it in JSON");
+    info->footer("Example: mrtool info oak.multimat");
+    return {info, [options] { return run_info(*options); }};
 }
 
 } // namespace mrtool

@@ -1,6 +1,6 @@
 // The contents of a file as text.
 #include "fileInfo.h"
-#include "messages.h"
+#include "printable.h"
 #include "utConcat.h"
 #include "utUTF8.h"
 
@@ -24,9 +24,9 @@ std::string quote(utString const& value)
 {
     std::string const whole = utUTF8::from_any(value.view());
     if (whole.size() <= longest_text)
-        return printable(ut_quote(whole));
-    return ut_concat(printable(ut_quote(utUTF8::cut(whole, longest_text))), " and so on, ", value.length(),
-                     " bytes");
+        return make_printable(ut_quote(whole));
+    return ut_concat(make_printable(ut_quote(utUTF8::cut(whole, longest_text))), " and so on, ",
+                     value.length(), " bytes");
 }
 
 std::string format_colour(giColour const& colour)
@@ -166,10 +166,10 @@ void list(Listing& listing, CacheContents const& cache)
 std::string make_text(FileInfo const& info)
 {
     Listing listing;
-    listing.add_line(0, printable(info.path));
+    listing.add_line(0, make_printable(info.path));
     std::visit([&](auto const& contents) { list(listing, contents); }, info.contents);
     for (std::string const& warning : info.warnings)
-        listing.add_line(1, "warning: " + printable(warning));
+        listing.add_line(1, "warning: " + make_printable(warning));
     return listing.text();
 }
 

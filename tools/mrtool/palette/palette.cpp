@@ -1,17 +1,21 @@
 // mrtool palette: pictures of palettes, and palettes of other formats in this library's.
-#include "commands.h"
+#include "commandLine.h"
+#include "fileKind.h"
+#include "foreignPalette.h"
 #include "gxFileHints.h"
-#include "messages.h"
-#include "mrSource.h"
-#include "overwriteGuard.h"
+#include "outputFile.h"
 #include "paletteFile.h"
 #include "palettePicture.h"
-#include "paletteWriter.h"
-#include "pendingFile.h"
+#include "progress.h"
 #include "tally.h"
 #include "utConcat.h"
 
+#include "mrSource.h"
+
+#include <CLI/CLI.hpp>
+
 #include <filesystem>
+#include <memory>
 #include <new>
 
 namespace mrtool {
@@ -19,6 +23,14 @@ namespace mrtool {
 namespace fs = std::filesystem;
 
 namespace {
+
+struct PaletteOptions
+{
+    std::vector<std::string> files;  ///< to be drawn
+    std::optional<std::string> from; ///< a palette of another format, to be converted instead
+    std::string output;
+    bool force = false; ///< whether to replace an existing palette file
+};
 
 /// @throws WrongUsage when the output is a folder, or an input
 void check_output(PaletteOptions const& options, std::vector<std::string> const& inputs)
@@ -31,6 +43,19 @@ void check_output(PaletteOptions const& options, std::vector<std::string> const&
     for (std::string const& input : inputs)
         if (fs::equivalent(input, output, ignored))
             throw WrongUsage{ut_concat(output, " would replace the input ", input)};
+}
+
+/// Does the work on a file; reports when there is too little memory for it.
+/// @return false then, else what @p work returns
+template <class Work>
+bool try_work(std::string const& path, Work const& work)
+{
+    try {
+        return work();
+    } catch (std::bad_alloc const&) {
+        say(path, "not enough memory");
+        return false;
+    }
 }
 
 // ---- A picture
@@ -46,8 +71,9 @@ void check_picture_usage(PaletteOptions const& options)
         throw WrongUsage{ut_concat(options.output,
                                    " is a palette file by its name, and what would be written is a "
                                    "PNG picture; --from makes palette files")};
-    if (std::string const objection = objection_to_picture(options.output); !objection.empty())
-        throw WrongUsage{ut_concat("the picture would replace ", options.output, ", ", objection)};
+    if (Result<> const checked = check_picture_path(options.output); !checked)
+        throw WrongUsage{
+            ut_concat("the picture would replace ", options.output, ", ", checked.error().words)};
 }
 
 /// @return whether the file was read
@@ -60,7 +86,7 @@ bool read_colours(std::string const& path, std::vector<giColour>& colours)
         return false;
     }
     if (!file.remark.empty())
-        say(ut_concat(path, ":", file.line), "warning: " + file.remark);
+        say(path, Fault{"warning: " + file.remark, file.line});
     utString name;
     colours.reserve(static_cast<std::size_t>(file.palette.size()));
     for (int at = 0; at < file.palette.size(); ++at)
@@ -68,27 +94,27 @@ bool read_colours(std::string const& path, std::vector<giColour>& colours)
     return true;
 }
 
-/// @param swatches  receives the colours of the files that have any
-/// @return whether all files were
+/// @param swatches  receives the colours of each file that has any
+/// @return whether all files were read
 bool read_files(std::vector<std::string> const& paths, Swatches& swatches)
 {
     Progress progress(paths.size());
     bool all_read = true;
     for (std::string const& path : paths) {
         progress.begin(path);
-        try {
+        bool const read = try_work(path, [&] {
             std::vector<giColour> colours;
-            all_read = read_colours(path, colours) && all_read;
+            bool const complete = read_colours(path, colours);
             if (!colours.empty())
                 swatches.push_back(std::move(colours));
-        } catch (std::bad_alloc const&) {
-            say(path, "not enough memory");
-            all_read = false;
-        }
+            return complete;
+        });
+        all_read = read && all_read;
     }
     return all_read;
 }
 
+/// @return whether the picture was written
 bool draw(Swatches const& swatches, std::string const& path)
 {
     std::vector<std::size_t> counts;
@@ -97,29 +123,17 @@ bool draw(Swatches const& swatches, std::string const& path)
         counts.push_back(colours.size());
         total += colours.size();
     }
-    auto const layout = swatch_layout(counts);
+    auto const layout = find_layout(counts);
     if (!layout) {
         say(path,
             ut_concat("a picture of at most ", SwatchLayout::max_side, " pixels on a side has no room for ",
-                      number_of(total, "colour"), " of ", number_of(counts.size(), "palette")));
+                      format_count(total, "colour"), " of ", format_count(counts.size(), "palette")));
         return false;
     }
-    std::string reason;
-    if (write_png(*draw_swatches(swatches, *layout), path, reason))
-        return true;
-    say("palette", reason); // which names the file that fails
-    return false;
-}
-
-/// @return whether there is a picture now
-bool make_picture(Swatches const& swatches, std::string const& path)
-{
-    try {
-        return !swatches.empty() && draw(swatches, path);
-    } catch (std::bad_alloc const&) {
-        say(path, "not enough memory");
-        return false;
-    }
+    Result<> const written = write_png(*draw_swatches(swatches, *layout), path);
+    if (!written)
+        say("palette", written.error()); // which names the file that fails
+    return written.has_value();
 }
 
 int run_picture(PaletteOptions const& options)
@@ -127,7 +141,8 @@ int run_picture(PaletteOptions const& options)
     check_picture_usage(options);
     Swatches swatches;
     bool const all_read = read_files(options.files, swatches);
-    bool const drawn = make_picture(swatches, options.output);
+    bool const drawn =
+        !swatches.empty() && try_work(options.output, [&] { return draw(swatches, options.output); });
     return all_read && drawn ? all_well : something_failed;
 }
 
@@ -149,32 +164,25 @@ void check_conversion_usage(PaletteOptions const& options)
         throw WrongUsage{ut_concat("the palette would replace ", options.output, ", which is no file")};
 }
 
-void say_all(std::string const& subject, std::string_view before, std::vector<std::string> const& list)
-{
-    std::string joined;
-    for (std::string const& each : list)
-        joined += (joined.empty() ? "" : ", ") + each;
-    if (!list.empty())
-        say(subject, ut_concat(before, joined));
-}
-
 bool convert(std::string const& from, std::string const& path)
 {
-    ForeignPalette palette;
-    ForeignFault fault;
-    if (!read_foreign_palette(from, palette, fault)) {
-        say(fault.line > 0 ? ut_concat(from, ":", fault.line) : from, fault.words);
+    Result<ForeignPalette> palette = read_foreign_palette(from);
+    if (!palette) {
+        say(from, palette.error());
         return false;
     }
-    std::vector<std::string> of_names;
-    std::string reason;
-    if (!write_palette(std::move(palette.colours), path, of_names, reason)) {
-        say(from, reason);
+    Result<std::vector<std::string>> const changed_names = write_palette(std::move(palette->colours), path);
+    if (!changed_names) {
+        say(from, changed_names.error());
         return false;
     }
-    say_all(from, "not carried over, a palette file has no place for it: ", palette.left_out);
-    for (std::vector<std::string> const& list : {palette.notes, of_names})
-        for (std::string const& note : list)
+    std::string left_out;
+    for (std::string const& each : palette->left_out)
+        left_out += (left_out.empty() ? "" : ", ") + each;
+    if (!left_out.empty())
+        say(from, "not carried over, a palette file has no place for it: " + left_out);
+    for (auto const& notes : {palette->notes, *changed_names})
+        for (std::string const& note : notes)
             say(from, note);
     return true;
 }
@@ -187,19 +195,33 @@ int run_conversion(PaletteOptions const& options)
         say(*options.from, options.output + " is there already; --force replaces it");
         return something_failed;
     }
-    try {
-        return convert(*options.from, options.output) ? all_well : something_failed;
-    } catch (std::bad_alloc const&) {
-        say(*options.from, "not enough memory");
-        return something_failed;
-    }
+    bool const converted = try_work(*options.from, [&] { return convert(*options.from, options.output); });
+    return converted ? all_well : something_failed;
 }
 
 } // namespace
 
-int run_palette(PaletteOptions const& options)
+Subcommand add_palette(CLI::App& program)
 {
-    return options.from ? run_conversion(options) : run_picture(options);
+    auto const options = std::make_shared<PaletteOptions>();
+    CLI::App* const palette = program.add_subcommand(
+        "palette", "Draw palettes, or make a palette file of a GPL, ASE or rgb.txt palette");
+    palette->add_option("FILE", options->files, "Palette files, to be drawn one beneath the other")
+        ->type_name("");
+    palette
+        ->add_option("--from", options->from,
+                     "A palette of another format, to be converted: GPL, ASE or rgb.txt")
+        ->type_name("FILE")
+        ->check(check_not_empty, "");
+    palette
+        ->add_option("-o,--output", options->output, "The picture, a PNG file; with --from, the palette file")
+        ->type_name("OUT")
+        ->check(check_not_empty, "")
+        ->required();
+    palette->add_flag("--force", options->force, "With --from: replace a file that is there already");
+    palette->footer("Examples: mrtool palette paints.pcp woods.pcp -o colours.png\n"
+                    "          mrtool palette --from web.gpl -o web.pcp");
+    return {palette, [options] { return options->from ? run_conversion(*options) : run_picture(*options); }};
 }
 
 } // namespace mrtool

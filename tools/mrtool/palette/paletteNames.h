@@ -13,38 +13,37 @@
 
 namespace mrtool {
 
-/// Turns any names into such as come back from a palette file as they are, no two the same, and remembers what it
-/// changed. What a palette file can hold already stays as it is, unless it was there before.
+/// Changes names so that a palette file returns them unchanged and no two are the same, and remembers what it
+/// changed. Names that a palette file can hold stay as they are, unless an earlier one is the same.
 class PaletteNames
 {
 public:
-    /// "#" is left out, a line end or NUL becomes a blank, blanks at the ends go; then what is too long is cut,
-    /// not within a character of UTF-8; and a name that was taken already gets " (2)", " (3)" and so on.
+    /// Removes "#" and blanks at both ends, turns a line end or NUL into a blank, cuts a name that is too long
+    /// between characters, and appends " (2)", " (3)" and so on to one that was claimed before.
     /// @param most  bytes that there is room for, at least 100
     /// @return empty when nothing is left of it
-    std::string take(std::string_view name, std::size_t most);
+    std::string claim(std::string_view name, std::size_t most);
 
-    /// What was changed, a line for each reason.
-    std::vector<std::string> notes() const;
+    /// A line for each kind of change.
+    std::vector<std::string> list_changes() const;
 
 private:
-    enum Reason
+    enum Change
     {
         comment_sign,
         line_end,
         blank_end,
         too_long,
-        taken_already,
-        reason_count
+        already_claimed,
+        change_count
     };
-    using Reasons = std::array<bool, reason_count>;
 
-    std::string numbered(std::string_view name, std::size_t most);
+    std::string number_name(std::string_view name, std::size_t most);
 
-    std::set<std::string> m_taken;
-    /// By what stands before a number: the one to try next.
+    std::set<std::string> m_claimed;
+    /// From the text before a number to the next number to try.
     std::map<std::string, std::size_t> m_next;
-    std::array<Tally, reason_count> m_changed;
+    std::array<Tally, change_count> m_changes;
 };
 
 } // namespace mrtool

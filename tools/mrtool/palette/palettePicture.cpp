@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <numeric>
 
 namespace mrtool {
 
@@ -20,16 +21,16 @@ constexpr SwatchSize sizes[] = {{64, 8}, {48, 8}, {32, 4}, {24, 4}, {16, 2}, {12
 
 giColour const background(240, 240, 240, 0);
 
-/// Around a swatch, where the gap has room for it: swatches may have the background's colour.
+/// Of the line around a swatch that may have the background's colour; drawn when the gap has room for it.
 giColour const frame(200, 200, 200, 0);
 
-/// Fewer colours than these stay in one row.
+/// Up to this many colours share a row.
 constexpr std::size_t least_columns = 8;
 
-/// How much wider than high a picture is to be.
+/// The width of a picture that is aimed at, in heights.
 constexpr double aspect = 1.5;
 
-std::uint64_t row_count(std::vector<std::size_t> const& counts, std::size_t columns)
+std::uint64_t count_rows(std::vector<std::size_t> const& counts, std::size_t columns)
 {
     std::uint64_t rows = 0;
     for (std::size_t const count : counts)
@@ -37,13 +38,11 @@ std::uint64_t row_count(std::vector<std::size_t> const& counts, std::size_t colu
     return rows;
 }
 
-/// The layout with swatches of a size in a picture of at most so many pixels on a side.
-std::optional<SwatchLayout> layout_of(std::vector<std::size_t> const& counts, SwatchSize size, int most_side)
+/// @return the layout with swatches of this size, or nothing when it takes more than @p most_side pixels
+std::optional<SwatchLayout> lay_out(std::vector<std::size_t> const& counts, SwatchSize size, int most_side)
 {
     std::size_t const largest = *std::max_element(counts.begin(), counts.end());
-    std::uint64_t total = 0;
-    for (std::size_t const count : counts)
-        total += count;
+    std::uint64_t const total = std::reduce(counts.begin(), counts.end());
     int const step = size.side + size.gap;
     std::size_t const most = std::min(largest, static_cast<std::size_t>((most_side - size.gap) / step));
     auto const wanted = static_cast<std::size_t>(std::ceil(std::sqrt(aspect * static_cast<double>(total))));
@@ -51,7 +50,7 @@ std::optional<SwatchLayout> layout_of(std::vector<std::size_t> const& counts, Sw
     SwatchLayout layout{size.side, size.gap};
     std::size_t columns = std::min(most, std::max(wanted, least_columns));
     auto const height = [&] {
-        return row_count(counts, columns) * static_cast<std::uint64_t>(step) +
+        return count_rows(counts, columns) * static_cast<std::uint64_t>(step) +
                static_cast<std::uint64_t>(size.gap) +
                (counts.size() - 1) * static_cast<std::uint64_t>(layout.extra());
     };
@@ -78,12 +77,12 @@ void fill(dgDuctImage& image, int left, int top, int width, int height, giColour
 
 } // namespace
 
-std::optional<SwatchLayout> swatch_layout(std::vector<std::size_t> const& counts)
+std::optional<SwatchLayout> find_layout(std::vector<std::size_t> const& counts)
 {
     for (SwatchSize const size : sizes)
-        if (auto const layout = layout_of(counts, size, SwatchLayout::usual_side))
+        if (auto const layout = lay_out(counts, size, SwatchLayout::usual_side))
             return layout;
-    return layout_of(counts, *std::rbegin(sizes), SwatchLayout::max_side);
+    return lay_out(counts, *std::rbegin(sizes), SwatchLayout::max_side);
 }
 
 dgCounted<dgDuctImage> draw_swatches(Swatches const& swatches, SwatchLayout const& layout)

@@ -15,11 +15,10 @@ namespace mrtool {
 /// The colours of palettes, one palette after the other.
 using Swatches = std::vector<std::vector<giColour>>;
 
-/// How swatches lie in a picture, in pixels. Each palette begins in a row of its own; around and between the
-/// swatches there is a gap.
+/// How swatches lie in a picture, in pixels, with a gap around and between them. Each palette begins a new row.
 struct SwatchLayout
 {
-    /// Of a picture; larger than the first only where swatches of one pixel need it.
+    /// The largest side of a picture. Only swatches of one pixel may exceed the usual one.
     static constexpr int usual_side = 2048;
     static constexpr int max_side = 8191;
 
@@ -29,17 +28,17 @@ struct SwatchLayout
     int width = 0; ///< of the picture
     int height = 0;
 
-    /// Between the last row of a palette and the first of the next one, beyond the gap between rows.
+    /// The distance between two palettes, in addition to the gap between rows.
     int extra() const { return 2 * gap; }
 };
 
-/// The layout with the largest swatches, 64 down to 1 pixel, that a picture has room for.
-/// @param counts  of the palettes' colours, each at least 1; at least one palette
+/// Finds the layout with the largest swatches, 64 down to 1 pixel.
+/// @param counts  the number of colours of each palette, at least 1; at least one palette
 /// @return nothing when no picture has room for them
-std::optional<SwatchLayout> swatch_layout(std::vector<std::size_t> const& counts);
+std::optional<SwatchLayout> find_layout(std::vector<std::size_t> const& counts);
 
 /// Draws the colours in order, rows from left to right and from the top, on a light background.
-/// @param layout  what swatch_layout made for their numbers
+/// @param layout  what find_layout made for their numbers
 dgCounted<dgDuctImage> draw_swatches(Swatches const& swatches, SwatchLayout const& layout);
 
 } // namespace mrtool

@@ -14,218 +14,177 @@ namespace mrtool {
 namespace {
 
 constexpr std::string_view blanks = " \t";
-constexpr std::string_view gpl_title = "GIMP Palette";
 
-std::string_view without_leading_blanks(std::string_view line)
+std::string_view remove_leading_blanks(std::string_view line)
 {
     return line.substr(std::min(line.find_first_not_of(blanks), line.size()));
 }
 
-/// The lines of a text, one after the other.
-class Lines
+/// Removes the first line from the text, with its end.
+std::string_view pop_line(std::string_view& text)
 {
-public:
-    explicit Lines(std::string_view text) : m_left(utUTF8::without_byte_order_mark(text)) {}
+    std::string_view const line = text.substr(0, text.find_first_of("\r\n"));
+    text.remove_prefix(line.size());
+    text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));
+    return line;
+}
 
-    /// @return false when there is none any more
-    bool next()
-    {
-        if (m_left.empty())
-            return false;
-        m_line = m_left.substr(0, m_left.find_first_of("\r\n"));
-        m_left.remove_prefix(m_line.size());
-        m_left.remove_prefix(m_left.starts_with("\r\n") ? 2 : std::min<std::size_t>(m_left.size(), 1));
-        ++m_number;
-        return true;
-    }
-
-    std::string_view line() const { return m_line; }
-    long number() const { return m_number; }
-
-private:
-    std::string_view m_left;
-    std::string_view m_line;
-    long m_number = 0;
-};
-
-/// A line with a colour, taken apart.
 struct ColourLine
 {
-    std::array<unsigned char, 4> numbers{};
+    std::array<unsigned char, 4> numbers{0, 0, 0, 255};
     std::string_view name;
-
-    giColour colour() const { return {numbers[0], numbers[1], numbers[2], 0}; }
 };
 
 /// @param count  of numbers, 3 or 4
-/// @return in words what is wrong; null when nothing is
-char const* take_apart(std::string_view line, std::size_t count, ColourLine& made)
+Result<ColourLine> parse_colour(std::string_view line, std::size_t count)
 {
+    ColourLine colour;
     for (std::size_t at = 0; at < count; ++at) {
-        line = without_leading_blanks(line);
+        line = remove_leading_blanks(line);
         unsigned value = 0;
         auto const [end, error] = std::from_chars(line.data(), line.data() + line.size(), value);
         line.remove_prefix(static_cast<std::size_t>(end - line.data()));
         if (error == std::errc::invalid_argument ||
             (!line.empty() && blanks.find(line.front()) == blanks.npos))
-            return count == 3 ? "it does not begin with three whole numbers"
-                              : "it does not begin with four whole numbers";
+            return fail(
+                ut_concat("it does not begin with ", count == 3 ? "three" : "four", " whole numbers"));
         if (error != std::errc() || value > 255)
-            return "a number is out of its range, 0 to 255";
-        made.numbers[at] = static_cast<unsigned char>(value);
+            return fail("a number is out of its range, 0 to 255");
+        colour.numbers[at] = static_cast<unsigned char>(value);
     }
-    made.name = without_leading_blanks(line);
-    return nullptr;
+    colour.name = remove_leading_blanks(line);
+    return colour;
 }
 
-bool fail(ForeignFault& fault, Lines const& lines, char const* words)
+struct Format
 {
-    fault.line = lines.number();
-    fault.words = words;
-    return false;
+    std::string_view title; ///< the first line
+    std::string_view comment_signs;
+    std::string_view no_name; ///< the name of colours without one; they are refused when this is empty
+    bool headers = false;
+};
+
+constexpr Format gpl{"GIMP Palette", "#", "Untitled", true};
+constexpr Format rgb_txt{"", "!#", ""};
+
+/// Whether the line is empty or a comment.
+bool is_passed_over(std::string_view line, Format const& format)
+{
+    std::string_view const text = remove_leading_blanks(line);
+    return text.empty() || format.comment_signs.find(text.front()) != text.npos;
 }
 
-/// Reads the lines of a GPL palette behind the first.
-class GplReader
+/// Whether the line begins with a word and a colon.
+bool is_header(std::string_view line)
+{
+    std::string_view const word = line.substr(0, line.find(':'));
+    return !word.empty() && word.size() < line.size() &&
+           std::all_of(word.begin(), word.end(), [](unsigned char letter) { return std::isalpha(letter); });
+}
+
+class Parser
 {
 public:
-    explicit GplReader(ForeignPalette& palette) : m_palette(palette) {}
+    explicit Parser(Format const& format) : m_format(format) {}
 
-    /// @return in words what is wrong with the line; null when nothing is
-    char const* take(std::string_view line)
+    Result<ForeignPalette> parse(std::string_view text)
     {
-        std::string_view const rest = without_leading_blanks(line);
-        if (rest.empty())
-            return nullptr;
-        if (rest.front() == '#') {
-            m_comments += rest.find_first_not_of("# \t") != rest.npos;
-            return nullptr;
+        text = utUTF8::without_byte_order_mark(text);
+        for (long number = 1; !text.empty(); ++number) {
+            std::string_view const line = pop_line(text);
+            if (number == 1 && !m_format.title.empty())
+                continue;
+            if (Result<> const parsed = parse_line(line); !parsed)
+                return fail(parsed.error().words, number);
         }
-        if (m_palette.colours.empty() && is_header(line)) {
-            take_header(line);
-            return nullptr;
-        }
-        return take_colour(line);
-    }
-
-    void tell()
-    {
-        std::vector<std::string>& left_out = m_palette.left_out;
-        if (!m_headers.empty())
-            left_out.push_back(m_headers.of("header line"));
-        if (m_comments > 0)
-            left_out.push_back(number_of(m_comments, "comment"));
-        if (!m_transparent.empty())
-            left_out.push_back("the transparency of " + m_transparent.of("colour"));
-        if (m_untitled > 0)
-            m_palette.notes.push_back(
-                ut_concat("\"", untitled, "\" stands for no name: ", number_of(m_untitled, "colour")));
+        list_left_out();
+        return std::move(m_palette);
     }
 
 private:
-    static constexpr std::string_view untitled = "Untitled";
-
-    /// Whether it begins with a word and a colon.
-    static bool is_header(std::string_view line)
+    Result<> parse_line(std::string_view line)
     {
-        std::string_view const word = line.substr(0, line.find(':'));
-        return !word.empty() && word.size() < line.size() &&
-               std::all_of(word.begin(), word.end(),
-                           [](unsigned char letter) { return std::isalpha(letter); });
+        if (is_passed_over(line, m_format))
+            m_comments += line.find_first_not_of(ut_concat(m_format.comment_signs, blanks)) != line.npos;
+        else if (m_format.headers && m_palette.colours.empty() && is_header(line))
+            parse_header(line);
+        else
+            return parse_colour(line, m_numbers).and_then([&](ColourLine const& colour) {
+                return add(colour);
+            });
+        return {};
     }
 
-    void take_header(std::string_view line)
+    void parse_header(std::string_view line)
     {
         constexpr std::string_view channels = "Channels:";
-        if (line.starts_with(channels) && without_leading_blanks(line.substr(channels.size())) == "RGBA")
+        if (line.starts_with(channels) && remove_leading_blanks(line.substr(channels.size())) == "RGBA")
             m_numbers = 4;
         else
-            m_headers.add(shown(line));
+            m_headers.add(ut_quote_short(line));
     }
 
-    char const* take_colour(std::string_view line)
+    Result<> add(ColourLine const& line)
     {
-        ColourLine made;
-        made.numbers[3] = 255;
-        if (char const* const wrong = take_apart(line, m_numbers, made))
-            return wrong;
-        if (made.name == untitled) {
-            ++m_untitled;
-            made.name = {};
-        }
-        m_palette.colours.push_back({std::string(made.name), made.colour()});
-        if (made.numbers[3] != 255)
-            m_transparent.add(shown_colour(m_palette.colours.back().name, m_palette.colours.size() - 1));
-        return nullptr;
+        if (line.name.empty() && m_format.no_name.empty())
+            return fail("it has no name");
+        bool const untitled = !line.name.empty() && line.name == m_format.no_name;
+        m_untitled += untitled;
+        auto const [red, green, blue, opacity] = line.numbers;
+        std::string name(untitled ? "" : line.name);
+        if (opacity != 255)
+            m_transparent.add(describe_colour(name, m_palette.colours.size()));
+        m_palette.colours.push_back({std::move(name), giColour(red, green, blue, 0)});
+        return {};
     }
 
-    ForeignPalette& m_palette;
-    std::size_t m_numbers = 3;
+    void list_left_out()
+    {
+        m_headers.append_to(m_palette.left_out, "", "header line");
+        if (m_comments > 0)
+            m_palette.left_out.push_back(format_count(m_comments, "comment"));
+        m_transparent.append_to(m_palette.left_out, "the transparency of ", "colour");
+        if (m_untitled > 0)
+            m_palette.notes.push_back(ut_concat(
+                "\"", m_format.no_name, "\" stands for no name: ", format_count(m_untitled, "colour")));
+    }
+
+    Format const& m_format;
+    ForeignPalette m_palette;
+    std::size_t m_numbers = 3; ///< of a line
     std::size_t m_comments = 0;
     std::size_t m_untitled = 0;
     Tally m_headers;
     Tally m_transparent;
 };
 
-bool is_passed_over(std::string_view line)
-{
-    return line.empty() || line.front() == '!' || line.front() == '#';
-}
-
 } // namespace
 
 bool is_gpl(std::string_view text)
 {
-    Lines lines(text);
-    if (!lines.next() || !lines.line().starts_with(gpl_title))
-        return false;
-    return without_leading_blanks(lines.line().substr(gpl_title.size())).empty();
+    text = utUTF8::without_byte_order_mark(text);
+    std::string_view const line = pop_line(text);
+    return line.starts_with(gpl.title) && remove_leading_blanks(line.substr(gpl.title.size())).empty();
 }
 
-bool read_gpl(std::string_view text, ForeignPalette& palette, ForeignFault& fault)
+Result<ForeignPalette> parse_gpl(std::string_view text)
 {
-    Lines lines(text);
-    lines.next();
-    GplReader reader(palette);
-    while (lines.next())
-        if (char const* const wrong = reader.take(lines.line()))
-            return fail(fault, lines, wrong);
-    reader.tell();
-    return true;
+    return Parser(gpl).parse(text);
 }
 
 bool is_rgb_txt(std::string_view text)
 {
-    Lines lines(text);
-    while (lines.next()) {
-        std::string_view const line = without_leading_blanks(lines.line());
-        ColourLine made;
-        if (!is_passed_over(line))
-            return !take_apart(line, 3, made) && !made.name.empty();
-    }
-    return false;
+    text = utUTF8::without_byte_order_mark(text);
+    std::string_view line;
+    while (!text.empty() && is_passed_over(line, rgb_txt))
+        line = pop_line(text);
+    Result<ColourLine> const colour = parse_colour(line, 3);
+    return colour && !colour->name.empty();
 }
 
-bool read_rgb_txt(std::string_view text, ForeignPalette& palette, ForeignFault& fault)
+Result<ForeignPalette> parse_rgb_txt(std::string_view text)
 {
-    Lines lines(text);
-    std::size_t comments = 0;
-    while (lines.next()) {
-        std::string_view const line = without_leading_blanks(lines.line());
-        if (is_passed_over(line)) {
-            comments += line.find_first_not_of("!# \t") != line.npos;
-            continue;
-        }
-        ColourLine made;
-        if (char const* const wrong = take_apart(line, 3, made))
-            return fail(fault, lines, wrong);
-        if (made.name.empty())
-            return fail(fault, lines, "it has no name");
-        palette.colours.push_back({std::string(made.name), made.colour()});
-    }
-    if (comments > 0)
-        palette.left_out.push_back(number_of(comments, "comment"));
-    return true;
+    return Parser(rgb_txt).parse(text);
 }
 
 } // namespace mrtool

@@ -1,7 +1,7 @@
 // Palettes that are lines of text: GPL and rgb.txt.
 //
-// In both a line has red, green and blue, 0 to 255 each, with blanks or tabs between them, and then a name. Lines
-// end at LF, CR or both.
+// In both, a line has red, green and blue, 0 to 255 each, with blanks or tabs between them, and then a name. Lines
+// end at LF, CR or CR LF. A fault is the first line that is neither a colour, a comment, empty nor a header.
 #pragma once
 
 #include "foreignPalette.h"
@@ -14,16 +14,13 @@ namespace mrtool {
 bool is_gpl(std::string_view text);
 
 /// Header lines ("Name:", "Columns:") may follow the first; "Channels: RGBA" there means a fourth number, the
-/// transparency. "#" begins a comment, names are optional, and "Untitled" is what the format calls a colour
-/// without one.
-/// @return false at the first line that is none of these
-bool read_gpl(std::string_view text, ForeignPalette& palette, ForeignFault& fault);
+/// opacity. "#" begins a comment, names are optional, and the format names a colour without one "Untitled".
+Result<ForeignPalette> parse_gpl(std::string_view text);
 
 /// Whether the first line that is neither empty nor a comment has three numbers and a name.
 bool is_rgb_txt(std::string_view text);
 
-/// "!" begins a comment, and so does "#". Every colour has a name.
-/// @return false at the first line that is neither
-bool read_rgb_txt(std::string_view text, ForeignPalette& palette, ForeignFault& fault);
+/// "!" and "#" begin a comment. Every colour has a name.
+Result<ForeignPalette> parse_rgb_txt(std::string_view text);
 
 } // namespace mrtool

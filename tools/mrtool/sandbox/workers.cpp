@@ -1,7 +1,7 @@
 #include "workers.h"
 
+#include "fault.h"
 #include "process.h"
-#include "wire.h"
 
 #include <atomic>
 #include <cerrno>
@@ -11,6 +11,7 @@
 #include <memory>
 #include <new>
 #include <poll.h>
+#include <string_view>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -20,19 +21,14 @@ namespace mrtool {
 
 using namespace sandbox;
 
-template <class Wire>
-void exchange(Wire& wire, JobResult& result)
-{
-    wire(result.made);
-    wire(result.messages);
-}
-
 namespace {
 
 using Work = std::function<JobResult(std::size_t)>;
 
-// What a worker has to remove its temporary file when it is asked to end.
+/// How long a worker may take to remove its temporary file after SIGTERM.
 constexpr std::chrono::seconds grace{2};
+
+// ---- In the worker
 
 std::atomic<bool> memory_ran_out = false;
 
@@ -42,7 +38,7 @@ void note_lack_of_memory()
     throw std::bad_alloc();
 }
 
-JobResult worked(Work const& work, std::size_t number)
+JobResult do_work(Work const& work, std::size_t number)
 {
     JobResult result;
     try {
@@ -50,36 +46,52 @@ JobResult worked(Work const& work, std::size_t number)
     } catch (std::bad_alloc const&) {
         _exit(child_out_of_memory);
     }
-    // Also where the lack was met on the way, and taken for a fault of the file.
+    // A reader may have taken the lack of memory for a fault of the file.
     if (!result.made && memory_ran_out)
         _exit(child_out_of_memory);
     return result;
 }
 
-bool receive_number(int socket, std::size_t& number)
+/// An answer consists of texts with a NUL behind each: "1" or "0" for whether the job was made, the messages, and an
+/// empty text at the end.
+std::string pack(JobResult const& result)
 {
-    ssize_t got = 0;
-    do
-        got = recv(socket, &number, sizeof number, MSG_WAITALL);
-    while (got < 0 && errno == EINTR);
-    return got == sizeof number;
+    std::string answer = result.made ? "1" : "0";
+    for (std::string const& message : result.messages)
+        if (message[0] != '\0')
+            answer.append(1, '\0').append(message.c_str());
+    return answer.append(2, '\0');
 }
 
-/// The worker: answers each number with the job's result, until there are no more.
+/// Answers each number with the job's result until the program closes the socket.
 [[noreturn]] void serve(Work const& work, int socket, std::uint64_t memory) noexcept
 {
     limit_memory(RLIMIT_DATA, memory);
     std::set_new_handler(note_lack_of_memory);
     std::size_t number = 0;
-    while (receive_number(socket, number)) {
-        JobResult result = worked(work, number);
-        WireWriter wire(socket);
-        wire(result);
-        if (!wire.finish())
+    while (recv(socket, &number, sizeof number, MSG_WAITALL) == sizeof number) {
+        std::string const answer = pack(do_work(work, number));
+        if (send(socket, answer.data(), answer.size(), MSG_NOSIGNAL) != std::ssize(answer))
             break;
     }
-    // Nothing is torn down that the end of a process does not free by itself.
+    // Skips destructors: the end of the process frees everything.
     _exit(EXIT_SUCCESS);
+}
+
+// ---- In the program
+
+bool is_complete(std::string_view answer)
+{
+    return answer.ends_with(std::string_view("\0\0", 2));
+}
+
+/// @param answer  a complete one
+JobResult unpack(std::string_view answer)
+{
+    JobResult result{answer.front() == '1', {}};
+    for (std::size_t at = answer.find('\0') + 1; answer[at] != '\0'; at = answer.find('\0', at) + 1)
+        result.messages.emplace_back(answer.data() + at);
+    return result;
 }
 
 /// A worker as the program sees it.
@@ -109,92 +121,83 @@ public:
     {
         if (m_socket >= 0)
             close(m_socket);
-        int status = 0;
-        Deadline deadline(grace);
-        if (m_process > 0 && !ended(m_process, deadline, status))
-            kill_child(m_process);
+        if (m_process > 0)
+            wait_for_end();
     }
 
     Worker(Worker const&) = delete;
     Worker& operator=(Worker const&) = delete;
 
-    /// Has it do a job, and waits for it.
-    /// @param fate  receives what became of it when it did not do the job; it does no more then
-    bool do_job(std::size_t number, JobResult& result, std::string& fate)
+    /// Has the worker do a job, and waits for it.
+    /// @return the result, or how the worker ended; it does no more jobs then
+    Result<JobResult> do_job(std::size_t number)
     {
-        ChildResult lost;
-        lost.code = m_error;
+        ChildResult end;
+        end.code = m_error;
         ++m_jobs;
         if (m_process > 0) {
-            if (receive(number, result, lost))
-                return true;
-            bury(lost);
+            std::string answer;
+            end.end = receive(number, answer);
+            if (end.end == ChildEnd::finished && is_complete(answer))
+                return unpack(answer);
+            if (end.end != ChildEnd::finished)
+                kill(m_process, SIGTERM);
+            int const status = wait_for_end();
+            if (end.end == ChildEnd::finished)
+                judge(status, {}, end);
+            m_lost = std::exchange(m_process, -1);
         }
-        fate = describe(lost, m_limits.job);
-        return false;
+        return fail(describe(end, m_limits.job));
     }
 
     /// The process that did not do its job; -1 while there is none.
-    pid_t buried() const { return m_buried; }
+    pid_t lost_process() const { return m_lost; }
 
-    bool worn_out() const { return m_jobs >= m_limits.jobs || resident() >= m_limits.resident; }
+    bool is_worn_out() const { return m_jobs >= m_limits.jobs || read_resident() >= m_limits.resident; }
 
 private:
-    /// @param lost  receives the limit that was reached, or "finished" where the worker ended by itself
-    bool receive(std::size_t number, JobResult& result, ChildResult& lost) const
+    /// Sends the number and receives the answer.
+    /// @return which limit was exceeded; "finished" when the answer is complete or the worker ended
+    ChildEnd receive(std::size_t number, std::string& answer) const
     {
         Deadline deadline(m_limits.job.time);
-        // Where nobody takes the number any more, the end is seen below.
+        // If the worker has ended already, this fails and poll() says so.
         send(m_socket, &number, sizeof number, MSG_NOSIGNAL);
-        std::string answer;
-        for (;;) {
+        while (!is_complete(answer)) {
             int const wait = deadline.wait();
+            if (wait == 0)
+                return ChildEnd::out_of_time;
             pollfd socket{m_socket, POLLIN, 0};
-            lost.end = wait == 0                             ? ChildEnd::out_of_time
-                       : answer.size() > m_limits.job.output ? ChildEnd::too_much_output
-                                                             : ChildEnd::finished;
-            if (lost.end != ChildEnd::finished)
-                return false;
             if (poll(&socket, 1, wait) <= 0)
                 continue;
             if (!drain(m_socket, answer))
-                return false;
-            JobResult received;
-            WireReader wire(answer);
-            wire(received);
-            if (wire.complete()) {
-                result = std::move(received);
-                return true;
-            }
+                break;
+            if (answer.size() > m_limits.job.output)
+                return ChildEnd::too_much_output;
         }
+        return ChildEnd::finished;
     }
 
-    /// Waits for the end of a worker that is lost, or brings it about.
-    void bury(ChildResult& lost)
+    /// Waits for the end of the process, and kills it when that takes too long.
+    /// @return what waitpid() tells
+    int wait_for_end() const
     {
-        bool const by_itself = lost.end == ChildEnd::finished;
-        if (!by_itself)
-            kill(m_process, SIGTERM);
         int status = 0;
         Deadline deadline(grace);
-        if (!ended(m_process, deadline, status))
-            status = kill_child(m_process);
-        if (by_itself)
-            judge(status, {}, lost);
-        m_buried = std::exchange(m_process, -1);
+        return ended(m_process, deadline, status) ? status : kill_child(m_process);
     }
 
-    std::uint64_t resident() const
+    /// Bytes of memory that the worker has in use.
+    std::uint64_t read_resident() const
     {
-        std::uint64_t whole = 0;
-        std::uint64_t pages = 0;
+        std::uint64_t whole = 0, pages = 0;
         std::ifstream("/proc/" + std::to_string(m_process) + "/statm") >> whole >> pages;
         return pages * static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
     }
 
     WorkerLimits const& m_limits;
     pid_t m_process = -1;
-    pid_t m_buried = -1;
+    pid_t m_lost = -1;
     int m_socket = -1;
     int m_error = 0;
     int m_jobs = 0;
@@ -209,14 +212,12 @@ void run_in_workers(Jobs const& jobs, WorkerLimits const& limits)
         jobs.begun(number);
         if (!worker)
             worker = std::make_unique<Worker>(jobs.work, limits);
-        JobResult result;
-        std::string fate;
-        bool const answered = worker->do_job(number, result, fate);
-        if (answered)
-            jobs.done(number, result);
+        Result<JobResult> const result = worker->do_job(number);
+        if (result)
+            jobs.done(number, *result);
         else
-            jobs.lost(number, worker->buried(), fate);
-        if (!answered || worker->worn_out())
+            jobs.lost(number, worker->lost_process(), result.error().words);
+        if (!result || worker->is_worn_out())
             worker.reset();
     }
 }

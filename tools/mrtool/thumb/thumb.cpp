@@ -1,20 +1,105 @@
 // mrtool thumb: thumbnails of materials, meshes and images.
-#include "commands.h"
-#include "messages.h"
-#include "pendingFile.h"
+#include "commandLine.h"
+#include "outputFile.h"
+#include "progress.h"
 #include "thumbnailer.h"
 #include "thumbPlan.h"
+#include "utConcat.h"
 #include "workers.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <filesystem>
+#include <memory>
 
 namespace mrtool {
 
 namespace {
 
+struct ThumbOptions
+{
+    std::vector<std::string> inputs;
+    std::optional<std::string> output;
+    ThumbStyle style;
+};
+
+// ---- The options
+
+std::string const size_form = ut_concat("N or WxH, each 1 to ", ThumbStyle::max_side, " pixels");
+constexpr char colour_form[] = "RRGGBB in hexadecimal, with or without #, black or white";
+
+/// Parses a text that is a number without a sign and nothing else.
+bool parse_number(std::string_view text, int base, unsigned& number)
+{
+    char const* const end = text.data() + text.size();
+    auto const [rest, error] = std::from_chars(text.data(), end, number, base);
+    return error == std::errc() && rest == end;
+}
+
+bool parse_side(std::string_view text, int& side)
+{
+    unsigned number = 0;
+    if (text.size() > 4 || !parse_number(text, 10, number))
+        return false;
+    side = static_cast<int>(number);
+    return side >= 1 && side <= ThumbStyle::max_side;
+}
+
+bool parse_size(std::string_view text, ThumbStyle& style)
+{
+    std::size_t const cross = text.find('x');
+    return parse_side(text.substr(0, cross), style.width) &&
+           parse_side(cross == text.npos ? text : text.substr(cross + 1), style.height);
+}
+
+bool parse_colour(std::string_view text, gsRGB& colour)
+{
+    if (text == "black" || text == "white") {
+        int const component = text == "white" ? 255 : 0;
+        colour = gsRGB(component, component, component);
+        return true;
+    }
+    if (text.starts_with('#'))
+        text.remove_prefix(1);
+    unsigned value = 0;
+    if (text.size() != 6 || !parse_number(text, 16, value))
+        return false;
+    colour = gsRGB(value >> 16, value >> 8 & 255, value & 255);
+    return true;
+}
+
+/// Adds the options that say what thumbnails look like.
+void add_style(CLI::App& thumb, ThumbStyle& style)
+{
+    auto const set_size = [&style](std::string const& size) {
+        if (!parse_size(size, style))
+            throw CLI::ValidationError("--size", ut_concat(size, " is not ", size_form));
+    };
+    auto const set_background = [&style](std::string const& colour) {
+        if (!parse_colour(colour, style.background))
+            throw CLI::ValidationError("--background", ut_concat(colour, " is not ", colour_form));
+    };
+    thumb
+        .add_option_function<std::string>("--size", set_size,
+                                          ut_concat(size_form, "; ", style.width, " when not given"))
+        ->type_name("SIZE");
+    thumb.add_option("--up", style.up, "What is up in meshes: y or z; by their format when not given")
+        ->type_name("AXIS")
+        ->check(CLI::IsMember({"y", "z"}));
+    thumb
+        .add_option_function<std::string>("--background", set_background,
+                                          ut_concat(colour_form, "; f0f0f0 when not given"))
+        ->type_name("COLOUR");
+}
+
+// ---- The work
+
 /// @return whether all thumbnails were made
-bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbOptions const& options)
+bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbStyle const& style)
 {
     // Each worker has its own copy, and makes its own renderer in it.
-    Thumbnailer thumbnailer(options);
+    Thumbnailer thumbnailer(style);
     Progress progress(planned.size());
     bool all_made = true;
     Jobs jobs;
@@ -35,19 +120,39 @@ bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbOptions const& o
     return all_made;
 }
 
+int run_thumb(ThumbOptions& options)
+{
+    // "r/." names a folder even if there is none yet.
+    if (options.output && std::filesystem::path(*options.output).filename() == ".")
+        *options.output += '/';
+    ThumbPlan const plan = plan_thumbs(options.inputs, options.output);
+    for (RejectedInput const& input : plan.rejected)
+        say(input.path, input.reason);
+    if (plan.jobs.empty() && plan.rejected.empty())
+        say("thumb", "no material, mesh or image file is there");
+    bool const all_made = make_thumbnails(plan.jobs, options.style);
+    return all_made && plan.rejected.empty() ? all_well : something_failed;
+}
+
 } // namespace
 
-int run_thumb(ThumbOptions const& options)
+Subcommand add_thumb(CLI::App& program)
 {
-    ThumbPlan const plan = plan_thumbs(options.inputs, options.output);
-    if (!plan.wrong_usage.empty())
-        throw WrongUsage{plan.wrong_usage};
-    for (Failure const& failure : plan.failures)
-        say(failure.path, failure.reason);
-    if (plan.jobs.empty() && plan.failures.empty())
-        say("thumb", "no material, mesh or image file is there");
-    bool const all_made = make_thumbnails(plan.jobs, options);
-    return all_made && plan.failures.empty() ? all_well : something_failed;
+    auto const options = std::make_shared<ThumbOptions>();
+    CLI::App* const thumb =
+        program.add_subcommand("thumb", "Make PNG thumbnails of materials, meshes and images");
+    thumb->add_option("INPUT", options->inputs, "Material, mesh or image files, or folders of them")
+        ->type_name("")
+        ->required();
+    thumb
+        ->add_option("-o,--output", options->output,
+                     "The thumbnail of one file, or the folder for several; DIR/NAME.EXT.thumb.png for "
+                     "DIR/NAME.EXT when not given")
+        ->type_name("OUT")
+        ->check(check_not_empty, "");
+    add_style(*thumb, options->style);
+    thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
+    return {thumb, [options] { return run_thumb(*options); }};
 }
 
 } // namespace mrtool

@@ -9,13 +9,6 @@
 
 namespace mrtool {
 
-/// What an input that comes first has become already.
-struct Failure
-{
-    std::string path;
-    std::string reason;
-};
-
 struct ThumbJob
 {
     std::string input;
@@ -23,21 +16,27 @@ struct ThumbJob
     std::string output;
 };
 
+/// An input rejected during planning.
+struct RejectedInput
+{
+    std::string path;
+    std::string reason;
+};
+
 struct ThumbPlan
 {
     std::vector<ThumbJob> jobs;
-    std::vector<Failure> failures; ///< inputs that cannot be read or are no kind of file that is drawn
-    std::string wrong_usage;       ///< why nothing may be written: two inputs with one output, and the like
+    std::vector<RejectedInput> rejected; ///< they cannot be read, or no thumbnail can be made of them
 };
 
-/// Works out the thumbnails of files, and of all files of the three kinds in folders and their subfolders.
-/// Links to folders are not followed; NAME.thumb.png found in a folder is no input; an output folder below
-/// one that is walked is not walked.
+/// Plans the thumbnails of files, and of all files of the three kinds in folders and their subfolders. In a folder,
+/// links to folders, files NAME.thumb.png and the folder that is the output are passed over.
 ///
-/// @param output  without it, the thumbnail of DIR/NAME.EXT is DIR/NAME.EXT.thumb.png. For one input that is
-///                a file, it is the thumbnail, unless there is a folder of that name or it ends in "/". In
-///                all other cases it is a folder, in which each thumbnail has its input's path below the
-///                folder that was given, as NAME.EXT.png
+/// @param output  without it, the thumbnail of DIR/NAME.EXT is DIR/NAME.EXT.thumb.png. With one input that is a
+///                file, it is the thumbnail, unless it is a folder or ends in "/". Otherwise it is a folder, in
+///                which each thumbnail has its input's path below the folder given, as NAME.EXT.png
+/// @throws WrongUsage when an output would be written twice, would replace an input or a file other than a
+///                    picture, or has no place
 ThumbPlan plan_thumbs(std::vector<std::string> const& inputs, std::optional<std::string> const& output);
 
 } // namespace mrtool

@@ -1,6 +1,6 @@
 #include "thumbnailer.h"
 
-#include "pendingFile.h"
+#include "outputFile.h"
 #include "readFault.h"
 #include "sphere.h"
 #include "utConcat.h"
@@ -14,25 +14,21 @@
 
 #include "gxFileHints.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace mrtool {
 
 namespace {
 
-// Where meshes are seen from.
+// The direction from which meshes are seen.
 constexpr double right = 0.5;
 constexpr double above = 0.45;
 constexpr double front = 0.9;
 
-// Of warnings of one kind; a file may hold as many faults as it likes.
-constexpr std::size_t most_warnings = 20;
-
 /// How the axes of a mesh file lie in the blocks that are read from it.
 struct Axes
 {
-    char up;             ///< in the file, where nobody says otherwise
+    char up;             ///< in the file, unless the user says otherwise
     bool turned = false; ///< whether the reader turns (x, y, z) into (x, z, -y)
 
     giVector3 in_block(giVector3 const& in_file) const
@@ -49,9 +45,10 @@ Axes axes_of(std::string const& path)
     return {extension == "stl" || extension == "ply" ? 'z' : 'y'};
 }
 
-/// In words, what the library reports as drawing goes on without an image.
-std::vector<std::string> missing_images(mrFileMat const& material)
+/// A warning for each layer without an image, up to a number; a file may hold any number of them.
+std::vector<std::string> find_missing_images(mrFileMat const& material)
 {
+    constexpr std::size_t most_warnings = 20;
     std::vector<std::string> missing;
     int number = 0;
     for (mrFMFacet const* facet : material.facets()) {
@@ -69,18 +66,9 @@ std::vector<std::string> missing_images(mrFileMat const& material)
     return missing;
 }
 
-/// Whether the library reports this where a layer's image is missing.
-bool speaks_of_missing_image(std::string const& report)
-{
-    // The latter are those of tinting it.
-    constexpr char const* reports[] = {"Invalid image", "Args", "State", "Invalid resultant imsge"};
-    return report.starts_with("No such images: ") ||
-           std::find(std::begin(reports), std::end(reports), report) != std::end(reports);
-}
-
 } // namespace
 
-Thumbnailer::Thumbnailer(ThumbOptions const& options) : m_options(options)
+Thumbnailer::Thumbnailer(ThumbStyle const& style) : m_style(style)
 {
     fill_sphere(m_sphere);
     auto textured = std::make_unique<giTriBlockcoDListPtrcoPtrcoDList>();
@@ -91,106 +79,114 @@ Thumbnailer::Thumbnailer(ThumbOptions const& options) : m_options(options)
 JobResult Thumbnailer::make(ThumbJob const& job)
 {
     m_warnings.clear();
-    m_reason.clear();
-    m_reports.take();
-    Picture const image = picture(job);
-    JobResult result;
-    result.made = image && write_png(*image, job.output, m_reason);
-    for (std::string const& report : m_reports.take())
-        m_warnings.push_back(report);
+    m_reports.pop();
+    Result<> const written =
+        draw(job).and_then([&](Picture const& picture) { return write_png(*picture, job.output); });
+    warn(m_reports.pop());
+    JobResult result{written.has_value(), {}};
     for (std::string const& warning : m_warnings)
         result.messages.push_back("warning: " + warning);
-    if (!result.made)
-        result.messages.push_back(m_reason);
+    if (!written)
+        result.messages.push_back(written.error().words);
     return result;
 }
 
-Thumbnailer::Picture Thumbnailer::picture(ThumbJob const& job)
+Result<Thumbnailer::Picture> Thumbnailer::draw(ThumbJob const& job)
 {
     switch (job.file.kind) {
     case FileKind::material:
-        return of_material(job.input);
+        return draw_material(job.input);
     case FileKind::mesh:
-        return of_meshes(job.input);
+        return draw_meshes(job.input);
     default:
-        return of_image(job);
+        return draw_image(job);
     }
 }
 
-Thumbnailer::Picture Thumbnailer::of_material(std::string const& path)
+Result<Thumbnailer::Picture> Thumbnailer::draw_material(std::string const& path)
 {
     mrFileMat material;
     mrFault fault;
     mrFileMatReadStatus const status = material.read(mrSource::from_path(utString(path)), {}, fault);
-    if (status != mrFileMatReadOK) {
-        m_reason = describe_read_fault(status, fault);
-        return nullptr;
-    }
-    if (!start_renderer())
-        return nullptr;
-    mrThumbnails thumbnails(m_renderer.get(), atts_for(path));
+    if (status != mrFileMatReadOK)
+        return fail(describe_read_fault(status, fault));
+    if (Result<> const started = start_renderer(); !started)
+        return tl::unexpected(started.error());
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(path));
     if (material.facets().empty()) {
-        m_warnings.emplace_back("there are no facets, so the picture is empty");
-        return dg_hold(thumbnails.from_colour(m_options.background));
+        warn({"there are no facets, so the picture is empty"});
+        return dg_hold(thumbnails.from_colour(m_style.background));
     }
-    m_warnings = missing_images(material);
-    Picture image = drawn(thumbnails.from_material(material));
-    for (std::string const& report : m_reports.take())
-        if (m_warnings.empty() || !speaks_of_missing_image(report))
-            m_warnings.push_back(report);
-    return image;
+    std::vector<std::string> const missing = find_missing_images(material);
+    if (missing.empty())
+        return check_drawn(thumbnails.from_material(material));
+    warn(missing);
+    warn(m_reports.pop());
+    dgDuctImage* const image = thumbnails.from_material(material);
+    m_reports.pop(); // they repeat which images are missing
+    return check_drawn(image);
 }
 
-Thumbnailer::Picture Thumbnailer::of_meshes(std::string const& path)
+Result<Thumbnailer::Picture> Thumbnailer::draw_meshes(std::string const& path)
 {
     scScene scene;
-    if (!m_reader.read_surfaces(path, scene, m_reason) || !start_renderer())
-        return nullptr;
+    std::string reason;
+    if (!m_reader.read_surfaces(path, scene, reason))
+        return fail(reason);
+    if (Result<> const started = start_renderer(); !started)
+        return tl::unexpected(started.error());
     giTriBlockcoDListPtrcoPtrcoDList blocks;
     for (scSurface const& surface : scene.surfaces)
         blocks.append(surface.block.get());
-    mrThumbnails thumbnails(m_renderer.get(), atts_for(path));
-    return drawn(thumbnails.from_meshes(blocks));
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(path));
+    return check_drawn(thumbnails.from_meshes(blocks));
 }
 
-Thumbnailer::Picture Thumbnailer::of_image(ThumbJob const& job)
+Result<Thumbnailer::Picture> Thumbnailer::draw_image(ThumbJob const& job)
 {
-    Picture const image = m_reader.read_image(job.input, job.file.format, m_reason);
+    std::string reason;
+    Picture const image = m_reader.read_image(job.input, job.file.format, reason);
     if (!image)
-        return nullptr;
-    mrThumbnails thumbnails(m_renderer.get(), atts_for(job.input));
-    m_reports.take(); // that there is no renderer, which an image does not need
+        return fail(reason);
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(job.input));
+    m_reports.pop(); // that there is no renderer, which an image does not need
     return dg_hold(thumbnails.from_image(*image));
 }
 
-bool Thumbnailer::start_renderer()
+Result<> Thumbnailer::start_renderer()
 {
     if (!m_renderer && !m_no_renderer) {
         utString reason;
         m_renderer = dg_hold(dgOffscreenRenderer::create(reason));
-        m_no_renderer = ut_concat("no renderer: ", reason);
+        if (!m_renderer)
+            m_no_renderer = Fault{ut_concat("no renderer: ", reason)};
     }
     if (!m_renderer)
-        m_reason = *m_no_renderer;
-    return m_renderer != nullptr;
+        return tl::unexpected(*m_no_renderer);
+    return {};
 }
 
-mrThumbAtts Thumbnailer::atts_for(std::string const& path)
+mrThumbAtts Thumbnailer::make_atts(std::string const& path)
 {
     Axes const axes = axes_of(path);
-    // Where z is up, the front is seen along y.
-    bool const z_up = m_options.up.value_or(axes.up) == 'z';
+    // With z up, the front is seen along y.
+    bool const z_up = m_style.up.value_or(axes.up) == 'z';
     giVector3 const normal = z_up ? giVector3(right, -front, above) : giVector3(right, above, front);
     giVector3 const up = z_up ? giVector3(0, 0, 1) : giVector3(0, 1, 0);
-    return mrThumbAtts(m_options.width, m_options.height, gsRGB(180, 180, 180), m_options.background,
+    return mrThumbAtts(m_style.width, m_style.height, gsRGB(180, 180, 180), m_style.background,
                        axes.in_block(normal), axes.in_block(up), &m_sphere, &m_blocks, &m_pie_chart);
 }
 
-Thumbnailer::Picture Thumbnailer::drawn(dgDuctImage* image)
+Result<Thumbnailer::Picture> Thumbnailer::check_drawn(dgDuctImage* image) const
 {
     if (!image)
-        m_reason = ut_concat("the renderer draws no picture of ", m_options.width, "x", m_options.height);
+        return fail(ut_concat("the renderer draws no picture of ", m_style.width, "x", m_style.height));
     return dg_hold(image);
+}
+
+void Thumbnailer::warn(std::vector<std::string> const& warnings)
+{
+    m_warnings.insert(m_warnings.end(), warnings.begin(), warnings.end());
 }
 
 } // namespace mrtool

@@ -1,11 +1,14 @@
-// One thumbnail after the other.
+// Making thumbnails, one after the other.
 #pragma once
 
-#include "commands.h"
-#include "messages.h"
+#include "dgCounted.h"
+#include "fault.h"
+#include "reports.h"
+#include "scReader.h"
 #include "thumbPlan.h"
 #include "workers.h"
 
+#include "gsRGB.h"
 #include "mrPieChart.h"
 #include "mrThumbAtts.h"
 
@@ -18,46 +21,53 @@
 #include <string>
 #include <vector>
 
-class mrFileMat;
-class mrThumbnails;
-
 namespace mrtool {
+
+/// What thumbnails look like.
+struct ThumbStyle
+{
+    static constexpr int max_side = 8191;
+
+    int width = 256; ///< pixels, 1 to max_side
+    int height = 256;
+    std::optional<char> up; ///< 'y' or 'z'; by the format of a mesh when not set
+    gsRGB background{240, 240, 240};
+};
 
 /// Makes thumbnails with the program's own choice of geometry and camera.
 ///
-/// The renderer is made for the first material or mesh: images need none, and a process may be forked before.
-/// The library keeps the images that it tints for the process's life.
+/// The renderer is made for the first material or mesh: images need none, and a process can be forked before. The
+/// library keeps tinted images until the process ends.
 class Thumbnailer
 {
 public:
-    /// @param options  borrowed
-    explicit Thumbnailer(ThumbOptions const& options);
+    explicit Thumbnailer(ThumbStyle const& style);
 
-    /// Makes and writes one. The messages are warnings, and why there is no thumbnail if there is none.
+    /// Makes and writes a thumbnail. The messages are warnings, and the failure if there is no thumbnail.
     JobResult make(ThumbJob const& job);
 
 private:
     using Picture = dgCounted<dgDuctImage>;
 
-    Picture picture(ThumbJob const& job);
-    Picture of_material(std::string const& path);
-    Picture of_meshes(std::string const& path);
-    Picture of_image(ThumbJob const& job);
+    Result<Picture> draw(ThumbJob const& job);
+    Result<Picture> draw_material(std::string const& path);
+    Result<Picture> draw_meshes(std::string const& path);
+    Result<Picture> draw_image(ThumbJob const& job);
 
-    bool start_renderer();
-    mrThumbAtts atts_for(std::string const& path);
-    Picture drawn(dgDuctImage* image);
+    Result<> start_renderer();
+    mrThumbAtts make_atts(std::string const& path);
+    Result<Picture> check_drawn(dgDuctImage* image) const;
+    void warn(std::vector<std::string> const& warnings);
 
-    ThumbOptions const& m_options;
+    ThumbStyle const m_style;
     scReader m_reader;
     Reports m_reports;
     dgCounted<dgOffscreenRenderer> m_renderer;
-    std::optional<std::string> m_no_renderer; ///< why there is none, once it was tried
+    std::optional<Fault> m_no_renderer; ///< why it could not be made
     giTriBlock m_sphere;
     mrThumbAtts::FaceCountTable m_blocks{mrInitialSize, mrFillLimit};
     mrPieChart m_pie_chart;
-    std::vector<std::string> m_warnings; ///< of the thumbnail that is being made
-    std::string m_reason;                ///< why there is none
+    std::vector<std::string> m_warnings; ///< of the current thumbnail
 };
 
 } // namespace mrtool

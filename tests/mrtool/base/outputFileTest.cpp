@@ -1,4 +1,4 @@
-#include "pendingFile.h"
+#include "outputFile.h"
 
 #include "mrTest.h"
 
@@ -10,20 +10,23 @@ namespace mrtool {
 
 namespace fs = std::filesystem;
 
-TEST(PendingFile, does_not_outlive_its_program)
+TEST(outputFile, leaves_nothing_half_written_when_the_program_is_ended)
 {
     TestFolder const folder;
     for (int const signal : {SIGTERM, SIGKILL}) {
         pid_t const program = fork();
         if (program == 0) {
-            remove_pending_files_on_interrupt();
-            PendingFile const pending(folder.path("file"));
-            std::raise(pending.good() ? signal : SIGABRT);
+            remove_pending_file_on_interrupt();
+            (void)write_whole(folder.path("file"), [=](std::string const&) -> Result<> {
+                std::raise(signal);
+                return {};
+            });
+            _exit(1);
         }
         int status = 0;
         waitpid(program, &status, 0);
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal);
-        // The one signal leaves no time to remove anything; another program's files stay.
+        // SIGKILL leaves no time to remove anything; files of other processes stay.
         remove_left_over(folder.path("other"), program / 10);
         EXPECT_EQ(fs::is_empty(folder.path("")), signal == SIGTERM);
         remove_left_over(folder.path("other"), program);

@@ -1,12 +1,8 @@
-#include "messages.h"
-
 #include "utUTF8.h"
 
 #include "mrTest.h"
 
-namespace mrtool {
-
-TEST(messages, texts_become_utf8)
+TEST(utUTF8, MakesUTF8OfAnyBytes)
 {
     EXPECT_EQ(utUTF8::from_any("Müller 木 \U0001f333"), "Müller 木 \U0001f333");
     EXPECT_EQ(utUTF8::from_any("M\xfcller"), "Müller");
@@ -16,12 +12,3 @@ TEST(messages, texts_become_utf8)
     EXPECT_EQ(utUTF8::from_any("\xf4\x90\x80\x80"), "\u00f4\u0090\u0080\u0080");
     EXPECT_EQ(utUTF8::from_any("a\xe6\x9c"), "a\u00e6\u009c");
 }
-
-TEST(messages, terminals_are_told_nothing_but_text)
-{
-    EXPECT_EQ(printable("red\x1b[2J\n\u009b \x7f ü"), "red\\x1b[2J\\x0a\\x9b \\x7f ü");
-    EXPECT_EQ(printable("\u202egnp\u200b\U000e0041.exe"), "\\u{202e}gnp\\u{200b}\\u{e0041}.exe");
-    EXPECT_EQ(in_quotes("a \"b\\"), "\"a \\\"b\\\\\"");
-}
-
-} // namespace mrtool

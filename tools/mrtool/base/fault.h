@@ -1,0 +1,28 @@
+// The one shape of an error.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <tl/expected.hpp>
+#include <utility>
+
+namespace mrtool {
+
+/// What went wrong, in words for the user, and where.
+struct Fault
+{
+    std::string words;
+    std::int64_t line = 0; ///< of the file, from 1; 0 when the words are about no line
+};
+
+/// A value, or why there is none.
+template <class T = void>
+using Result = tl::expected<T, Fault>;
+
+/// What a function with a Result returns when it fails.
+inline tl::unexpected<Fault> fail(std::string words, std::int64_t line = 0)
+{
+    return tl::unexpected(Fault{std::move(words), line});
+}
+
+} // namespace mrtool
