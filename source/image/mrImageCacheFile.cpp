@@ -16,14 +16,13 @@ void explain_end(std::istream const& in, std::int64_t number, mrFault& fault)
 {
     if (in.bad()) {
         fault.reason = "reading it failed before its end";
-    } else if (in.eof()) {
-        fault.reason = "the file ends here, without the empty line that ends the entries";
-        fault.line = std::max<std::int64_t>(number - 1, 1);
-    } else {
-        fault.reason = "longer than 1,023 characters";
-        static_assert(mrImageCacheFile::max_line == 1023);
-        fault.line = number;
+        return;
     }
+    static_assert(mrImageCacheFile::max_line == 1023);
+    fault.reason = in.eof() ? "the file ends here, without the empty line that ends the entries"
+                            : "longer than 1,023 characters";
+    fault.line = in.eof() ? std::max<std::int64_t>(number - 1, 1) : number;
+    fault.part = utString(ut_concat("line ", fault.line));
 }
 
 } // namespace

@@ -13,7 +13,7 @@ utString mrFault::words() const
                                  : ut_concat(part, ", at byte ", byte, ": ", reason));
     if (column > 0)
         return utString(ut_concat("line ", line, ", column ", column, ": ", reason));
-    return line > 0 ? utString(ut_concat("line ", line, ": ", reason)) : reason;
+    return reason;
 }
 
 void mrFault::within(utString const& larger)

@@ -295,19 +295,21 @@ mrPaletteFileError read_palette_source(mrSource const& source, mrColourPalette& 
     gxFileStream in(file.get());
     LastLine last;
     mrPaletteFileError const error = read_palette(in, palette, last);
-    if (last.bytes.empty() && error != mrPaletteFileOK) {
-        fault.set_out_of_memory(); // before there was a bad line
-        fault.line = last.number;
-    } else if (error != mrPaletteFileOK) {
-        fault = {.reason = explain_line(last.bytes, error), .line = last.number};
-    } else if (in.bad()) {
+    if (error == mrPaletteFileOK && in.bad()) {
         fault.reason = "reading it failed before its end";
         return mrPaletteFileBadFormat;
-    } else if (!in.eof()) {
-        fault = {.reason = "longer than 1,023 characters; it and the lines after it are not read",
-                 .line = last.number};
-        static_assert(mrUtils::max_palette_line == 1023);
     }
+    if (error == mrPaletteFileOK && in.eof())
+        return error;
+    if (error == mrPaletteFileOK)
+        fault.reason = "longer than 1,023 characters; it and the lines after it are not read";
+    else if (last.bytes.empty())
+        fault.set_out_of_memory(); // before there was a bad line
+    else
+        fault.reason = explain_line(last.bytes, error);
+    static_assert(mrUtils::max_palette_line == 1023);
+    fault.line = last.number;
+    fault.part = utString(ut_concat("line ", last.number));
     return error;
 }
 

@@ -43,12 +43,14 @@ void explain_missing(std::istream const& in, utString const& opening, std::int64
     if (in.bad())
         fault = {"reading it failed before its end"};
     else if (!in.eof())
-        fault = {.reason = utString(ut_concat("longer than ", mrXMLUtils::max_line, " characters")),
+        fault = {.reason = utString(
+                     ut_concat("line ", number, " is longer than ", mrXMLUtils::max_line, " characters")),
                  .line = number};
     else if (first_line == 0)
         fault = {utString(ut_concat("no line holds \"", opening, "\""))};
     else
-        fault = {.reason = utString(ut_concat("\"", opening, "\" is never closed")), .line = first_line};
+        fault = {.reason = utString(ut_concat("\"", opening, "\" in line ", first_line, " is never closed")),
+                 .line = first_line};
 }
 
 } // namespace

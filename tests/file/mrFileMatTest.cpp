@@ -171,8 +171,8 @@ TEST_F(mrFileMatTest, TellsWhatIsWrongAndWhere)
         std::int64_t line, column = 0, byte = -1;
     } const cases[] = {
         {"", "no line holds \"<multimat>\"", 0},
-        {"\n" + std::string(2000, ' '), "line 2: longer than 1022 characters", 2},
-        {with(good, "</multimat>", "</multimat >"), "line 2: \"<multimat>\" is never closed", 2},
+        {"\n" + std::string(2000, ' '), "line 2 is longer than 1022 characters", 2},
+        {with(good, "</multimat>", "</multimat >"), "\"<multimat>\" in line 2 is never closed", 2},
         {"one\ntwo\n<multimat>\n<a>\n</b></multimat>\n", "line 5, column 3: mismatched tag", 5, 3},
         {with(good, "<multimat>", "<multimat><a/></multimat>"),
          "\"image_encapsulation_type\" is missing or neither \"none\" nor \"embedded_png\"", 2},

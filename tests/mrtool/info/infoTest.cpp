@@ -111,9 +111,9 @@ TEST(mrtool_info, says_where_a_file_is_wrong)
         std::string said;
     } const cases[] = {
         {"", "not a material file: no line holds \"<multimat>\""},
-        {std::string(2000, ' ') + good, "not a material file: line 1: longer than 1022 characters"},
+        {std::string(2000, ' ') + good, "not a material file: line 1 is longer than 1022 characters"},
         {changed(good, "</multimat>", "</multimat >"),
-         "not a material file: line 2: \"<multimat>\" is never closed"},
+         "not a material file: \"<multimat>\" in line 2 is never closed"},
         {changed(good, "<recoloured>1", "<recoloured>2"),
          "bad content: facet 1: texture 1: \"recoloured\" is missing or neither 0 nor 1"},
         {good.substr(0, good.size() - 20),
