@@ -21,9 +21,9 @@ constexpr std::string_view silent_keys[] = {
     key(AI_MATKEY_COLOR_DIFFUSE),
     key(AI_MATKEY_BASE_COLOR),
     key(AI_MATKEY_OPACITY),
-    key(AI_MATKEY_TRANSPARENCYFACTOR), // what the opacity was worked out from
+    key(AI_MATKEY_TRANSPARENCYFACTOR), // the source of the opacity
     key(AI_MATKEY_ROUGHNESS_FACTOR),
-    key(AI_MATKEY_GLOSSINESS_FACTOR), // what the shininess was worked out from
+    key(AI_MATKEY_GLOSSINESS_FACTOR), // the source of the shininess
     key(AI_MATKEY_SHININESS),
     key(AI_MATKEY_METALLIC_FACTOR),
     key(AI_MATKEY_REFLECTIVITY),
@@ -95,7 +95,7 @@ constexpr MapKind map_kinds[] = {
     {aiTextureType_TRANSMISSION, "the transmission map"},
 };
 
-/// What a texture of a surface can be laid like, and the value of plain repeating.
+/// A way to lay a texture, and its value for plain repeating.
 struct Layout
 {
     char const* key;
@@ -141,7 +141,7 @@ void note_value(aiMaterial const& material, aiMaterialProperty const& property, 
             notes.add(scNoteLeftOut, known->words);
         return;
     }
-    // "$raw." is a format's own wording of what is there a second time, "?" belongs to the scene.
+    // "$raw." repeats a property in the format's own words; "?" belongs to the scene.
     bool const repeats = name.starts_with("$raw.") || name.starts_with("?");
     if (!repeats)
         notes.add(scNoteLeftOut, "the property \"%1\"", name.substr(name.find('.') + 1));

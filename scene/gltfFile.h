@@ -18,7 +18,7 @@ namespace sc {
 
 using Json = nlohmann::json;
 
-/// The member of that name; a null value when there is none or this is no object.
+/// The object's member of that name, or null; also null where the value is no object.
 Json const& get_member(Json const& object, char const* name);
 
 /// The member of the member of that name that the index says: an entry of the file's list of images, say.
@@ -47,10 +47,10 @@ public:
 
     Json const& json() const { return m_json; }
 
-    /// What is to be said of the files that were read beside it.
+    /// Notes on the files that were read beside it.
     std::vector<scNote> const& notes() const { return m_notes; }
 
-    /// Where the buffer view of that number is; nothing when there is none that makes sense.
+    /// Finds the bytes of a buffer view; nothing when its number or the view makes no sense.
     std::optional<ByteRange> find_view(Json const& number) const;
 
     /// Reads the bytes of a range, wherever its buffer is.

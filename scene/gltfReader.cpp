@@ -91,8 +91,8 @@ public:
         read_emission(from);
         read_refraction(from);
         leave_out_maps(from);
-        // What is not carried over of these is said elsewhere; "doubleSided" is of no matter to a surface
-        // that is seen from both sides.
+        // The functions above note what these leave out. "doubleSided" makes no difference, since every
+        // surface is seen from both sides.
         leave_out_others(from, "",
                          {"name", "pbrMetallicRoughness", "emissiveFactor", "alphaMode", "alphaCutoff",
                           "doubleSided", "normalTexture", "occlusionTexture", "emissiveTexture"},
@@ -104,7 +104,8 @@ public:
     }
 
 private:
-    /// The member's number, or what the format takes for one that is not there.
+    /// The member's number.
+    /// @param otherwise  the format's default for a missing member
     double read_number(Json const& object, char const* name, double otherwise)
     {
         Json const& value = get_member(object, name);
@@ -115,7 +116,7 @@ private:
         return otherwise;
     }
 
-    /// The like for as many numbers.
+    /// The member's numbers, all of them or none.
     template <std::size_t Size>
     std::array<double, Size> read_numbers(Json const& object, char const* name,
                                           std::array<double, Size> otherwise)
@@ -132,7 +133,7 @@ private:
         return otherwise;
     }
 
-    /// The member's object; a null value when there is none.
+    /// The member's object, or null.
     Json const& get_object(Json const& from, char const* name)
     {
         static Json const none;
@@ -149,7 +150,7 @@ private:
         return get_object(get_object(from, "extensions"), name);
     }
 
-    /// The member's text; empty when there is none.
+    /// The member's text; empty without one.
     /// @param place  where the member is, when that is not the material itself: " of its image"
     std::string read_string(Json const& from, char const* name, char const* place = "")
     {
@@ -258,8 +259,8 @@ private:
         }
     }
 
-    /// Leaves out what an object has besides the members and extensions that are seen to.
-    /// @param place  behind the name of what is left out: " of its texture"
+    /// Notes all members and extensions of an object but those that are read.
+    /// @param place  follows the name in the note: " of its texture"
     void leave_out_others(Json const& object, std::string_view place, Names const& members,
                           Names const& extensions = {})
     {
@@ -334,7 +335,7 @@ private:
         return {};
     }
 
-    /// The like, of an image that stands in the scene's files.
+    /// Makes an image that stands in the scene's files the material's texture.
     Expected<void> embed(Json const& index, Json const& image)
     {
         Json const& uri = get_member(image, "uri");

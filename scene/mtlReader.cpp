@@ -76,7 +76,7 @@ struct MapOption
     std::string_view word;
     int most_numbers;
     double plain[3];             ///< the numbers at which it makes no difference
-    std::string_view plain_word; ///< the like of the word
+    std::string_view plain_word; ///< the word at which it makes no difference
 };
 
 constexpr MapOption map_options[] = {

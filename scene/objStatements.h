@@ -37,14 +37,14 @@ private:
     std::ifstream m_in;
     std::size_t m_line = 0;
     std::string m_held;   ///< what was read up to a LF
-    std::size_t m_at = 1; ///< where in it the next line begins; behind its end when there is none left
+    std::size_t m_at = 1; ///< where in it the next line begins; beyond its end after the last one
 };
 
 /// Takes a word and the blanks after it off the front; empty when nothing is left.
 std::string_view take_word(std::string_view& rest);
 
-/// Takes a number and the blanks after it off the front; nothing, and the rest untouched, when the first word
-/// is none.
+/// Takes a number and the blanks after it off the front. Where the first word is no number, gives nothing and
+/// leaves the rest as it is.
 std::optional<double> take_number(std::string_view& rest);
 
 } // namespace sc

@@ -67,7 +67,7 @@ std::vector<std::string> list_readings(std::string const& named)
     return {named, local, decode_percents(local)};
 }
 
-/// What no file's path can be is not worked on: it may have any length.
+/// No file has such a path, and decoding it could take any time.
 bool is_too_long(std::string const& named)
 {
     return named.size() >= PATH_MAX;
