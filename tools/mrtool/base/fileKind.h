@@ -3,7 +3,6 @@
 
 #include "gxImageFileUtils.h"
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 

@@ -1,8 +1,6 @@
 // mrtool palette: pictures of palettes, and palettes of other formats in this library's.
 #include "commandLine.h"
-#include "fileKind.h"
 #include "foreignPalette.h"
-#include "gxFileHints.h"
 #include "outputFile.h"
 #include "paletteFile.h"
 #include "palettePicture.h"
@@ -11,6 +9,9 @@
 #include "utConcat.h"
 
 #include "mrSource.h"
+
+#include "gxFileHints.h"
+#include "gxImageFileUtils.h"
 
 #include <CLI/CLI.hpp>
 

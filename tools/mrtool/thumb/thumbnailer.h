@@ -1,10 +1,8 @@
 // Making thumbnails, one after the other.
 #pragma once
 
-#include "dgCounted.h"
 #include "fault.h"
 #include "reports.h"
-#include "scReader.h"
 #include "thumbPlan.h"
 #include "workers.h"
 
