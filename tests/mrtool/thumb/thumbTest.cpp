@@ -97,7 +97,7 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
         run_mrtool("thumb " + folder.path("") + " " + folder.path("gone") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
     for (char const* said :
-         {"bad.multimat: bad content: line 1: \"image_encapsulation_type\" is missing",
+         {"bad.multimat: bad content: \"image_encapsulation_type\" is missing",
           "bad.ply: not a readable mesh: ", "bad.tiff: not a readable image: ",
           "gone: No such file or directory", "good.multimat: warning: facet 1: there is no image \"weave\"\n",
           "empty.multimat: warning: there are no facets, so the picture is empty\n"})

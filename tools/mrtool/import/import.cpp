@@ -11,12 +11,11 @@
 #include "mrFileMat.h"
 #include "mrFMFacet.h"
 #include "mrMatProp.h"
+#include "mrTarget.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <memory>
 #include <new>
@@ -56,13 +55,11 @@ bool same_material(mrFileMat const& first, mrFileMat const& second)
 Result<> write_material(mrFileMat const& material, std::string const& path)
 {
     return write_whole(path, [&](std::string const& name) -> Result<> {
-        utString const temporary(name);
         mrFileMat read_back;
-        errno = 0;
-        if (!material.write(temporary))
-            return fail(ut_concat(path, " cannot be written",
-                                  errno != 0 ? ut_concat(": ", std::strerror(errno)) : ""));
-        if (read_back.read(temporary) != mrFileMatReadOK || !same_material(material, read_back))
+        mrFault fault;
+        if (!material.write(mrTarget::to_path(utString(name)), fault))
+            return fail(ut_concat(path, " cannot be written: ", fault.reason));
+        if (read_back.read(utString(name)) != mrFileMatReadOK || !same_material(material, read_back))
             return fail(path + " does not read back as it was written");
         return {};
     });
