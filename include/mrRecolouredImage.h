@@ -1,8 +1,11 @@
 // An image tinted towards a colour.
 #pragma once
 
+#include "dgCounted.h"
 #include "mrExport.h"
 #include "utCheckValid.h"
+
+#include <memory>
 
 class dgDuctImage;
 class giColour;
@@ -68,8 +71,8 @@ protected:
     void create_resultant();
 
 private:
-    dgDuctImage* m_image = nullptr;
-    giColour* m_colour = nullptr;
-    dgDuctImage* m_resultant = nullptr;
+    dgCounted<dgDuctImage> m_image;
+    std::unique_ptr<giColour> m_colour;
+    dgCounted<dgDuctImage> m_resultant;
     utCheckValid m_check{this};
 };

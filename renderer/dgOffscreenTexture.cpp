@@ -1,18 +1,13 @@
 #include "dgOffscreenTexture.h"
 
+#include "dgCounted.h"
 #include "gr_stretch_blt.h"
 
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
-
-struct Unreference
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
 
 bool driver_takes(int width, int height)
 {
@@ -23,13 +18,13 @@ bool driver_takes(int width, int height)
     return taken == width;
 }
 
-std::unique_ptr<dgDuctImage, Unreference> scaled_down(dgDuctImage const& image, int width, int height)
+dgCounted<dgDuctImage> scaled_down(dgDuctImage const& image, int width, int height)
 {
     // Opaque first: scaling weighs colours by their alpha, which a texture does not have.
-    std::unique_ptr<dgDuctImage, Unreference> const opaque(new dgDuctImage(utCopyDeep, image));
+    dgCounted<dgDuctImage> const opaque(new dgDuctImage(utCopyDeep, image));
     for (std::size_t at = 3; at < opaque->byte_count(); at += 4)
         opaque->pixels()[at] = 255;
-    std::unique_ptr<dgDuctImage, Unreference> scaled(new dgDuctImage("", width, height));
+    dgCounted<dgDuctImage> scaled(new dgDuctImage("", width, height));
     gr_stretch_blt(*scaled, 0, 0, width, height, *opaque, 0, 0, image.width(), image.height(),
                    grStretchBltAverage);
     return scaled;

@@ -1,5 +1,6 @@
 #include "gxPNG.h"
 
+#include "dgCounted.h"
 #include "utUTF8.h"
 
 #include <png.h>
@@ -7,7 +8,6 @@
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <string_view>
 #include <vector>
@@ -42,11 +42,7 @@ bool attempt(png_structp png, Step const& step)
     return true;
 }
 
-struct Unreference
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
-using OwnedImage = std::unique_ptr<dgDuctImage, Unreference>;
+using OwnedImage = dgCounted<dgDuctImage>;
 
 /// One image on its way from a file.
 class Decoder

@@ -10,7 +10,7 @@
 #include <initializer_list>
 #include <vector>
 
-using Renderer = Owned<dgOffscreenRenderer>;
+using Renderer = dgCounted<dgOffscreenRenderer>;
 
 inline constexpr Pixel red{255, 0, 0, 255};
 inline constexpr Pixel green{0, 255, 0, 255};

@@ -88,14 +88,14 @@ TEST(DgDuctImage, EqualsBySizeAndPixelsNeverByName)
 TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKindsAndCountsReferencesAnew)
 {
     int alive = 0;
-    Owned<PlaceImage>(new PlaceImage(alive)); // without a reference, so its end
+    dgCounted<PlaceImage>(new PlaceImage(alive)); // without a reference, so its end
     EXPECT_EQ(alive, 0);
-    Owned<PlaceImage> place(new PlaceImage(alive));
+    dgCounted<PlaceImage> place(new PlaceImage(alive));
     place->reference();
     place->reference();
     Image const copy(new dgDuctImage(utCopyDeep, *place));
     EXPECT_EQ(copy->references(), 0);
-    EXPECT_EQ(Owned<PlaceImage>(new PlaceImage(*place))->references(), 0);
+    EXPECT_EQ(dgCounted<PlaceImage>(new PlaceImage(*place))->references(), 0);
     EXPECT_EQ(pixel(*copy, 2, 1), (Pixel{120, 121, 122, 123}));
     EXPECT_TRUE(copy->equal(place.get()));
     short const other[4] = {120, 121, 122, 0};
