@@ -136,7 +136,7 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
     if (nodes == 0 || block.triangles().empty())
         return true; // before a texture is handed to the driver for nothing
     bool const has_image = state.texturing && state.texture.image && state.texture.image->width() > 0;
-    dgOffscreenMesh::Use const use = {state.shading != dgShadingFlat && block.normals().size() == nodes,
+    dgOffscreenMesh::Use const use = {block.normals().size() == nodes,
                                       has_image && block.tus() && block.tus()->size() == nodes};
 
     std::optional<dgOffscreenTexture> texture;

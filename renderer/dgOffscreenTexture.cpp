@@ -36,16 +36,13 @@ void upload(dgDuctImage const& image)
                  image.pixels());
 }
 
-void set_sampling(dgTextureState const& state)
+void set_sampling()
 {
-    GLint const wrap = state.wrap == dgTextureWrapClamp ? GL_CLAMP_TO_EDGE : GL_REPEAT;
-    bool const nearest = state.filter == dgTextureFilterNearest;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, nearest ? GL_NEAREST : GL_LINEAR_MIPMAP_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, nearest ? GL_NEAREST : GL_LINEAR);
-    if (!nearest)
-        glGenerateMipmap(GL_TEXTURE_2D);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glGenerateMipmap(GL_TEXTURE_2D);
 }
 
 } // namespace
@@ -65,7 +62,7 @@ dgOffscreenTexture::dgOffscreenTexture(dgTextureState const& state)
         upload(image);
     else
         upload(*scaled_down(image, width, height));
-    set_sampling(state);
+    set_sampling();
     m_ready = glGetError() == GL_NO_ERROR;
 }
 

@@ -20,8 +20,8 @@ void append(dgStructure& scene, giTriBlock const& block, Square const& square)
     scene.append(new dgBackFaceFlag(square.culled));
     scene.append(new dgTextureFlag(square.image != nullptr, 0));
     if (square.image)
-        scene.append(new dgTexture(square.image, dgTextureImageAsIs, square.filter, square.wrap,
-                                   dgTextureModulate, 0));
+        scene.append(new dgTexture(square.image, dgTextureImageAsIs, dgTextureFilterLinear,
+                                   dgTextureWrapRepeat, dgTextureModulate, 0));
     scene.append(new dgTriangleBlock(block, 0));
 }
 

@@ -40,8 +40,6 @@ struct Square
     double specular = 0.5;
     bool culled = false;
     dgDuctImage* image = nullptr; ///< its texture
-    dgTextureFilterType filter = dgTextureFilterLinear;
-    dgTextureWrapType wrap = dgTextureWrapRepeat;
 };
 
 giTriBlock block_of(Square const& square);
