@@ -60,7 +60,7 @@ public:
     /// mrColourEncodingNone for an index out of range.
     mrColourEncoding colour_encoding(int index) const;
 
-    /// @param values  receives the component values in order; empty when there are none
+    /// @param values  receives the component values in order; empty for a colour without any
     /// @return 1 when the colour was appended with component values
     int colour_components(int index, doublecoDList& values) const;
 

@@ -77,7 +77,7 @@ dgOffscreenRenderer* dgOffscreenRenderer::create(utString& reason)
     }
     state->device = reinterpret_cast<char const*>(glGetString(GL_RENDERER));
     glEnable(GL_DEPTH_TEST);
-    // What lies before or behind the range of depth is drawn all the same.
+    // Draws also in front of and behind the depth range.
     glEnable(GL_DEPTH_CLAMP);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);

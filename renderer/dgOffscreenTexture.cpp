@@ -20,7 +20,7 @@ bool driver_takes(int width, int height)
 
 dgCounted<dgDuctImage> scaled_down(dgDuctImage const& image, int width, int height)
 {
-    // Opaque first: scaling weighs colours by their alpha, which a texture does not have.
+    // Made opaque first: scaling weights colours by alpha, which a texture ignores.
     dgCounted<dgDuctImage> const opaque(new dgDuctImage(utCopyDeep, image));
     for (std::size_t at = 3; at < opaque->byte_count(); at += 4)
         opaque->pixels()[at] = 255;

@@ -115,7 +115,7 @@ public:
     }
 
     /// Removes the entry that find() gives.
-    /// @return 1, or 0 when there is none
+    /// @return 1, or 0 when find() gives null
     template <class Same>
     int remove(std::size_t hash, Same const& same)
     {

@@ -1,4 +1,4 @@
-// What a triangle block is drawn with.
+// The values that a triangle block is drawn with.
 #pragma once
 
 #include "dgDuctImage.h"

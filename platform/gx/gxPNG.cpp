@@ -14,7 +14,7 @@
 
 namespace {
 
-/// What libpng said when it gave up. Of a fixed size: it is written where no exception may pass.
+/// The message of libpng's error. Its size is fixed because it is written where no exception may pass.
 struct Complaint
 {
     char text[128] = "";
@@ -27,7 +27,7 @@ struct Complaint
     png_longjmp(png, 1);
 }
 
-// What libpng warns of and reads all the same is none of the user's business.
+// Drops warnings: libpng reads such images all the same.
 void keep_quiet(png_structp, char const*) {}
 
 /// libpng ends a step that fails by a jump out of it, past every destructor: a step makes no object that has

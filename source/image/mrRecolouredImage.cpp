@@ -111,7 +111,7 @@ mrRecolouredImage& mrRecolouredImage::operator=(mrRecolouredImage const& other)
     dgDuctImage* const image = other.m_image.get();
     auto colour = copy_without_fourth_byte(other.m_colour.get());
     dgDuctImage* const resultant = other.m_resultant ? new dgDuctImage(*other.m_resultant) : nullptr;
-    // What this object held stays alive on purpose.
+    // The old image, colour and resultant stay alive on purpose.
     m_image.release();
     m_colour.release();
     m_resultant.release();

@@ -39,7 +39,7 @@ void lay(Image const& source, Image const& onto)
                    source->height(), grStretchBltAverage);
 }
 
-TEST(gr_stretch_blt, the_background_shows_through)
+TEST(gr_stretch_blt, TheBackgroundShowsThrough)
 {
     Image const half_red = plain(4, 4, {200, 0, 0, 51});
     Image const over_blue = plain(2, 2, {0, 0, 100, 255});
@@ -56,7 +56,7 @@ TEST(gr_stretch_blt, the_background_shows_through)
     EXPECT_TRUE(over_white->equal(plain(2, 2, white).get()));
 }
 
-TEST(gr_stretch_blt, scaling_takes_every_pixel_alike)
+TEST(gr_stretch_blt, ScalingTakesEveryPixelAlike)
 {
     auto const strip = [](std::vector<short> const& reds, bool upright) {
         int const length = static_cast<int>(reds.size());
@@ -74,7 +74,7 @@ TEST(gr_stretch_blt, scaling_takes_every_pixel_alike)
         }
 }
 
-TEST(gr_stretch_blt, only_the_rectangles_count_where_they_lie_within)
+TEST(gr_stretch_blt, OnlyTheRectanglesCountWhereTheyLieWithin)
 {
     Image const source = painted(50, 40, gradient);
     // The same size is a copy: right way up, right way round, and nothing beside the rectangle.
