@@ -1,6 +1,7 @@
 // PNG images: what is read can be written, and what is written has the same pixels and texts.
 #include "fuzz.h"
 
+#include "dgCounted.h"
 #include "gxPNG.h"
 
 #include <cstdint>
@@ -9,17 +10,12 @@
 
 namespace {
 
-struct Release
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
+using Image = dgCounted<dgDuctImage>;
+using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-using Image = std::unique_ptr<dgDuctImage, Release>;
-
-std::unique_ptr<std::FILE, Release> open(MemoryFile const& file, char const* mode)
+File open(MemoryFile const& file, char const* mode)
 {
-    return std::unique_ptr<std::FILE, Release>(std::fopen(file.path().c_str(), mode));
+    return File(std::fopen(file.path().c_str(), mode), std::fclose);
 }
 
 Image read(MemoryFile const& file, utStringutStringcoTable& texts)

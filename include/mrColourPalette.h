@@ -1,7 +1,6 @@
 // A palette of colours.
 #pragma once
 
-#include "coIndex.h"
 #include "coPageArr.h"
 #include "giColour.h"
 #include "mrContainers.h"
@@ -9,9 +8,6 @@
 #include "mrTypes.h"
 #include "utCheckValid.h"
 #include "utString.h"
-
-#include <string_view>
-#include <vector>
 
 /// Colours in a row, each with its encoding, some with a name or with the component values that they were
 /// computed from. A colour's index is its position, from 0; colours are only ever added.
@@ -64,36 +60,27 @@ public:
     /// mrColourEncodingNone for an index out of range.
     mrColourEncoding colour_encoding(int index) const;
 
-    /// @param values  receives the component values in order; empty when there are none
+    /// @param values  receives the component values in order; empty for a colour without any
     /// @return 1 when the colour was appended with component values
     int colour_components(int index, doublecoDList& values) const;
 
 private:
-    /// What is kept of a colour. Palettes may have very many, so this is small and owns nothing.
     struct Entry
     {
         giColour colour;
         mrColourEncoding encoding = mrColourEncodingNone;
-        int name = none;         ///< where it stands in m_names
-        int components = none;   ///< how many
+        utString name;
+        int components = none;   ///< their number
         int first_component = 0; ///< in m_components
     };
     static constexpr int none = -1;
 
-    // A name in m_names: the index of its colour, its length in bytes, and the bytes, up to a whole word. So
-    // finding a name touches nothing but what stands there and its slot in m_by_name.
-    static constexpr int name_head = 2;
-
     int has(int index) const;
     int has_components(int index) const;
-    std::string_view name_at(int place) const;
-    int place_of(std::string_view name) const;
-    int add_name(std::string_view name);
-    void append(Entry entry, utString const& name);
+    void append(Entry const& entry);
 
     coPageArr<Entry> m_colours;
-    coPageArr<double> m_components;                ///< of all the colours that have any
-    std::vector<int> m_names;                      ///< of all the colours that have one
-    coIndex m_by_name{mrInitialSize, mrFillLimit}; ///< of m_names
+    coPageArr<double> m_components; ///< of all colours
+    utStringmrColourIndexcoTable m_by_name{mrInitialSize, mrFillLimit};
     utCheckValid m_check{this};
 };

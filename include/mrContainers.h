@@ -51,6 +51,9 @@ using doublecoDList = coDList<double>;
 /// The position of a colour in its palette, from 0.
 using mrColourIndex = int;
 
+/// From a colour's name to its position.
+using utStringmrColourIndexcoTable = coTable<utString, mrColourIndex>;
+
 /// A palette file's path as mrUtils::standardize_path_name spells it.
 using mrPaletteFilePath = utString;
 

@@ -2,6 +2,8 @@
 #pragma once
 
 #include "mrExport.h"
+
+#include "dgCounted.h"
 #include "utCheckValid.h"
 
 class dgDuctImage;
@@ -33,7 +35,7 @@ protected:
     void operator=(mrImageCacheItem const& other);
 
 private:
-    dgDuctImage* m_image = nullptr;
+    dgCounted<dgDuctImage> m_image;
     int m_age = 0;
     utCheckValid m_check{this};
 };

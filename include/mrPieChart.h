@@ -40,7 +40,7 @@ public:
     mrPieChart& operator=(mrPieChart const&) = delete;
 
     /// The blocks for n facets, block i for facet i; kept from the call before when n is the same. With more
-    /// facets than segments all blocks are empty; with n <= 0 there are none.
+    /// facets than segments all blocks are empty; with n <= 0 the list is empty.
     /// @return the chart's own, until the next call with another n
     /// @report "Args" when n <= 0
     giTriBlockcoDListPtrcoPtrcoDList const& blocks(int n) const;

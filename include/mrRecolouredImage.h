@@ -1,8 +1,11 @@
 // An image tinted towards a colour.
 #pragma once
 
+#include "dgCounted.h"
 #include "mrExport.h"
 #include "utCheckValid.h"
+
+#include <memory>
 
 class dgDuctImage;
 class giColour;
@@ -10,9 +13,9 @@ class giColour;
 /// An image, a colour, and the resultant: a copy of the image whose red, green and blue are each multiplied
 /// by the colour's channel as a fraction of 255. White takes the colour, black stays black.
 ///
-/// Invalid while it has no image or no colour; the resultant has no part in that. The references on the two
-/// images do not balance for copies: each member says what it takes and lets go, and whoever copies makes up
-/// for it.
+/// Invalid while it has no image or no colour; the resultant has no part in that. References on the two
+/// images do not balance for copies: each member says what it takes and drops, and the caller who copies evens it
+/// out.
 class MR_API mrRecolouredImage
 {
 public:
@@ -48,9 +51,9 @@ public:
     /// The object's own colour; black in an invalid object.
     giColour const& colour() const;
 
-    /// The tinted copy, which stays the object's; null when there is none.
+    /// The tinted copy, borrowed; null in an object made without an image.
     /// @report "State" when invalid
-    /// @report "Invalid resultant imsge" when there is none
+    /// @report "Invalid resultant imsge" when it is null
     dgDuctImage* resultant_image() const;
 
     /// 1 when the images are equal, whatever the colours; else 1 only when both hold the very same colour
@@ -62,14 +65,13 @@ protected:
     /// Makes the resultant: the image's size, name and alpha, and for each colour component the product with
     /// channel / 255.0 in double precision, truncated. Because the fraction is formed first, a product that
     /// ought to be a whole number can come out one lower: 85 under a channel of 147 gives 48.
-    /// Leaves a resultant out when there is no image or no colour. One that is there already is replaced and
-    /// stays alive.
+    /// Does nothing without an image or a colour. An existing resultant is replaced and stays alive.
     /// @report "State" when there is a resultant already
     void create_resultant();
 
 private:
-    dgDuctImage* m_image = nullptr;
-    giColour* m_colour = nullptr;
-    dgDuctImage* m_resultant = nullptr;
+    dgCounted<dgDuctImage> m_image;
+    std::unique_ptr<giColour> m_colour;
+    dgCounted<dgDuctImage> m_resultant;
     utCheckValid m_check{this};
 };

@@ -28,7 +28,7 @@ public:
     /// colour equals @p colour, else that of a new entry, which takes one reference on @p image.
     /// Time is linear in the number of entries, with one comparison of images for each of the same colour.
     /// @param image  null gets an entry of its own, which no later call finds
-    /// @return borrowed, no reference is taken for the caller; null for a null image
+    /// @return borrowed, without a reference for the caller; null for a null image
     /// @report "Args" when @p image is null, followed by what mrRecolouredImage reports of it
     dgDuctImage* recoloured_image(dgDuctImage* image, giColour const& colour);
 
@@ -40,7 +40,7 @@ protected:
     mrRecolouredImageCache();
     ~mrRecolouredImageCache();
 
-    /// @param action  utSingletonGet makes the cache where there is none; anything else deletes it
+    /// @param action  utSingletonGet creates the cache on first use; anything else deletes it
     /// @return the cache, or null after deleting it
     static mrRecolouredImageCache* access_singleton(utSingletonAccessAction action);
 

@@ -1,4 +1,4 @@
-// What thumbnails look like: size, colours, camera, and the geometry that shows materials.
+// The attributes of thumbnails: size, colours, camera, and the geometry that shows materials.
 #pragma once
 
 #include "giVector3.h"
@@ -66,7 +66,7 @@ public:
     gsRGB const& background_colour() const;
     giVector3 const& geom_view_normal_vector() const;
     giVector3 const& geom_view_up_vector() const;
-    /// Null when there is none.
+    /// May be null.
     giTriBlock const* plain_block() const;
     /// An empty table when none was given.
     FaceCountTable const& tex_blocks() const;

@@ -1,6 +1,7 @@
 // Small pictures of materials, meshes, images, files and colours.
 #pragma once
 
+#include "dgCounted.h"
 #include "mrContainers.h"
 #include "mrExport.h"
 #include "mrThumbAtts.h"
@@ -98,7 +99,7 @@ public:
 private:
     giTriBlockcoDListPtrcoPtrcoDList const& blocks_for(int facets);
 
-    dgRenderer* m_renderer;
+    dgCounted<dgRenderer> m_renderer;
     mrThumbAtts m_atts;
     utCheckValid m_check{this};
 };

@@ -7,14 +7,14 @@
 
 /// An OpenGL 3.3 core context of its own, current only within a Scope.
 ///
-/// An EGL display belongs to the whole process: whoever asks for the same one gets the same handle, and
-/// terminating it ends the contexts of all. So a display that was initialised here stays initialised until
-/// the process ends; everything else goes with the context, all the OpenGL objects made in it included.
+/// An EGL display belongs to the whole process, and terminating it ends every context made on it. So a display
+/// initialised here stays initialised until the process ends. Everything else is freed with the context, its OpenGL
+/// objects included.
 class dgOffscreenContext
 {
 public:
-    /// @param reason  receives in words what is missing when there is no context
-    /// @return null when there is none
+    /// @param reason  receives in words what is missing, on failure
+    /// @return null on failure
     static std::unique_ptr<dgOffscreenContext> create(utString& reason);
 
     dgOffscreenContext(dgOffscreenContext const&) = delete;
@@ -30,7 +30,7 @@ public:
         Scope& operator=(Scope const&) = delete;
         ~Scope();
 
-        /// Whether the context could be made current; no OpenGL function may be called where it could not.
+        /// Whether the context could be made current; call no OpenGL function when it could not.
         explicit operator bool() const { return m_current; }
 
     private:

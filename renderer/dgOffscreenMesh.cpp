@@ -19,11 +19,11 @@ struct Vertex
 // Triangles are handed to OpenGL as they lie in the block.
 static_assert(sizeof(giTri) == 3 * sizeof(GLuint));
 
-// Places are drawn this far around the picture, whose sides are 2 long, and texture coordinates are taken
-// this far: further out, single precision turns them into something else.
+// The largest device coordinate (the picture's sides are 2 long) and texture coordinate: beyond it single precision
+// distorts them.
 constexpr double furthest = 1e6;
 
-// The buffer of a large block is given back when blocks become smaller than this part of it.
+// A buffer is freed when blocks need less than this part of it.
 constexpr std::size_t much_smaller = 8;
 constexpr std::size_t always_kept = std::size_t{1} << 20;
 
@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    // What is no number, as the difference of two huge ones may be, becomes one.
+    // The difference of two huge numbers may not be a number; this makes it one.
     static float near(double value)
     {
         return static_cast<float>(value > -furthest ? std::min(value, furthest) : -furthest);
@@ -104,7 +104,7 @@ bool write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Placing c
     std::size_t const count = block.nodes().size();
     giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
     giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
-    // Zero as long as all are finite, not a number afterwards.
+    // Stays zero while all are finite, and becomes NaN at the first that is not.
     double sum = 0.0;
     for (std::size_t i = 0; i < count; ++i) {
         Vertex& vertex = vertices[i];

@@ -10,7 +10,7 @@
 class dgOffscreenMesh
 {
 public:
-    /// What of a block's nodes is used, beside their places.
+    /// The optional arrays of a block that are used.
     struct Use
     {
         bool normals = false;
@@ -21,7 +21,7 @@ public:
     /// index beyond the nodes or a node that is no finite point are left out.
     ///
     /// The vertex attributes are 0 the place in normalised device coordinates, 1 the normal in the scene's
-    /// axes, of length 0 where there is none, 2 the texture coordinates with v from the top.
+    /// axes, of length 0 without a normal, 2 the texture coordinates with v from the top.
     /// @param width, height  of the picture that is drawn into
     /// @return false when there is not enough memory; then nothing was drawn
     bool draw(giTriBlock const& block, Use use, dgProjection const& projection, int width, int height);

@@ -77,7 +77,7 @@ dgOffscreenRenderer* dgOffscreenRenderer::create(utString& reason)
     }
     state->device = reinterpret_cast<char const*>(glGetString(GL_RENDERER));
     glEnable(GL_DEPTH_TEST);
-    // What lies before or behind the range of depth is drawn all the same.
+    // Draws also in front of and behind the depth range.
     glEnable(GL_DEPTH_CLAMP);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
@@ -136,7 +136,7 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
     if (nodes == 0 || block.triangles().empty())
         return true; // before a texture is handed to the driver for nothing
     bool const has_image = state.texturing && state.texture.image && state.texture.image->width() > 0;
-    dgOffscreenMesh::Use const use = {state.shading != dgShadingFlat && block.normals().size() == nodes,
+    dgOffscreenMesh::Use const use = {block.normals().size() == nodes,
                                       has_image && block.tus() && block.tus()->size() == nodes};
 
     std::optional<dgOffscreenTexture> texture;

@@ -7,12 +7,12 @@
 
 #include <memory>
 
-/// Draws with OpenGL 3.3 core through EGL: a GPU driver where there is one, Mesa's software renderer
-/// elsewhere. Needs no DISPLAY, no environment, no home folder and no /dev/dri.
+/// Draws with OpenGL 3.3 core through EGL: on a GPU driver, or on Mesa's software renderer
+/// without one. Needs no DISPLAY, no environment, no home folder and no /dev/dri.
 ///
 /// One white directional light from (-0.35, 0.35, 0.87) in view space, of intensity 1.1, and ambient light of
 /// 5.2; colours are used as they are, without gamma; 4 samples a pixel. A texture larger than the driver
-/// takes is drawn scaled down. There is one colour buffer, which both buffer numbers mean.
+/// takes is drawn scaled down. Both buffer numbers mean its one colour buffer.
 ///
 /// The frame reaches from (0, 0) to the viewport's upper corner; erase fills all of it, drawing keeps to the
 /// viewport. read_image is null for a part that is not within the frame, and for a frame of more than

@@ -1,9 +1,9 @@
-// What is drawn into and read from.
+// The frame buffers that a picture is drawn into and read from.
 #pragma once
 
 #include "gsColour.h"
 
-/// A picture of 4 samples a pixel and the picture of one that it is read through.
+/// A multisampled picture of 4 samples a pixel, and the plain one that it is read through.
 ///
 /// Its OpenGL objects belong to the context that is current when it is first used, and go with it.
 class dgOffscreenTarget
@@ -12,7 +12,7 @@ public:
     /// 8192 × 8192 pixels; with its samples such a picture takes 2.3 GB.
     static constexpr long long most_pixels = 1LL << 26;
 
-    /// Gets ready to be drawn into; nothing is made anew while the size stays the same.
+    /// Prepares for drawing; keeps its buffers while the size stays the same.
     /// @return false, and no size, when the driver cannot give a picture of this size
     bool resize(int width, int height);
 
@@ -23,7 +23,7 @@ public:
     /// Fills all of it with the colour.
     void clear(gsColour const& colour, bool with_depth) const;
 
-    /// Makes it what is drawn into.
+    /// Makes it the target of drawing.
     void bind() const;
 
     /// Copies pixels out, four bytes each, rows from the bottom.

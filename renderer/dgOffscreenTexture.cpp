@@ -1,18 +1,13 @@
 #include "dgOffscreenTexture.h"
 
+#include "dgCounted.h"
 #include "gr_stretch_blt.h"
 
 #include <epoxy/gl.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
-
-struct Unreference
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
 
 bool driver_takes(int width, int height)
 {
@@ -23,13 +18,13 @@ bool driver_takes(int width, int height)
     return taken == width;
 }
 
-std::unique_ptr<dgDuctImage, Unreference> scaled_down(dgDuctImage const& image, int width, int height)
+dgCounted<dgDuctImage> scaled_down(dgDuctImage const& image, int width, int height)
 {
-    // Opaque first: scaling weighs colours by their alpha, which a texture does not have.
-    std::unique_ptr<dgDuctImage, Unreference> const opaque(new dgDuctImage(utCopyDeep, image));
+    // Made opaque first: scaling weights colours by alpha, which a texture ignores.
+    dgCounted<dgDuctImage> const opaque(new dgDuctImage(utCopyDeep, image));
     for (std::size_t at = 3; at < opaque->byte_count(); at += 4)
         opaque->pixels()[at] = 255;
-    std::unique_ptr<dgDuctImage, Unreference> scaled(new dgDuctImage("", width, height));
+    dgCounted<dgDuctImage> scaled(new dgDuctImage("", width, height));
     gr_stretch_blt(*scaled, 0, 0, width, height, *opaque, 0, 0, image.width(), image.height(),
                    grStretchBltAverage);
     return scaled;
@@ -41,16 +36,13 @@ void upload(dgDuctImage const& image)
                  image.pixels());
 }
 
-void set_sampling(dgTextureState const& state)
+void set_sampling()
 {
-    GLint const wrap = state.wrap == dgTextureWrapClamp ? GL_CLAMP_TO_EDGE : GL_REPEAT;
-    bool const nearest = state.filter == dgTextureFilterNearest;
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, wrap);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, nearest ? GL_NEAREST : GL_LINEAR_MIPMAP_LINEAR);
-    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, nearest ? GL_NEAREST : GL_LINEAR);
-    if (!nearest)
-        glGenerateMipmap(GL_TEXTURE_2D);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR_MIPMAP_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glGenerateMipmap(GL_TEXTURE_2D);
 }
 
 } // namespace
@@ -70,7 +62,7 @@ dgOffscreenTexture::dgOffscreenTexture(dgTextureState const& state)
         upload(image);
     else
         upload(*scaled_down(image, width, height));
-    set_sampling(state);
+    set_sampling();
     m_ready = glGetError() == GL_NO_ERROR;
 }
 

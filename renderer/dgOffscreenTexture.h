@@ -7,14 +7,14 @@
 class dgOffscreenTexture
 {
 public:
-    /// Copies the image, scaled down where the driver takes none of its size.
+    /// Copies the image, scaled down when it is too large for the driver.
     /// @param state  its image is not null and not empty
     explicit dgOffscreenTexture(dgTextureState const& state);
     dgOffscreenTexture(dgOffscreenTexture const&) = delete;
     dgOffscreenTexture& operator=(dgOffscreenTexture const&) = delete;
     ~dgOffscreenTexture();
 
-    /// Whether there was memory enough for it.
+    /// False when memory ran out.
     explicit operator bool() const { return m_ready; }
 
 private:

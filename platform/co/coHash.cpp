@@ -52,7 +52,7 @@ std::uint64_t random_word()
     }
 }
 
-/// What this process spreads its buckets by.
+/// The random numbers by which this process spreads its buckets.
 struct Key
 {
     std::uint64_t const point = random_word() % (prime - 1) + 1;

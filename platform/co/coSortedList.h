@@ -43,7 +43,7 @@ public:
     }
 
     /// Removes the last of the greatest elements.
-    /// @return it, or T() when there is none
+    /// @return the element, or T() when the list is empty
     /// @report "object in incorrect state for operation |CO_SORTEDLIST::remove_last | empty"
     T remove_last()
     {

@@ -10,12 +10,13 @@ struct dgUnreference
     void operator()(dgBase* object) const { object->unreference(); }
 };
 
-/// Holds one reference, which it lets go of at its end; null holds none.
+/// Drops one reference when destroyed, if it is not null. Made directly from a new object, which has no
+/// references, it deletes the object when destroyed, and release() returns it still without references.
 template <class T>
 using dgCounted = std::unique_ptr<T, dgUnreference>;
 
-/// Takes one reference, for an object that somebody else made or shares.
-/// @param object  null gives null
+/// Takes a reference.
+/// @param object  may be null
 template <class T>
 dgCounted<T> dg_hold(T* object)
 {

@@ -1,4 +1,4 @@
-// What a triangle block is drawn with.
+// The values that a triangle block is drawn with.
 #pragma once
 
 #include "dgDuctImage.h"
@@ -12,7 +12,6 @@ enum dgTriangleBlockRendering
 
 enum dgShadingMethodType
 {
-    dgShadingFlat = 0,  ///< one normal a triangle
     dgShadingSmooth = 1 ///< the nodes' normals, interpolated
 };
 
@@ -29,13 +28,11 @@ enum dgTextureImageFormat
 
 enum dgTextureFilterType
 {
-    dgTextureFilterNearest = 0,
     dgTextureFilterLinear = 1 ///< linear, between mipmaps too
 };
 
 enum dgTextureWrapType
 {
-    dgTextureWrapClamp = 0,
     dgTextureWrapRepeat = 1
 };
 

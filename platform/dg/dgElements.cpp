@@ -46,17 +46,8 @@ void dgTextureFlag::set(dgDrawState& state) const
 
 dgTexture::dgTexture(dgDuctImage* image, dgTextureImageFormat format, dgTextureFilterType filter,
                      dgTextureWrapType wrap, dgTextureCompositionType composition, int)
-    : m_texture{image, format, filter, wrap, composition}
-{
-    if (image)
-        image->reference();
-}
-
-dgTexture::~dgTexture()
-{
-    if (m_texture.image)
-        m_texture.image->unreference();
-}
+    : m_image(dg_hold(image)), m_texture{image, format, filter, wrap, composition}
+{}
 
 void dgTexture::set(dgDrawState& state) const
 {

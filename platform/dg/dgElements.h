@@ -1,6 +1,7 @@
 // The elements of a scene.
 #pragma once
 
+#include "dgCounted.h"
 #include "dgDrawState.h"
 #include "giTriBlock.h"
 #include "utExport.h"
@@ -108,10 +109,10 @@ public:
     /// @param priority  makes no difference
     dgTexture(dgDuctImage* image, dgTextureImageFormat format, dgTextureFilterType filter,
               dgTextureWrapType wrap, dgTextureCompositionType composition, int priority);
-    ~dgTexture() override;
     void set(dgDrawState& state) const override;
 
 private:
+    dgCounted<dgDuctImage> m_image;
     dgTextureState m_texture;
 };
 

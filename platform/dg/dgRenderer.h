@@ -1,4 +1,4 @@
-// What draws scenes: the seam to an application's own renderer.
+// The renderer interface: the seam to an application's own renderer.
 #pragma once
 
 #include "dgBase.h"
@@ -36,7 +36,7 @@ enum dgSetAlpha
 /// Draws triangle blocks and hands back pixels.
 ///
 /// A frame is: select_buffer, erase, draw for each block in order, begin_read_image, read_image,
-/// end_read_image. dgView makes these calls from a scene; whoever has a renderer of their own derives it from
+/// end_read_image. dgView makes these calls from a scene; an application derives its own renderer from
 /// this class. Called from one thread at a time.
 class UT_API dgRenderer : public dgBase
 {

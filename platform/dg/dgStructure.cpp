@@ -1,9 +1,12 @@
 #include "dgStructure.h"
 
+#include <utility>
+
 void dgClientStructure::append(dgElement* element)
 {
-    if (element)
-        m_elements.emplace_back(element);
+    std::unique_ptr<dgElement> owned(element);
+    if (owned)
+        m_elements.push_back(std::move(owned));
 }
 
 giBox3 dgClientStructure::bounding_box(int exact) const

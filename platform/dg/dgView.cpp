@@ -88,31 +88,14 @@ void dgCamera::fit(giBox3 const& box)
     m_projection.half_depth = std::min(radius * longest, utMath::max_double());
 }
 
-dgView::dgView(dgRenderer* renderer, dgStructureStore* store) : m_renderer(renderer), m_store(store)
-{
-    if (m_renderer)
-        m_renderer->reference();
-    if (m_store)
-        m_store->reference();
-}
-
-dgView::~dgView()
-{
-    root(nullptr);
-    if (m_store)
-        m_store->unreference();
-    if (m_renderer)
-        m_renderer->unreference();
-}
+dgView::dgView(dgRenderer* renderer, dgStructureStore* store)
+    : m_renderer(dg_hold(renderer)), m_store(dg_hold(store))
+{}
 
 void dgView::root(dgStructure* structure)
 {
-    // The new root first: it may be the old one, or held by it alone.
-    if (structure)
-        structure->reference();
-    if (m_root)
-        m_root->unreference();
-    m_root = structure;
+    // The new root is held first: it may be the old one, or held by it alone.
+    m_root = dg_hold(structure);
 }
 
 void dgView::view_bounding_box(giBox3 const& box, dgBoundingViewType type)
@@ -129,7 +112,7 @@ void dgView::erase(dgEraseZbuffer depth)
 
 void dgView::render_network(dgStructure* structure)
 {
-    dgStructure const* const network = structure ? structure : m_root;
+    dgStructure const* const network = structure ? structure : m_root.get();
     if (!m_renderer || !network)
         return;
     dgDrawState const defaults;

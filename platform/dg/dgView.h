@@ -1,7 +1,7 @@
 // A camera, and a view of a scene on a renderer.
 #pragma once
 
-#include "dgBase.h"
+#include "dgCounted.h"
 #include "dgProjection.h"
 #include "dgRenderer.h"
 #include "dgStructure.h"
@@ -65,10 +65,10 @@ public:
     void render_network(dgStructure* structure);
 
 private:
-    ~dgView() override;
+    ~dgView() override = default;
 
-    dgRenderer* m_renderer;
-    dgStructureStore* m_store;
-    dgStructure* m_root = nullptr;
+    dgCounted<dgRenderer> m_renderer;
+    dgCounted<dgStructureStore> m_store;
+    dgCounted<dgStructure> m_root;
     gsColour m_background;
 };

@@ -7,8 +7,7 @@
 #include <numeric>
 #include <vector>
 
-// All in whole numbers, so that a colour that is the same everywhere stays exactly that colour, and a picture
-// comes out the same on every machine. The largest number is 255 * 255 * 255 times the totals of both sides,
+// Whole numbers keep a plain colour exactly as it is, and a picture the same on every machine. The largest number is 255 * 255 * 255 times the totals of both sides,
 // which fits for images of up to 2^37 pixels.
 
 namespace {
@@ -30,36 +29,9 @@ struct Side
     std::int64_t total = 1;  ///< what the weights of a span add up to
 };
 
-Side nearest(std::int64_t from, std::int64_t to)
-{
-    Side side;
-    for (std::int64_t at = 0; at < to; ++at) {
-        int const pixel = static_cast<int>((2 * at + 1) * from / (2 * to));
-        side.spans.push_back({pixel, pixel + 1, 0, 0});
-    }
-    return side;
-}
-
-/// The unit is 1 / (2 * to) of a source pixel: that of the distance between centres.
-Side between_two(std::int64_t from, std::int64_t to)
-{
-    Side side;
-    side.weight = side.total = 2 * to;
-    for (std::int64_t at = 0; at < to; ++at) {
-        std::int64_t const centre =
-            std::clamp<std::int64_t>((2 * at + 1) * from - to, 0, 2 * to * (from - 1));
-        int const pixel = static_cast<int>(centre / (2 * to));
-        std::int64_t const past = centre % (2 * to);
-        if (past == 0)
-            side.spans.push_back({pixel, pixel + 1, 0, 0});
-        else
-            side.spans.push_back({pixel + 1, pixel + 1, 2 * to - past, past});
-    }
-    return side;
-}
-
-/// Scaling down; the unit is 1 / to of a source pixel.
-Side all_covered(std::int64_t from, std::int64_t to)
+/// The unit of the weights is 1 / to of a source pixel.
+/// @param to  at most @p from
+Side make_side(std::int64_t from, std::int64_t to)
 {
     Side side;
     side.weight = to;
@@ -73,18 +45,11 @@ Side all_covered(std::int64_t from, std::int64_t to)
     return side;
 }
 
-Side side_of(int from, int to, grStretchBltMode mode)
-{
-    if (mode == grStretchBltNearest)
-        return nearest(from, to);
-    return mode == grStretchBltAverage && from >= to ? all_covered(from, to) : between_two(from, to);
-}
-
 /// Weighed sums: of red, green and blue each times its alpha, and of alpha.
 using Sum = std::array<std::int64_t, 4>;
 
-/// Rows of the source added up, each column by itself. Down the rows first and then along them, since that
-/// way nearly all the time goes into one loop that compilers make vectors of: add().
+/// Adds up rows of the source, each column by itself, and then along the columns. In this order nearly all the
+/// time goes into one loop that compilers vectorize: add().
 class RowSums
 {
 public:
@@ -134,7 +99,7 @@ void RowSums::settle(std::int64_t weight)
 
 void RowSums::sum(Span const& rows, std::int64_t weight)
 {
-    constexpr int most = 1 << 16; // rows of which the sums fit into 32 bits
+    constexpr int most = 1 << 16; // rows whose sums fit into 32 bits
     for (auto& plane : m_sums)
         plane.assign(m_width, 0);
     if (rows.head > 0) {
@@ -167,7 +132,7 @@ Sum RowSums::along(Span const& columns, std::int64_t weight) const
 }
 
 /// Lays a colour over a pixel.
-/// @param whole  what the sum of alpha is when everything summed was opaque
+/// @param whole  the sum of alpha of an opaque source
 void lay_over(unsigned char* pixel, Sum const& sum, std::int64_t whole)
 {
     auto const rounded = [](std::int64_t number, std::int64_t divisor) {
@@ -196,14 +161,15 @@ std::ptrdiff_t stride(dgDuctImage const& image)
 } // namespace
 
 void gr_stretch_blt(dgDuctImage& destination, int x, int y, int width, int height, dgDuctImage const& source,
-                    int source_x, int source_y, int source_width, int source_height, grStretchBltMode mode)
+                    int source_x, int source_y, int source_width, int source_height, grStretchBltMode)
 {
     if (!lies_within(destination, x, y, width, height) ||
-        !lies_within(source, source_x, source_y, source_width, source_height))
+        !lies_within(source, source_x, source_y, source_width, source_height) || width > source_width ||
+        height > source_height)
         return;
 
-    Side const columns = side_of(source_width, width, mode);
-    Side const lines = side_of(source_height, height, mode);
+    Side const columns = make_side(source_width, width);
+    Side const lines = make_side(source_height, height);
     std::int64_t const whole = 255 * columns.total * lines.total;
     RowSums rows(source.pixels() + source_y * stride(source) + 4 * std::ptrdiff_t{source_x}, stride(source),
                  source_width);

@@ -9,9 +9,9 @@ namespace Assimp {
 class IOSystem;
 }
 
-/// Opens regular files alone, for reading: the file itself, and those that it names. A file that is cut is
-/// given up, with "the file ends too early", when a reader asks for more at its end for ever, as PLY's does.
-/// @return new; whoever it is handed to deletes it, which an Assimp::Importer does
+/// Opens only regular files, for reading: the mesh file itself, and the files that it names. Throws "the file ends
+/// too early" when a reader keeps asking for more at the end of a file, as the one for PLY does.
+/// @return a new object, which the Assimp::Importer that takes it deletes
 UT_API Assimp::IOSystem* gx_new_mesh_files();
 
 /// Has this thread's C functions read numbers with a point while it lives: some of Assimp's readers leave that

@@ -1,5 +1,6 @@
 #include "gxPNG.h"
 
+#include "dgCounted.h"
 #include "utUTF8.h"
 
 #include <png.h>
@@ -7,14 +8,13 @@
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
-#include <memory>
 #include <new>
 #include <string_view>
 #include <vector>
 
 namespace {
 
-/// What libpng said when it gave up. Of a fixed size: it is written where no exception may pass.
+/// The message of libpng's error. Its size is fixed because it is written where no exception may pass.
 struct Complaint
 {
     char text[128] = "";
@@ -27,7 +27,7 @@ struct Complaint
     png_longjmp(png, 1);
 }
 
-// What libpng warns of and reads all the same is none of the user's business.
+// Drops warnings: libpng reads such images all the same.
 void keep_quiet(png_structp, char const*) {}
 
 /// libpng ends a step that fails by a jump out of it, past every destructor: a step makes no object that has
@@ -42,11 +42,7 @@ bool attempt(png_structp png, Step const& step)
     return true;
 }
 
-struct Unreference
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
-using OwnedImage = std::unique_ptr<dgDuctImage, Unreference>;
+using OwnedImage = dgCounted<dgDuctImage>;
 
 /// One image on its way from a file.
 class Decoder

@@ -27,7 +27,7 @@ public:
     static constexpr int max_texts = 64;
     /// Bytes that one text entry may hold once inflated; a longer one is passed over.
     static constexpr int max_text_bytes = 1 << 20;
-    /// What deflate makes of one byte at the most.
+    /// The most bytes that deflate can make of one.
     static constexpr std::int64_t max_inflation = 1032;
     /// Compressed bytes that are read for an image's last row at the most: so many for each pixel of its
     /// width, and so many more. An image with more is refused: what follows the pixels would be inflated

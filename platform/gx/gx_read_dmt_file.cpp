@@ -1,6 +1,7 @@
 #include "gx_read_dmt_file.h"
 
 #include "gxMeshFiles.h"
+#include "gxMeshNormals.h"
 #include "gxOpenFile.h"
 #include "utConcat.h"
 
@@ -17,35 +18,19 @@
 #include <exception>
 #include <memory>
 #include <new>
-#include <numbers>
-#include <numeric>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using Mesh = gxMesh;
 using Transform = aiMatrix4x4t<double>;
-
-/// A mesh in its own coordinates: what giTriBlock holds, while it is put together.
-struct Mesh
-{
-    std::vector<giPoint3> points;
-    std::vector<giVector3> normals; ///< one for each point, or none
-    std::vector<giPoint2> tus;      ///< one for each point, or none
-    std::vector<giTri> triangles;
-};
 
 template <class Point>
 bool is_finite(Point const& point)
 {
     return std::isfinite(point.x) && std::isfinite(point.y) && std::isfinite(point.z);
-}
-
-std::size_t at(int index)
-{
-    return static_cast<std::size_t>(index);
 }
 
 /// Leaves out triangles that use a point which is no finite number, and points that no triangle uses.
@@ -54,171 +39,22 @@ Mesh without_waste(Mesh const& mesh)
     Mesh kept;
     std::vector<int> place(mesh.points.size(), -1);
     auto const keep = [&](int point) {
-        int& index = place[at(point)];
+        int& index = place[gx_at(point)];
         if (index < 0) {
             index = static_cast<int>(kept.points.size());
-            kept.points.push_back(mesh.points[at(point)]);
+            kept.points.push_back(mesh.points[gx_at(point)]);
             if (!mesh.normals.empty())
-                kept.normals.push_back(mesh.normals[at(point)]);
+                kept.normals.push_back(mesh.normals[gx_at(point)]);
             if (!mesh.tus.empty())
-                kept.tus.push_back(mesh.tus[at(point)]);
+                kept.tus.push_back(mesh.tus[gx_at(point)]);
         }
         return index;
     };
     for (giTri const& tri : mesh.triangles)
-        if (is_finite(mesh.points[at(tri.a)]) && is_finite(mesh.points[at(tri.b)]) &&
-            is_finite(mesh.points[at(tri.c)]))
+        if (is_finite(mesh.points[gx_at(tri.a)]) && is_finite(mesh.points[gx_at(tri.b)]) &&
+            is_finite(mesh.points[gx_at(tri.c)]))
             kept.triangles.push_back({keep(tri.a), keep(tri.b), keep(tri.c)});
     return kept;
-}
-
-giVector3 difference(giPoint3 const& to, giPoint3 const& from)
-{
-    return {to.x - from.x, to.y - from.y, to.z - from.z};
-}
-
-/// A corner of a triangle, on its way to a node of its own.
-struct Corner
-{
-    int position; ///< points at one place have one number
-    int point;
-    int triangle;
-    int which; ///< 0 to 2
-    int group; ///< of triangles that form one smooth surface around the position
-};
-
-/// Makes normals for a mesh without, and a node for each smooth surface at a point in place of the point.
-class NormalMaker
-{
-public:
-    explicit NormalMaker(Mesh const& flat) : m_flat(flat) { m_smooth.triangles = flat.triangles; }
-
-    Mesh make();
-
-private:
-    std::vector<int> positions() const;
-    std::vector<Corner> corners() const;
-    giVector3 face_normal(giTri const& tri) const;
-    double angle(Corner const& corner) const;
-    int group_of(giVector3 const& normal);
-    void make_nodes(Corner* begin, Corner* end);
-
-    Mesh const& m_flat;
-    Mesh m_smooth;
-    std::vector<giVector3> m_leaders; ///< for each group, the normal of the triangle that opened it
-    std::vector<giVector3> m_sums;    ///< for each group, of its normals
-};
-
-std::vector<int> NormalMaker::positions() const
-{
-    auto const key = [this](int point) {
-        giPoint3 const& p = m_flat.points[at(point)];
-        return std::tuple(p.x, p.y, p.z);
-    };
-    std::vector<int> order(m_flat.points.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&](int a, int b) { return key(a) < key(b); });
-
-    std::vector<int> position(order.size());
-    for (std::size_t i = 1; i < order.size(); ++i) {
-        bool const same = key(order[i]) == key(order[i - 1]);
-        position[at(order[i])] = position[at(order[i - 1])] + (same ? 0 : 1);
-    }
-    return position;
-}
-
-std::vector<Corner> NormalMaker::corners() const
-{
-    std::vector<int> const position = positions();
-    std::vector<Corner> all;
-    all.reserve(m_flat.triangles.size() * 3);
-    for (std::size_t i = 0; i < m_flat.triangles.size(); ++i) {
-        giTri const& tri = m_flat.triangles[i];
-        int which = 0;
-        for (int const point : {tri.a, tri.b, tri.c})
-            all.push_back({position[at(point)], point, static_cast<int>(i), which++, 0});
-    }
-    std::sort(all.begin(), all.end(), [](Corner const& a, Corner const& b) {
-        return std::tie(a.position, a.triangle, a.which) < std::tie(b.position, b.triangle, b.which);
-    });
-    return all;
-}
-
-/// Of length 1, or 0 for a triangle without area.
-giVector3 NormalMaker::face_normal(giTri const& tri) const
-{
-    giPoint3 const& a = m_flat.points[at(tri.a)];
-    giVector3 normal = difference(m_flat.points[at(tri.b)], a).cross(difference(m_flat.points[at(tri.c)], a));
-    return normal.unitize() ? normal : giVector3(0.0, 0.0, 0.0);
-}
-
-/// By which a triangle's normal counts at a corner: how a polygon was cut into triangles then changes nothing.
-double NormalMaker::angle(Corner const& corner) const
-{
-    giTri const& tri = m_flat.triangles[at(corner.triangle)];
-    int const points[] = {tri.a, tri.b, tri.c};
-    giPoint3 const& here = m_flat.points[at(points[corner.which])];
-    giVector3 const next = difference(m_flat.points[at(points[(corner.which + 1) % 3])], here);
-    giVector3 const previous = difference(m_flat.points[at(points[(corner.which + 2) % 3])], here);
-    return std::atan2(next.cross(previous).length(), next.dot(previous));
-}
-
-/// The directions of leaders are all further from each other than the crease angle, so that there are never
-/// more than some twenty to compare with, however many triangles meet.
-int NormalMaker::group_of(giVector3 const& normal)
-{
-    static double const limit = std::cos(gx_dmt_crease_angle * std::numbers::pi / 180.0);
-    bool const without_area = normal.dot(normal) == 0.0;
-    for (std::size_t i = 0; i < m_leaders.size(); ++i)
-        if (without_area || m_leaders[i].dot(normal) >= limit)
-            return static_cast<int>(i);
-    m_leaders.push_back(normal);
-    m_sums.emplace_back(0.0, 0.0, 0.0);
-    return static_cast<int>(m_leaders.size() - 1);
-}
-
-/// @param begin, end  all corners at one position
-void NormalMaker::make_nodes(Corner* begin, Corner* end)
-{
-    m_leaders.clear();
-    m_sums.clear();
-    for (Corner* corner = begin; corner != end; ++corner) {
-        giVector3 const normal = face_normal(m_flat.triangles[at(corner->triangle)]);
-        corner->group = group_of(normal);
-        giVector3& sum = m_sums[at(corner->group)];
-        sum = sum + normal * angle(*corner);
-    }
-    for (giVector3& sum : m_sums)
-        if (!sum.unitize())
-            sum = giVector3(0.0, 0.0, 1.0);
-
-    auto const node = [](Corner const& corner) { return std::tie(corner.point, corner.group); };
-    std::sort(begin, end, [&](Corner const& a, Corner const& b) { return node(a) < node(b); });
-    for (Corner const* corner = begin; corner != end; ++corner) {
-        if (corner == begin || node(*corner) != node(corner[-1])) {
-            m_smooth.points.push_back(m_flat.points[at(corner->point)]);
-            m_smooth.normals.push_back(m_sums[at(corner->group)]);
-            if (!m_flat.tus.empty())
-                m_smooth.tus.push_back(m_flat.tus[at(corner->point)]);
-        }
-        giTri& tri = m_smooth.triangles[at(corner->triangle)];
-        (corner->which == 0   ? tri.a
-         : corner->which == 1 ? tri.b
-                              : tri.c) = static_cast<int>(m_smooth.points.size() - 1);
-    }
-}
-
-Mesh NormalMaker::make()
-{
-    std::vector<Corner> all = corners();
-    Corner* const past = all.data() + all.size();
-    for (Corner* begin = all.data(); begin != past;) {
-        Corner* const end =
-            std::find_if(begin, past, [begin](Corner const& c) { return c.position != begin->position; });
-        make_nodes(begin, end);
-        begin = end;
-    }
-    return std::move(m_smooth);
 }
 
 /// Takes points, lines, and the faces that cutting polygons up would read the wrong memory for, or find no end
@@ -269,7 +105,7 @@ Mesh mesh_of(aiMesh const& from)
         mesh.normals.emplace_back(from.mNormals[i].x, from.mNormals[i].y, from.mNormals[i].z);
     mesh = without_waste(mesh);
     if (mesh.normals.empty() || !unitize(mesh.normals))
-        return NormalMaker(mesh).make();
+        return gx_with_normals(mesh);
     return mesh;
 }
 

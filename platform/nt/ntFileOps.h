@@ -1,4 +1,4 @@
-// What is asked of the file system.
+// Queries of the file system.
 #pragma once
 
 #include "ntFileDate.h"

@@ -32,7 +32,7 @@ public:
     ///         telling would take more time or memory than the engine's limits
     int match(utString const& text, int start);
 
-    /// What a group of the last match stands for; 0 is the whole match.
+    /// The text of a group of the last match; group 0 is the whole match.
     /// @return invalid when there is no such group or it took no part, and when the last match failed
     utString get_substring(int n) const;
 

@@ -1,4 +1,4 @@
-// What a singleton's access function is asked to do.
+// The actions of a singleton's access function.
 #pragma once
 
 enum utSingletonAccessAction

@@ -25,7 +25,7 @@ public:
     /// Makes the element the document's one root.
     void append_child(xmlElement& root) { m_root = &root; }
 
-    /// The root, or null while there is none.
+    /// The root element; null in a new document.
     xmlElement const* document_element() const { return m_root; }
 
     /// How many different names its elements have.

@@ -55,7 +55,7 @@ public:
 
     /// None for a text.
     xmlNodeList const& child_nodes() const;
-    /// Null when there is none.
+    /// Null when the node has no child.
     xmlNode const* first_child() const;
 
     /// This node as an element, or null.

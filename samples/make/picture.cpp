@@ -53,8 +53,7 @@ std::string all_bytes(std::FILE* file)
 
 Image paint(std::string const& name, int width, int height, int samples, Painter const& painter)
 {
-    Image image(new dgDuctImage(name.c_str(), width, height));
-    image->reference();
+    Image image = dg_hold(new dgDuctImage(name.c_str(), width, height));
     double const step = 1.0 / (width * samples);
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x) {

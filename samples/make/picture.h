@@ -1,20 +1,14 @@
 // Painting images and writing them.
 #pragma once
 
+#include "dgCounted.h"
 #include "dgDuctImage.h"
 #include "gsRGB.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 
-struct LetGoOfImage
-{
-    void operator()(dgDuctImage* image) const { image->unreference(); }
-};
-
-/// An image with the one reference that whoever made it holds.
-using Image = std::unique_ptr<dgDuctImage, LetGoOfImage>;
+using Image = dgCounted<dgDuctImage>;
 
 struct Paint
 {

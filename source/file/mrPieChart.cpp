@@ -16,7 +16,7 @@ dgkCurve3* default_profile()
     return &curve;
 }
 
-/// Nodes along an edge of a segment, with what belongs to each.
+/// The nodes along an edge of a segment, with their normals and texture coordinates.
 struct Edge
 {
     std::vector<giPoint3> points;
@@ -67,7 +67,7 @@ Edge rotate(Edge const& profile, giAngle const& angle)
     return edge;
 }
 
-/// The profile's points and normals, evenly spread over its parameters; none of the texture coordinates.
+/// The profile's points and normals, evenly spread over its parameters, without texture coordinates.
 Edge sample(dgkCurve3 const& curve, int points)
 {
     double const start = curve.start_parameter();
@@ -147,7 +147,7 @@ giTriBlockcoDListPtrcoPtrcoDList const& mrPieChart::blocks(int n) const
         return m_blocks;
 
     int const segments_per_facet = m_segments / n;
-    // The segments that are made close the circle, also when they are fewer than were asked for.
+    // The segments close the circle, even when they are fewer than asked for.
     int const made = segments_per_facet * n;
     giAngle const step(made != 0 ? 360.0 / made : 0.0, giAngleUnit::degrees);
     for (int facet = 0; facet < n; ++facet) {

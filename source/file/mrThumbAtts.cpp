@@ -23,7 +23,7 @@ BlockList const& list_or_empty(BlockList const* list)
     return list ? *list : empty;
 }
 
-/// The same block objects in the same order; what is in the blocks does not count.
+/// Compares the block pointers and their order, not the contents of the blocks.
 bool alike(BlockList const* a, BlockList const* b)
 {
     BlockList const& mine = list_or_empty(a);

@@ -24,7 +24,7 @@ using BlockList = giTriBlockcoDListPtrcoPtrcoDList;
 
 constexpr char const* thumb_name = "thumb";
 
-/// What pictures of materials and of meshes are drawn differently in.
+/// Where the pictures of materials and of meshes differ.
 struct Settings
 {
     double diffuse;           ///< of the five reflection numbers, the one that differs
@@ -117,11 +117,10 @@ dgDuctImage* draw_and_read(dgRenderer& renderer, dgView& view, mrThumbAtts const
     return image;
 }
 
-dgDuctImage* picture(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure& structure,
-                     Settings const& settings)
+dgDuctImage* draw(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure& structure,
+                  Settings const& settings)
 {
-    auto* const view = new dgView(renderer, nullptr);
-    view->reference();
+    auto const view = dg_hold(new dgView(renderer, nullptr));
     view->background_colour(gsColour(atts.background_colour()));
     double const margin = settings.view_port_margin;
     double const width = atts.width() + margin;
@@ -132,35 +131,38 @@ dgDuctImage* picture(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure&
     view->root(&structure);
     view->view_bounding_box(structure.bounding_box(1), dgBoundingViewFit);
 
-    dgDuctImage* const image =
-        renderer ? draw_and_read(*renderer, *view, atts, settings.restore_read_buffer) : nullptr;
-    view->root(nullptr);
-    view->unreference();
-    return image;
+    return renderer ? draw_and_read(*renderer, *view, atts, settings.restore_read_buffer) : nullptr;
 }
+
+/// The meshes read from a file, with the list that owns them.
+struct ReadMeshes
+{
+    ReadMeshes() = default;
+    ReadMeshes(ReadMeshes const&) = delete;
+    ReadMeshes& operator=(ReadMeshes const&) = delete;
+    ~ReadMeshes() { gsTriUtils::delete_and_clear(list); }
+
+    BlockList list;
+};
 
 } // namespace
 
 mrThumbnails::mrThumbnails(dgRenderer* renderer, mrThumbAtts const& atts)
-    : m_renderer(renderer), m_atts(utCopyDeep, atts)
+    : m_renderer(dg_hold(renderer)), m_atts(utCopyDeep, atts)
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(renderer, "Args");
-    if (m_renderer)
-        m_renderer->reference();
 }
 
 mrThumbnails::~mrThumbnails()
 {
     UT_CHECK_VALID(m_check);
-    if (m_renderer)
-        m_renderer->unreference();
 }
 
 dgRenderer* mrThumbnails::renderer() const
 {
     UT_CHECK_VALID(m_check);
-    return m_renderer;
+    return m_renderer.get();
 }
 
 mrThumbAtts const& mrThumbnails::atts() const
@@ -174,8 +176,7 @@ dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
     UT_CHECK_VALID(m_check);
     mrFMFacetcoDListPtrcoPtrcoDList const& facets = material.facets();
     ImageTable images = material.images();
-    auto* const structure = new dgClientStructure;
-    structure->reference();
+    auto const structure = dg_hold(new dgClientStructure);
 
     mrFMFacet const* const first = facets.size() == 1 ? *facets.begin() : nullptr;
     if (first && first->textures().empty()) {
@@ -191,10 +192,7 @@ dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
             append_facet(*facet, images, slice, *structure);
         }
     }
-
-    dgDuctImage* const image = picture(m_renderer, m_atts, *structure, material_settings);
-    structure->unreference();
-    return image;
+    return draw(m_renderer.get(), m_atts, *structure, material_settings);
 }
 
 dgDuctImage* mrThumbnails::from_material_file(utString const& path)
@@ -207,14 +205,11 @@ dgDuctImage* mrThumbnails::from_material_file(utString const& path)
 dgDuctImage* mrThumbnails::from_meshes(BlockList const& meshes)
 {
     UT_CHECK_VALID(m_check);
-    auto* const structure = new dgClientStructure;
-    structure->reference();
+    auto const structure = dg_hold(new dgClientStructure);
     append_surface(m_atts.surf_colour(), mesh_settings, *structure);
     for (giTriBlock const* mesh : meshes)
         append_block(mesh, *structure);
-    dgDuctImage* const image = picture(m_renderer, m_atts, *structure, mesh_settings);
-    structure->unreference();
-    return image;
+    return draw(m_renderer.get(), m_atts, *structure, mesh_settings);
 }
 
 dgDuctImage* mrThumbnails::from_mesh(giTriBlock const& mesh)
@@ -229,19 +224,16 @@ dgDuctImage* mrThumbnails::from_mesh(giTriBlock const& mesh)
 dgDuctImage* mrThumbnails::from_dmt_file(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    BlockList meshes;
-    dgDuctImage* const image = gx_read_dmt_file(path, meshes) ? from_meshes(meshes) : nullptr;
-    gsTriUtils::delete_and_clear(meshes);
-    return image;
+    ReadMeshes meshes;
+    return gx_read_dmt_file(path, meshes.list) ? from_meshes(meshes.list) : nullptr;
 }
 
 dgDuctImage* mrThumbnails::from_image(dgDuctImage const& image)
 {
     UT_CHECK_VALID(m_check);
+    dgCounted<dgDuctImage> thumb(from_colour(m_atts.background_colour()));
     int const width = m_atts.width();
     int const height = m_atts.height();
-    auto* const thumb = new dgDuctImage(thumb_name, width, height);
-    thumb->set_all(gsColour(m_atts.background_colour()));
 
     int x = 0;
     int y = 0;
@@ -251,7 +243,7 @@ dgDuctImage* mrThumbnails::from_image(dgDuctImage const& image)
                                     drawn_height);
     gr_stretch_blt(*thumb, x, y, drawn_width, drawn_height, image, 0, 0, image.width(), image.height(),
                    grStretchBltAverage);
-    return thumb;
+    return thumb.release();
 }
 
 dgDuctImage* mrThumbnails::from_image_file(utString const& path)
@@ -261,12 +253,8 @@ dgDuctImage* mrThumbnails::from_image_file(utString const& path)
     gxImageFileFormat format{};
     if (!extension || !gxImageFileUtils::file_format_from_extension(extension, format))
         return nullptr;
-    dgDuctImage* const image = gxImageFileUtils::read_image_file(path, format);
-    if (!image)
-        return nullptr;
-    dgDuctImage* const thumb = from_image(*image);
-    image->unreference();
-    return thumb;
+    dgCounted<dgDuctImage> const image(gxImageFileUtils::read_image_file(path, format));
+    return image ? from_image(*image) : nullptr;
 }
 
 dgDuctImage* mrThumbnails::from_colour(gsRGB const& colour)

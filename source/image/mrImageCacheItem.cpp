@@ -3,19 +3,15 @@
 #include "dgDuctImage.h"
 #include "utAssert.h"
 
-mrImageCacheItem::mrImageCacheItem(dgDuctImage* image, int age) : m_image(image), m_age(age)
+mrImageCacheItem::mrImageCacheItem(dgDuctImage* image, int age) : m_image(dg_hold(image)), m_age(age)
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(image, "Args");
-    if (image)
-        image->reference();
 }
 
 mrImageCacheItem::~mrImageCacheItem()
 {
     UT_CHECK_VALID(m_check);
-    if (m_image)
-        m_image->unreference();
 }
 
 void mrImageCacheItem::set_age(int age)
@@ -34,7 +30,7 @@ dgDuctImage* mrImageCacheItem::image() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_image, "Invalid image!");
-    return m_image;
+    return m_image.get();
 }
 
 mrImageCacheItem::mrImageCacheItem(mrImageCacheItem const&)

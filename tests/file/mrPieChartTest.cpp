@@ -51,7 +51,7 @@ TEST(mrPieChart, SlicesOfTheDefaultDomeFollowItsProfileRoundTheCircle)
                                                giTri{3, 8, 7}, giTri{8, 3, 4}, giTri{4, 9, 8}));
 }
 
-TEST(mrPieChart, MakesWhatTheNumbersAllow)
+TEST(mrPieChart, MakesFewerSegmentsThanFacetsOrNone)
 {
     std::string const args = "source/file/mrPieChart.cpp: Args";
     mrPieChart const chart;

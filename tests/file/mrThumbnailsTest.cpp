@@ -197,7 +197,7 @@ TEST_F(mrThumbnailsTest, LaterFacetsStartFromWhatEarlierOnesTinted)
     EXPECT_THAT(textures, ElementsAre(image, twice, nullptr, twice));
 }
 
-TEST_F(mrThumbnailsTest, DrawsAsFarAsItGoes)
+TEST_F(mrThumbnailsTest, DrawsTheRestWithoutAnImageCoordinatesOrFacets)
 {
     EXPECT_TRUE(draw({}).empty());
     EXPECT_THAT(reports(),

@@ -20,8 +20,8 @@ void append(dgStructure& scene, giTriBlock const& block, Square const& square)
     scene.append(new dgBackFaceFlag(square.culled));
     scene.append(new dgTextureFlag(square.image != nullptr, 0));
     if (square.image)
-        scene.append(new dgTexture(square.image, dgTextureImageAsIs, square.filter, square.wrap,
-                                   dgTextureModulate, 0));
+        scene.append(new dgTexture(square.image, dgTextureImageAsIs, dgTextureFilterLinear,
+                                   dgTextureWrapRepeat, dgTextureModulate, 0));
     scene.append(new dgTriangleBlock(block, 0));
 }
 
@@ -56,7 +56,7 @@ Image Pictures::draw(std::initializer_list<Square> squares)
     auto* const scene = new dgClientStructure;
     for (Square const& square : squares)
         append(*scene, square.block ? *square.block : blocks.emplace_back(block_of(square)), square);
-    Owned<dgView> const view(new dgView(renderer.get(), nullptr));
+    dgCounted<dgView> const view(new dgView(renderer.get(), nullptr));
     view->background_colour(colour_of(background));
     view->view_port_dc(giBox2({0, 0}, {side, side}));
     view->root(scene);

@@ -10,7 +10,7 @@
 #include <initializer_list>
 #include <vector>
 
-using Renderer = Owned<dgOffscreenRenderer>;
+using Renderer = dgCounted<dgOffscreenRenderer>;
 
 inline constexpr Pixel red{255, 0, 0, 255};
 inline constexpr Pixel green{0, 255, 0, 255};
@@ -40,8 +40,6 @@ struct Square
     double specular = 0.5;
     bool culled = false;
     dgDuctImage* image = nullptr; ///< its texture
-    dgTextureFilterType filter = dgTextureFilterLinear;
-    dgTextureWrapType wrap = dgTextureWrapRepeat;
 };
 
 giTriBlock block_of(Square const& square);

@@ -1,20 +1,12 @@
 // What the tests of images and of other counted objects share.
 #pragma once
 
+#include "dgCounted.h"
 #include "dgDuctImage.h"
 
 #include <array>
-#include <memory>
 
-struct Unreference
-{
-    void operator()(dgBase* object) const { object->unreference(); }
-};
-
-/// An object that is given back at the end. References of its own it has none.
-template <class Object>
-using Owned = std::unique_ptr<Object, Unreference>;
-using Image = Owned<dgDuctImage>;
+using Image = dgCounted<dgDuctImage>;
 
 /// Red, green, blue, alpha.
 using Pixel = std::array<short, 4>;

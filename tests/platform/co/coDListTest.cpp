@@ -5,7 +5,7 @@
 
 #include <limits>
 
-TEST(CoDList, HasACursorThatOnlyItsOwnWalkMoves)
+TEST(coDList, HasACursorThatOnlyItsOwnWalkMoves)
 {
     coDList<int> list;
     EXPECT_EQ(list.next(), nullptr);
@@ -28,7 +28,7 @@ TEST(CoDList, HasACursorThatOnlyItsOwnWalkMoves)
     EXPECT_EQ(copy[1], 2);
 }
 
-TEST(CoDList, ReportsAnIndexPastAnEndAsThePagedArrayDoes)
+TEST(coDList, ReportsAnIndexPastAnEndAsThePagedArrayDoes)
 {
     coDList<double> list;
     coPageArr<double> array;

@@ -7,7 +7,7 @@
 
 using namespace std::literals;
 
-TEST(CoHash, GivesThePublishedValues)
+TEST(coHash, GivesThePublishedValues)
 {
     // Test vectors of the hash's authors.
     EXPECT_EQ(co_hash(utString("a")), 0xe40c292cu);
@@ -17,7 +17,7 @@ TEST(CoHash, GivesThePublishedValues)
     EXPECT_EQ(co_hash("a", -1), 0x811c9dc5u);
 }
 
-TEST(CoHash, SpreadsTextsByAllTheirBytes)
+TEST(coHash, SpreadsTextsByAllTheirBytes)
 {
     for (auto const& [one, other] : {std::pair{"\x02"sv, "\0\x01"sv}, {"axxxxxx\0a"sv, "bxxxxxxa"sv}})
         EXPECT_NE(co_bucket_of_text(one), co_bucket_of_text(other));

@@ -20,7 +20,7 @@ std::vector<int> keys(Table const& table)
 
 } // namespace
 
-TEST(CoTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
+TEST(coTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
 {
     coTable<int, utString> table(4, 50);
     std::vector<int> expected;
@@ -62,7 +62,7 @@ TEST(CoTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
     EXPECT_EQ(texts.size(), 101u);
 }
 
-TEST(CoTable, StaysWhatItIsThroughManyRemovals)
+TEST(coTable, StaysWhatItIsThroughManyRemovals)
 {
     coTable<utString, int> table(4, 50);
     std::vector<std::pair<utString, int>> expected;

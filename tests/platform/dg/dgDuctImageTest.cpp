@@ -33,7 +33,7 @@ private:
 
 } // namespace
 
-TEST(DgDuctImage, IsEmptyWithTooFewOrTooManyPixels)
+TEST(dgDuctImage, IsEmptyWithTooFewOrTooManyPixels)
 {
     for (auto const& [width, height] :
          {std::pair{0, 5}, std::pair{5, 0}, std::pair{-INT_MAX, 9}, std::pair{2'000'000'000, 2'000'000'000},
@@ -48,7 +48,7 @@ TEST(DgDuctImage, IsEmptyWithTooFewOrTooManyPixels)
     }
 }
 
-TEST(DgDuctImage, StartsTransparentAndKeepsPixelsInsideAndWithinRange)
+TEST(dgDuctImage, StartsTransparentAndKeepsPixelsInsideAndWithinRange)
 {
     Image const image(new dgDuctImage("", 3, 2));
     EXPECT_EQ(image->byte_count(), 24u);
@@ -67,7 +67,7 @@ TEST(DgDuctImage, StartsTransparentAndKeepsPixelsInsideAndWithinRange)
     EXPECT_EQ(pixel(*image, 2, 1), (Pixel{0, 0, 255, 255}));
 }
 
-TEST(DgDuctImage, EqualsBySizeAndPixelsNeverByName)
+TEST(dgDuctImage, EqualsBySizeAndPixelsNeverByName)
 {
     Image const image(new dgDuctImage("a", 4, 2));
     EXPECT_FALSE(image->equal(nullptr));
@@ -85,17 +85,17 @@ TEST(DgDuctImage, EqualsBySizeAndPixelsNeverByName)
     EXPECT_STREQ(changed->name(), "");
 }
 
-TEST(DgDuctImage, CopiesAndComparesImagesOfOtherKindsAndCountsReferencesAnew)
+TEST(dgDuctImage, CopiesAndComparesImagesOfOtherKindsAndCountsReferencesAnew)
 {
     int alive = 0;
-    Owned<PlaceImage>(new PlaceImage(alive)); // without a reference, so its end
+    dgCounted<PlaceImage>(new PlaceImage(alive)); // without a reference, so its end
     EXPECT_EQ(alive, 0);
-    Owned<PlaceImage> place(new PlaceImage(alive));
+    dgCounted<PlaceImage> place(new PlaceImage(alive));
     place->reference();
     place->reference();
     Image const copy(new dgDuctImage(utCopyDeep, *place));
     EXPECT_EQ(copy->references(), 0);
-    EXPECT_EQ(Owned<PlaceImage>(new PlaceImage(*place))->references(), 0);
+    EXPECT_EQ(dgCounted<PlaceImage>(new PlaceImage(*place))->references(), 0);
     EXPECT_EQ(pixel(*copy, 2, 1), (Pixel{120, 121, 122, 123}));
     EXPECT_TRUE(copy->equal(place.get()));
     short const other[4] = {120, 121, 122, 0};

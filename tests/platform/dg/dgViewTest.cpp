@@ -28,7 +28,7 @@ protected:
         return box;
     }
 
-    Owned<dgView> view{new dgView(nullptr, nullptr)};
+    dgCounted<dgView> view{new dgView(nullptr, nullptr)};
 };
 
 } // namespace

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-TEST(GiBox, HoldsThePointsThatAreNumbers)
+TEST(giBox, HoldsThePointsThatAreNumbers)
 {
     giBox3 box;
     giBox2 flat;

@@ -8,7 +8,7 @@
 
 using namespace std::literals;
 
-TEST(GsBase64, WritesTheLeastSignificantByteFirstAndBringsBackEveryBit)
+TEST(gsBase64, WritesTheLeastSignificantByteFirstAndBringsBackEveryBit)
 {
     EXPECT_EQ(gsBase64::encode(1.0), "AAAAAAAA8D8=");
     EXPECT_EQ(gsBase64::encode(std::bit_cast<double>(0xFFEEDDCCBBAA9988u)), "iJmqu8zd7v8=");
@@ -21,7 +21,7 @@ TEST(GsBase64, WritesTheLeastSignificantByteFirstAndBringsBackEveryBit)
     }
 }
 
-TEST(GsBase64, RefusesAllElse)
+TEST(gsBase64, RefusesAnyOtherText)
 {
     for (auto const text :
          {""sv, "AAAAAAAA8D8"sv, "AAAAAAAA8D8A"sv, "AAAAAAAA8D8= "sv, "AAAAAAAA8D9="sv, "AAAAAAAA8D=="sv,

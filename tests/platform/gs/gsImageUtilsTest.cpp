@@ -4,7 +4,7 @@
 
 #include <array>
 
-TEST(GsImageUtils, CentresAPictureWithItsAspectAndNeverEnlargesIt)
+TEST(gsImageUtils, CentresAPictureWithItsAspectAndNeverEnlargesIt)
 {
     struct Case
     {

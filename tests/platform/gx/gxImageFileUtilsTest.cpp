@@ -29,7 +29,7 @@ void save_blue(std::string const& path, char const* format)
     g_object_unref(pixbuf);
 }
 
-TEST(gxImageFileUtils, reads_each_format)
+TEST(gxImageFileUtils, ReadsEachFormat)
 {
     TestFolder folder;
     for (char const* format : {"png", "jpeg", "tiff", "bmp", "ico"})
@@ -60,7 +60,7 @@ TEST(gxImageFileUtils, reads_each_format)
 }
 
 /// Nothing of it is written to standard error.
-TEST(gxImageFileUtils, failures_have_a_reason)
+TEST(gxImageFileUtils, FailuresHaveAReason)
 {
     TestFolder folder;
     auto const reason = [&folder](char const* name) {

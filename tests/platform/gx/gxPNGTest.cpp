@@ -50,7 +50,7 @@ Image gradient(int width, int height, bool opaque)
     return image;
 }
 
-TEST(gxPNG, what_is_written_reads_back)
+TEST(gxPNG, WhatIsWrittenReadsBack)
 {
     Texts texts(4, 50);
     texts["Title"] = "line\nbreak";
@@ -85,7 +85,7 @@ TEST(gxPNG, what_is_written_reads_back)
     }
 }
 
-TEST(gxPNG, what_cannot_be_written_leaves_the_file_alone)
+TEST(gxPNG, WhatCannotBeWrittenLeavesTheFileAlone)
 {
     TestFolder folder;
     File const file(std::fopen(folder.path("a").c_str(), "wb"));
@@ -111,7 +111,7 @@ TEST(gxPNG, what_cannot_be_written_leaves_the_file_alone)
 }
 
 /// A row of each kind that the format has, and its last pixel.
-TEST(gxPNG, every_kind_becomes_rgba)
+TEST(gxPNG, EveryKindBecomesRgba)
 {
     std::string const some_clear = chunk("PLTE", "\x0a\x14\x1e\xc8\xd2\xdc") + chunk("tRNS", "\x05\x06");
     std::string const clear_grey = chunk("tRNS", "\0\x63"s);
@@ -136,7 +136,7 @@ TEST(gxPNG, every_kind_becomes_rgba)
     }
 }
 
-TEST(gxPNG, more_than_allowed_or_than_the_file_holds)
+TEST(gxPNG, MoreThanAllowedOrThanTheFileHolds)
 {
     RawPNG const raw{.width = 20, .height = 10, .rows = std::string(std::size_t{21} * 10, '\0')};
     EXPECT_TRUE(read(raw.bytes(), 200).image);
@@ -153,7 +153,7 @@ TEST(gxPNG, more_than_allowed_or_than_the_file_holds)
 }
 
 /// However it is cut: only bytes of the pixels count among what may follow the last row.
-TEST(gxPNG, a_chunk_for_each_byte)
+TEST(gxPNG, AChunkForEachByte)
 {
     RawPNG raw{.width = 1000, .depth = 16, .colour_type = 6, .rows = std::string(8001, '\0')};
     std::minstd_rand numbers;

@@ -60,7 +60,7 @@ std::string collada(int times, std::string const& nodes)
 }
 
 /// Two squares that meet along an edge.
-TEST(gx_read_dmt_file, made_normals_are_smooth_up_to_the_crease)
+TEST(gx_read_dmt_file, MadeNormalsAreSmoothUpToTheCrease)
 {
     for (double const degrees : {gx_dmt_crease_angle - 1.0, gx_dmt_crease_angle + 1.0}) {
         double const angle = degrees * std::numbers::pi / 180.0;
@@ -79,7 +79,7 @@ TEST(gx_read_dmt_file, made_normals_are_smooth_up_to_the_crease)
     }
 }
 
-TEST(gx_read_dmt_file, each_time_a_mesh_is_shown_is_a_block_in_its_place)
+TEST(gx_read_dmt_file, EachTimeAMeshIsShownIsABlockInItsPlace)
 {
     Reading const reading("a.dae", collada(1, R"(
         <node>
@@ -104,7 +104,7 @@ TEST(gx_read_dmt_file, each_time_a_mesh_is_shown_is_a_block_in_its_place)
         EXPECT_NEAR(outwards.dot({-2.0, 3.0, 6.0}), 49.0, 1e-6);
 }
 
-TEST(gx_read_dmt_file, failures_have_a_reason)
+TEST(gx_read_dmt_file, FailuresHaveAReason)
 {
     std::string shown = "<node>";
     for (int i = 0; i < 4096; ++i)
@@ -121,7 +121,7 @@ TEST(gx_read_dmt_file, failures_have_a_reason)
     gsTriUtils::delete_and_clear(blocks);
 }
 
-TEST(gx_read_dmt_file, what_cannot_be_drawn_is_left_out)
+TEST(gx_read_dmt_file, WhatCannotBeDrawnIsLeftOut)
 {
     std::string const head = "ply\nformat ascii 1.0\nelement vertex 6\nproperty float x\nproperty float y\n"
                              "property float z\nproperty float nx\nproperty float ny\nproperty float nz\n"

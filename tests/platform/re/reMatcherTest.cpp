@@ -18,7 +18,7 @@ struct Compiled : reMatcher
 
 } // namespace
 
-TEST(ReMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
+TEST(reMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
 {
     Compiled matcher("(a)(b)?(c)?(d)?");
     using Case = std::tuple<char const*, int, std::vector<utString>>;
@@ -35,7 +35,7 @@ TEST(ReMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
     EXPECT_TRUE(matcher.get_substring(0).invalid());
 }
 
-TEST(ReMatcher, SaysWhatIsWrongWithAPattern)
+TEST(reMatcher, SaysWhatIsWrongWithAPattern)
 {
     reMatcher matcher("ab(");
     utString error;
@@ -47,7 +47,7 @@ TEST(ReMatcher, SaysWhatIsWrongWithAPattern)
     EXPECT_EQ(matcher.match("ab(", 0), 0);
 }
 
-TEST(ReMatcher, GivesUpWhereAMatchTakesTooLong)
+TEST(reMatcher, GivesUpWhereAMatchTakesTooLong)
 {
     Compiled matcher("^(a+)+$");
     EXPECT_EQ(matcher.match(utString(std::string(5000, 'a') + 'b'), 0), 0);

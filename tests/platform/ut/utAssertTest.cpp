@@ -2,7 +2,7 @@
 
 #include "mrTest.h"
 
-TEST(UtAssert, ReportsWhatIsRequiredWithTheFileFromTheRoot)
+TEST(utAssert, ReportsWhatIsRequiredWithTheFileFromTheRoot)
 {
     std::string const words(5000, 'x');
     UT_REQUIRE(1 + 1 == 2, "fine");
@@ -12,7 +12,7 @@ TEST(UtAssert, ReportsWhatIsRequiredWithTheFileFromTheRoot)
                                                    "some/file: 2 " + words + "!"}));
 }
 
-TEST(UtAssert, WritesToStandardErrorByDefault)
+TEST(utAssert, WritesToStandardErrorByDefault)
 {
     utAssertHandler const recording = ut_set_assert_handler(nullptr);
     testing::internal::CaptureStderr();

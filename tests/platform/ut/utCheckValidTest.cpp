@@ -21,7 +21,7 @@ private:
 
 } // namespace
 
-TEST(UtCheckValid, ReportsObjectsThatAreNotAlive)
+TEST(utCheckValid, ReportsObjectsThatAreNotAlive)
 {
     alignas(Stamped) unsigned char storage[sizeof(Stamped)];
     Stamped const original;

@@ -33,7 +33,7 @@ void expect_parsed(std::initializer_list<std::pair<std::string, Number>> cases,
 
 } // namespace
 
-TEST(UtString, TellsInvalidFromEmpty)
+TEST(utString, TellsInvalidFromEmpty)
 {
     utString const invalid(static_cast<char const*>(nullptr));
     utString const empty = "";
@@ -49,7 +49,7 @@ TEST(UtString, TellsInvalidFromEmpty)
     }
 }
 
-TEST(UtString, HoldsAnyBytes)
+TEST(utString, HoldsAnyBytes)
 {
     utString text("a\0\xFF"sv);
     text += '\0';
@@ -64,7 +64,7 @@ TEST(UtString, HoldsAnyBytes)
     EXPECT_EQ(text, "a");
 }
 
-TEST(UtString, RemovesCharactersAtItsEnds)
+TEST(utString, RemovesCharactersAtItsEnds)
 {
     for (auto const& [text, without_leading, without_trailing] :
          {std::tuple(" ~ a b~ ", "a b~ ", " ~ a b"), std::tuple("  ", "", ""),
@@ -74,7 +74,7 @@ TEST(UtString, RemovesCharactersAtItsEnds)
     }
 }
 
-TEST(UtString, ParsesIntegersWholeOrNotAtAll)
+TEST(utString, ParsesIntegersWholeOrNotAtAll)
 {
     expect_parsed<int>({{"+5", 5},
                         {"-0012", -12},
@@ -84,7 +84,7 @@ TEST(UtString, ParsesIntegersWholeOrNotAtAll)
                         "-2147483649", "99999999999999999999", "5\0"sv});
 }
 
-TEST(UtString, ParsesNumbersWholeOrNotAtAll)
+TEST(utString, ParsesNumbersWholeOrNotAtAll)
 {
     expect_parsed<double>({{"-1.", -1.0},
                            {"+.5", 0.5},
@@ -102,7 +102,7 @@ TEST(UtString, ParsesNumbersWholeOrNotAtAll)
     EXPECT_TRUE(std::signbit(parsed));
 }
 
-TEST(UtString, ReadsAndWritesNumbersTheSameInEveryLocale)
+TEST(utString, ReadsAndWritesNumbersTheSameInEveryLocale)
 {
     // Numbers as some countries write them.
     class CommaNumbers : public std::numpunct<char>

@@ -51,7 +51,7 @@ void expect_read(std::vector<std::pair<std::string_view, std::string_view>> cons
 
 } // namespace
 
-TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
+TEST(xmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
 {
     expect_read({
         {"<r> <a>1</a>\n <b/>\t</r>", "(r| |(a|1|)|\n |(b)|\t|)"},
@@ -63,7 +63,7 @@ TEST(XmlParser, KeepsTextsAsTheyAreAndDropsWhatIsNoElementOrText)
     });
 }
 
-TEST(XmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
+TEST(xmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
 {
     std::string every_byte;
     for (int byte = 0x80; byte < 0x100; ++byte)
@@ -71,7 +71,7 @@ TEST(XmlParser, HandsBackTheBytesOfTextThatIsNoUtf8)
     EXPECT_EQ(read("<r>" + every_byte + "</r>"), "(r|" + every_byte + "|)");
 }
 
-TEST(XmlParser, RefusesWithLineColumnAndReason)
+TEST(xmlParser, RefusesWithLineColumnAndReason)
 {
     expect_read({
         {"<a>\xE9\n</b>", "error: line 2, column 3: mismatched tag"},
@@ -81,7 +81,7 @@ TEST(XmlParser, RefusesWithLineColumnAndReason)
     });
 }
 
-TEST(XmlParser, BoundsTheDepth)
+TEST(xmlParser, BoundsTheDepth)
 {
     std::string text;
     for (int i = 0; i < xmlParser::max_depth; ++i)

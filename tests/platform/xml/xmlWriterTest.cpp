@@ -49,7 +49,7 @@ std::size_t longest_line(std::string const& file)
 
 } // namespace
 
-TEST(XmlWriter, WritesOneElementALine)
+TEST(xmlWriter, WritesOneElementALine)
 {
     xmlDocument document;
     xmlElement& root = document.create_element("multimat");
@@ -66,7 +66,7 @@ TEST(XmlWriter, WritesOneElementALine)
                                  "</multimat>\n");
 }
 
-TEST(XmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLongAndPartsNoCharacter)
+TEST(xmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLongAndPartsNoCharacter)
 {
     using Unit = std::pair<std::string_view, std::size_t>;
     for (auto const& [unit, written_size] :
