@@ -1,6 +1,7 @@
 #include "assimpKeys.h"
 
-#include <algorithm>
+#include "leftOut.h"
+
 #include <assimp/GltfMaterial.h>
 #include <string_view>
 
@@ -40,16 +41,7 @@ constexpr std::string_view silent_keys[] = {
     key(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR),
 };
 
-struct LeftOut
-{
-    std::string_view key;
-    char const* words;
-    /// The values at which it makes no difference.
-    float neutral;
-    float also_neutral;
-};
-
-constexpr LeftOut left_out_keys[] = {
+constexpr LeftOutValue left_out_keys[] = {
     {key(AI_MATKEY_COLOR_AMBIENT), "the ambient colour", 0, 0},
     {key(AI_MATKEY_COLOR_SPECULAR), "the specular colour", 0, 0},
     {key(AI_MATKEY_COLOR_TRANSPARENT), "the colour of transparency", 0, 1},
@@ -66,13 +58,7 @@ constexpr LeftOut left_out_keys[] = {
     {key(AI_MATKEY_BLEND_FUNC), "the way of blending", 0, 0},
 };
 
-struct MapKind
-{
-    aiTextureType type;
-    char const* words;
-};
-
-constexpr MapKind map_kinds[] = {
+constexpr LeftOutMap<unsigned> map_kinds[] = {
     {aiTextureType_DIFFUSE, "the further colour map"},
     {aiTextureType_BASE_COLOR, "the further colour map"},
     {aiTextureType_SPECULAR, "the specular map"},
@@ -117,34 +103,26 @@ bool colours_surface(unsigned type)
 }
 
 bool makes_no_difference(aiMaterial const& material, aiMaterialProperty const& property,
-                         LeftOut const& left_out)
+                         LeftOutValue const& left_out)
 {
     ai_real values[4];
     unsigned count = 4;
-    if (material.Get(property.mKey.C_Str(), 0, 0, values, &count) != aiReturn_SUCCESS)
-        return false;
-    auto const all = [&](float neutral) {
-        return std::all_of(values, values + std::min(count, 3u), [=](float each) { return each == neutral; });
-    };
-    return all(left_out.neutral) || all(left_out.also_neutral);
+    return material.Get(property.mKey.C_Str(), 0, 0, values, &count) == aiReturn_SUCCESS &&
+           left_out.makes_no_difference(values, std::min(count, 3u));
 }
 
 void note_value(aiMaterial const& material, aiMaterialProperty const& property, NoteList& notes)
 {
     std::string_view const name = property.mKey.C_Str();
-    if (std::find(std::begin(silent_keys), std::end(silent_keys), name) != std::end(silent_keys))
-        return;
-    auto const known = std::find_if(std::begin(left_out_keys), std::end(left_out_keys),
-                                    [=](LeftOut const& each) { return each.key == name; });
-    if (known != std::end(left_out_keys)) {
-        if (!makes_no_difference(material, property, *known))
-            notes.add(scNoteLeftOut, known->words);
-        return;
-    }
     // "$raw." repeats a property in the format's own words; "?" belongs to the scene.
-    bool const repeats = name.starts_with("$raw.") || name.starts_with("?");
-    if (!repeats)
+    if (name.starts_with("$raw.") || name.starts_with("?") ||
+        std::find(std::begin(silent_keys), std::end(silent_keys), name) != std::end(silent_keys))
+        return;
+    LeftOutValue const* const known = find_row(left_out_keys, name);
+    if (!known)
         notes.add(scNoteLeftOut, "the property \"%1\"", name.substr(name.find('.') + 1));
+    else if (!makes_no_difference(material, property, *known))
+        notes.add(scNoteLeftOut, known->words);
 }
 
 /// The map's file, or nothing where a star and a number stand for an image in the scene file.
@@ -156,9 +134,9 @@ std::string name_file(aiString const& path)
 /// Whether the map that no kind is known of is there a second time under its kind.
 bool known_elsewhere(aiMaterial const& material, aiString const& path)
 {
-    return std::any_of(std::begin(map_kinds), std::end(map_kinds), [&](MapKind const& kind) {
+    return std::any_of(std::begin(map_kinds), std::end(map_kinds), [&](auto const& kind) {
         aiString other;
-        return material.Get(AI_MATKEY_TEXTURE(kind.type, 0), other) == aiReturn_SUCCESS && other == path;
+        return material.Get(AI_MATKEY_TEXTURE(kind.key, 0), other) == aiReturn_SUCCESS && other == path;
     });
 }
 
@@ -169,10 +147,7 @@ void note_map(aiMaterial const& material, aiMaterialProperty const& property, Su
     material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path);
     if (colours_surface(property.mSemantic) && path == surface.path)
         return;
-    auto const kind = std::find_if(std::begin(map_kinds), std::end(map_kinds), [&](MapKind const& each) {
-        return static_cast<unsigned>(each.type) == property.mSemantic;
-    });
-    if (kind != std::end(map_kinds))
+    if (auto const* const kind = find_row(map_kinds, property.mSemantic))
         notes.add(make_left_out(kind->words, name_file(path)));
     else if (!known_elsewhere(material, path))
         notes.add(make_left_out("the further map", name_file(path)));

@@ -1,4 +1,4 @@
-#include "assimpReader.h"
+#include "readers.h"
 
 #include "assimpKeys.h"
 

@@ -1,7 +1,7 @@
-#include "gltfReader.h"
+#include "readers.h"
 
-#include "assimpReader.h"
 #include "gltfFile.h"
+#include "leftOut.h"
 #include "notes.h"
 #include "siblingFile.h"
 
@@ -20,13 +20,7 @@ constexpr char refractive_index[] = "KHR_materials_ior";
 constexpr char texture_transform[] = "KHR_texture_transform";
 
 /// Members of a material and of its extensions that have no place in a material file.
-struct MapMember
-{
-    char const* name;
-    char const* words;
-};
-
-constexpr MapMember maps[] = {
+constexpr LeftOutMap<char const*> maps[] = {
     {"metallicRoughnessTexture", "the metalness and roughness map"},
     {"specularGlossinessTexture", "the specular and glossiness map"},
     {"normalTexture", "the normal map"},
@@ -172,31 +166,22 @@ private:
     {
         Json const& glossy = get_extension(from, specular_glossiness);
         Json const& usual = get_object(from, usual_surface);
-        if (!glossy.is_object()) {
-            read_colour(usual, usual_model);
-            m_to.roughness = read_number(usual, "roughnessFactor", 1.0);
-            m_to.metalness = read_number(usual, "metallicFactor", 1.0);
-            return read_rest(usual, usual_model);
-        }
-        if (!usual.empty())
-            m_notes.add(scNoteChanged, "its %1 is passed over, since it has %2", usual_surface,
-                        specular_glossiness);
-        read_colour(glossy, glossy_model);
-        m_to.roughness = 1.0 - read_number(glossy, "glossinessFactor", 1.0);
-        if (read_numbers<3>(glossy, "specularFactor", {1.0, 1.0, 1.0}) != scColour{})
-            leave_out("the specular colour");
-        read_rest(glossy, glossy_model);
-    }
-
-    void read_colour(Json const& surface, SurfaceModel const& model)
-    {
+        SurfaceModel const& model = glossy.is_object() ? glossy_model : usual_model;
+        Json const& surface = glossy.is_object() ? glossy : usual;
         auto const colour = read_numbers<4>(surface, model.colour, {1.0, 1.0, 1.0, 1.0});
         m_to.colour = scColour{colour[0], colour[1], colour[2]};
         m_opacity = colour[3];
-    }
-
-    void read_rest(Json const& surface, SurfaceModel const& model)
-    {
+        if (!glossy.is_object()) {
+            m_to.roughness = read_number(usual, "roughnessFactor", 1.0);
+            m_to.metalness = read_number(usual, "metallicFactor", 1.0);
+        } else {
+            m_to.roughness = 1.0 - read_number(glossy, "glossinessFactor", 1.0);
+            if (!usual.empty())
+                m_notes.add(scNoteChanged, "its %1 is passed over, since it has %2", usual_surface,
+                            specular_glossiness);
+            if (read_numbers<3>(glossy, "specularFactor", {1.0, 1.0, 1.0}) != scColour{})
+                leave_out("the specular colour");
+        }
         leave_out_maps(surface);
         leave_out_others(surface, ut_concat(" of its ", model.name), model.members);
         if (Json const& texture = get_object(surface, model.texture); !texture.is_null())
@@ -249,8 +234,8 @@ private:
 
     void leave_out_maps(Json const& object)
     {
-        for (MapMember const& map : maps) {
-            Json const& texture = get_object(object, map.name);
+        for (auto const& map : maps) {
+            Json const& texture = get_object(object, map.key);
             if (texture.is_null())
                 continue;
             Json const& image =

@@ -1,5 +1,6 @@
-#include "mtlReader.h"
+#include "readers.h"
 
+#include "leftOut.h"
 #include "notes.h"
 #include "objStatements.h"
 #include "siblingFile.h"
@@ -13,7 +14,7 @@ namespace {
 
 struct NumberStatement
 {
-    std::string_view word;
+    std::string_view key;
     std::optional<double> scMaterial::*value;
 };
 
@@ -22,27 +23,7 @@ constexpr NumberStatement number_statements[] = {
     {"pr", &scMaterial::roughness}, {"ni", &scMaterial::refractive_index}, {"pm", &scMaterial::metalness},
 };
 
-struct ColourStatement
-{
-    std::string_view word;
-    std::optional<scColour> scMaterial::*value;
-};
-
-constexpr ColourStatement colour_statements[] = {
-    {"kd", &scMaterial::colour},
-    {"ke", &scMaterial::emission},
-};
-
-struct LeftOutStatement
-{
-    std::string_view word;
-    char const* words;
-    /// The values at which it makes no difference.
-    double neutral;
-    double also_neutral;
-};
-
-constexpr LeftOutStatement left_out_statements[] = {
+constexpr LeftOutValue left_out_statements[] = {
     {"ka", "the ambient colour", 0, 0},
     {"ks", "the specular colour", 0, 0},
     {"tf", "the colour of transparency", 0, 1},
@@ -55,13 +36,7 @@ constexpr LeftOutStatement left_out_statements[] = {
     {"anisor", "the turn of the anisotropy", 0, 0},
 };
 
-struct MapStatement
-{
-    std::string_view word;
-    char const* words;
-};
-
-constexpr MapStatement map_statements[] = {
+constexpr LeftOutMap<std::string_view> map_statements[] = {
     {"map_ka", "the ambient map"},   {"map_ks", "the specular map"},   {"map_ke", "the emission map"},
     {"map_ns", "the shininess map"}, {"map_d", "the opacity map"},     {"map_tr", "the transparency map"},
     {"map_bump", "the bump map"},    {"bump", "the bump map"},         {"norm", "the normal map"},
@@ -73,7 +48,7 @@ constexpr MapStatement map_statements[] = {
 /// An option before the file's name of a map: so many numbers at most follow it, or else one word.
 struct MapOption
 {
-    std::string_view word;
+    std::string_view key;
     int most_numbers;
     double plain[3];             ///< the numbers at which it makes no difference
     std::string_view plain_word; ///< the word at which it makes no difference
@@ -86,14 +61,6 @@ constexpr MapOption map_options[] = {
     {"-cc", 0, {}, "off"},         {"-clamp", 0, {}, "off"},  {"-imfchan", 0, {}, "rgb"},
     {"-type", 0, {}, {}},
 };
-
-template <class Table>
-auto find(Table const& table, std::string_view word)
-{
-    auto const found =
-        std::find_if(std::begin(table), std::end(table), [=](auto const& each) { return each.word == word; });
-    return found == std::end(table) ? nullptr : &*found;
-}
 
 /// One or three numbers and nothing but a comment behind them. One stands for all three.
 std::optional<scColour> parse_colour(std::string_view rest)
@@ -143,7 +110,7 @@ Map parse_map(std::string_view rest)
     Map map;
     for (;;) {
         std::string_view left = rest;
-        MapOption const* const option = find(map_options, take_word(left));
+        MapOption const* const option = find_row(map_options, take_word(left));
         if (!option)
             break;
         bool const matters = take_values(*option, left);
@@ -219,16 +186,21 @@ private:
     {
         if (statement.word == "d" && statement.rest.starts_with("-halo"))
             return leave_out("the halo (\"d -halo\")");
-        if (auto const* number = find(number_statements, statement.word))
+        if (auto const* number = find_row(number_statements, statement.word))
             return set(statement, material().*number->value, parse_number(statement.rest));
-        if (auto const* colour = find(colour_statements, statement.word))
-            return set(statement, material().*colour->value, parse_colour(statement.rest));
+        if (statement.word == "kd")
+            return set(statement, material().colour, parse_colour(statement.rest));
+        if (statement.word == "ke")
+            return set(statement, material().emission, parse_colour(statement.rest));
         if (statement.word == "map_kd")
             return set_texture(statement);
-        if (auto const* map = find(map_statements, statement.word))
+        if (auto const* map = find_row(map_statements, statement.word))
             return leave_out(ut_concat(map->words, " \"%1\""), parse_map(statement.rest).file);
-        if (auto const* left_out = find(left_out_statements, statement.word))
-            return makes_no_difference(*left_out, parse_colour(statement.rest)) || leave_out(left_out->words);
+        if (auto const* left_out = find_row(left_out_statements, statement.word)) {
+            std::optional<scColour> const value = parse_colour(statement.rest);
+            return (value && left_out->makes_no_difference(value->data(), value->size())) ||
+                   leave_out(left_out->words);
+        }
         return leave_out("the statement \"%1\"", statement.written);
     }
 
@@ -246,14 +218,6 @@ private:
     {
         if (again)
             note(scNoteChanged, statement, "takes the place of an earlier one");
-    }
-
-    static bool makes_no_difference(LeftOutStatement const& statement, std::optional<scColour> const& value)
-    {
-        auto const all = [&](double neutral) {
-            return std::all_of(value->begin(), value->end(), [=](double each) { return each == neutral; });
-        };
-        return value && (all(statement.neutral) || all(statement.also_neutral));
     }
 
     template <class... Arguments>

@@ -1,6 +1,5 @@
-#include "objReader.h"
+#include "readers.h"
 
-#include "mtlReader.h"
 #include "notes.h"
 #include "objStatements.h"
 #include "siblingFile.h"

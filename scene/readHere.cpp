@@ -1,9 +1,7 @@
 #include "readHere.h"
 
-#include "assimpReader.h"
-#include "gltfReader.h"
 #include "notes.h"
-#include "objReader.h"
+#include "readers.h"
 
 #include "gsTriUtils.h"
 #include "gx_read_dmt_file.h"

@@ -21,13 +21,16 @@ namespace {
 
 using Notes = std::vector<scNote>;
 
-/// The value, or the nearest in its range, or for one that is no number another.
-double bring_into_range(char const* what, double value, double high, double otherwise, Notes& notes)
+/// The value, or the nearest in its range, or another for one that is missing or no number.
+double bring_into_range(char const* what, std::optional<double> value, double high, double otherwise,
+                        Notes& notes)
 {
-    double const taken = std::isnan(value) ? otherwise : std::clamp(value, 0.0, high);
-    if (taken != value)
+    if (!value)
+        return otherwise;
+    double const taken = std::isnan(*value) ? otherwise : std::clamp(*value, 0.0, high);
+    if (taken != *value)
         notes.push_back(
-            make_note(scNoteChanged, ut_concat("the ", what, " of %1 is taken as %2"), value, taken));
+            make_note(scNoteChanged, ut_concat("the ", what, " of %1 is taken as %2"), *value, taken));
     return taken;
 }
 
@@ -56,24 +59,9 @@ giColour make_colour(scMaterial const& material, Notes& notes)
 double make_polish(scMaterial const& material, Notes& notes)
 {
     if (material.roughness)
-        return 1.0 - bring_into_range("roughness", *material.roughness, 1.0, 1.0, notes);
-    double const shininess = bring_into_range("shininess", material.shininess.value_or(0.0),
-                                              scMaterialMaker::max_shininess, 0.0, notes);
-    return std::sqrt(shininess / scMaterialMaker::max_shininess);
-}
-
-double make_reflect(scMaterial const& material, Notes& notes)
-{
-    if (material.metalness)
-        return bring_into_range("metalness", *material.metalness, 1.0, 0.0, notes);
-    return bring_into_range("reflectivity", material.reflectivity.value_or(0.0), 1.0, 0.0, notes);
-}
-
-double make_transparency(scMaterial const& material, Notes& notes)
-{
-    if (material.opacity)
-        return 1.0 - bring_into_range("opacity", *material.opacity, 1.0, 1.0, notes);
-    return bring_into_range("transparency", material.transparency.value_or(0.0), 1.0, 0.0, notes);
+        return 1.0 - bring_into_range("roughness", material.roughness, 1.0, 1.0, notes);
+    double const highest = scMaterialMaker::max_shininess;
+    return std::sqrt(bring_into_range("shininess", material.shininess, highest, 0.0, notes) / highest);
 }
 
 double make_emission(scMaterial const& material, Notes& notes)
@@ -87,12 +75,6 @@ double make_emission(scMaterial const& material, Notes& notes)
         notes.push_back(make_note(scNoteChanged, "the emitted colour %1 becomes an emission of %2",
                                   write_colour(colour), taken));
     return taken;
-}
-
-double make_refractive_index(scMaterial const& material, Notes& notes)
-{
-    return bring_into_range("refractive index", material.refractive_index.value_or(1.0),
-                            mrFMPlainMat::max_refractive_index, 1.0, notes);
 }
 
 /// The text as it will be read back; another where nothing is left of it.
@@ -131,10 +113,15 @@ std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& mate
     // In this order the notes come.
     giColour const colour = make_colour(material, notes);
     double const polish = make_polish(material, notes);
-    double const reflect = make_reflect(material, notes);
-    double const transparency = make_transparency(material, notes);
+    double const reflect = material.metalness
+                               ? bring_into_range("metalness", material.metalness, 1.0, 0.0, notes)
+                               : bring_into_range("reflectivity", material.reflectivity, 1.0, 0.0, notes);
+    double const transparency =
+        material.opacity ? 1.0 - bring_into_range("opacity", material.opacity, 1.0, 1.0, notes)
+                         : bring_into_range("transparency", material.transparency, 1.0, 0.0, notes);
     double const emission = make_emission(material, notes);
-    double const refractive_index = make_refractive_index(material, notes);
+    double const refractive_index = bring_into_range("refractive index", material.refractive_index,
+                                                     mrFMPlainMat::max_refractive_index, 1.0, notes);
     return std::make_unique<mrFMPlainMat>(make_carried(name, "material"),
                                           mrMatPropcoSet(mrInitialSize, mrFillLimit), 0, colour, polish,
                                           reflect, transparency, emission, refractive_index, utString());

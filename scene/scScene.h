@@ -2,7 +2,6 @@
 #pragma once
 
 #include "giTriBlock.h"
-#include "scExport.h"
 #include "scNote.h"
 
 #include <array>
@@ -64,7 +63,7 @@ struct scSurface
 };
 
 /// A scene, as far as it was read: see scReader.
-struct SC_API scScene
+struct scScene
 {
     std::string path; ///< of the file
     std::vector<scMaterial> materials;
@@ -75,5 +74,9 @@ struct SC_API scScene
 
     /// The material's name, or "material N" for the Nth when it has none.
     /// @param material  less than the number of materials
-    std::string material_name(std::size_t material) const;
+    std::string material_name(std::size_t material) const
+    {
+        std::string const& name = materials[material].name;
+        return name.empty() ? "material " + std::to_string(material + 1) : name;
+    }
 };

@@ -36,6 +36,9 @@ public:
 
     void operator()(std::string& text) { array(text); }
 
+    template <class... Values>
+    requires(sizeof...(Values) > 1) void operator()(Values&... values) { ((*this)(values), ...); }
+
     template <class T, std::size_t Size>
     void operator()(std::array<T, Size>& values)
     {
@@ -111,6 +114,9 @@ public:
     /// @param text  borrowed from the bytes
     void operator()(std::string_view& text) { text = take(count(1)); }
     void operator()(std::string& text) { text = take(count(1)); }
+
+    template <class... Values>
+    requires(sizeof...(Values) > 1) void operator()(Values&... values) { ((*this)(values), ...); }
 
     template <class T, std::size_t Size>
     void operator()(std::array<T, Size>& values)
