@@ -9,10 +9,9 @@
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/Importer.hpp>
 #include <assimp/scene.h>
-#include <cctype>
 #include <charconv>
+#include <cstring>
 #include <map>
-#include <set>
 
 namespace sc {
 
@@ -22,65 +21,54 @@ constexpr std::size_t most_warnings = 20;
 
 /// Collects what Assimp says about materials and textures while it lives; Assimp has much else to say. The
 /// logger belongs to the process: one that the application has made goes on hearing all.
-class Warnings
+class Warnings : public Assimp::LogStream
 {
 public:
     Warnings()
     {
         if (m_own_logger)
             Assimp::DefaultLogger::create("", Assimp::Logger::NORMAL, 0);
-        Assimp::DefaultLogger::get()->attachStream(&m_stream, severities);
+        Assimp::DefaultLogger::get()->attachStream(this, severities);
     }
-    ~Warnings()
+    ~Warnings() override
     {
-        Assimp::DefaultLogger::get()->detachStream(&m_stream, severities);
+        Assimp::DefaultLogger::get()->detachStream(this, severities);
         if (m_own_logger)
             Assimp::DefaultLogger::kill();
     }
     Warnings(Warnings const&) = delete;
     Warnings& operator=(Warnings const&) = delete;
 
+    void write(char const* message) override
+    {
+        std::string text = message;
+        if (std::size_t const prefix = text.find("T0: "); prefix != text.npos)
+            text.erase(0, prefix + 4);
+        text.erase(text.find_last_not_of(" \n\r") + 1);
+        bool const on_materials = strcasestr(text.c_str(), "material") || strcasestr(text.c_str(), "texture");
+        if (!on_materials || std::find(m_texts.begin(), m_texts.end(), text) != m_texts.end())
+            return;
+        if (m_texts.size() < most_warnings)
+            m_texts.push_back(std::move(text));
+        else
+            ++m_more;
+    }
+
     std::vector<scNote> list() const
     {
         std::vector<scNote> notes;
-        for (std::string const& text : m_stream.texts)
+        for (std::string const& text : m_texts)
             notes.push_back(make_note(scNoteReported, "%1", text));
-        if (m_stream.more > 0)
-            notes.push_back(make_note(scNoteReported, "and %1 more warnings of this kind", m_stream.more));
+        if (m_more > 0)
+            notes.push_back(make_note(scNoteReported, "and %1 more warnings of this kind", m_more));
         return notes;
     }
 
 private:
-    struct Stream : Assimp::LogStream
-    {
-        void write(char const* message) override
-        {
-            std::string text = message;
-            if (std::size_t const prefix = text.find("T0: "); prefix != text.npos)
-                text.erase(0, prefix + 4);
-            text.erase(text.find_last_not_of(" \n\r") + 1);
-            if (!speaks_of_materials(text) || std::find(texts.begin(), texts.end(), text) != texts.end())
-                return;
-            if (texts.size() < most_warnings)
-                texts.push_back(std::move(text));
-            else
-                ++more;
-        }
-
-        std::vector<std::string> texts;
-        std::size_t more = 0;
-    };
-
-    static bool speaks_of_materials(std::string words)
-    {
-        for (char& letter : words)
-            letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
-        return words.find("material") != words.npos || words.find("texture") != words.npos;
-    }
-
     static constexpr unsigned severities = Assimp::Logger::Warn | Assimp::Logger::Err;
 
-    Stream m_stream;
+    std::vector<std::string> m_texts;
+    std::size_t m_more = 0;
     bool m_own_logger = Assimp::DefaultLogger::isNullLogger();
 };
 
@@ -176,8 +164,6 @@ private:
                (m_no_own_materials && name.empty());
     }
 
-    static bool is_cut(aiString const& text) { return text.length + 1 >= sizeof text.data; }
-
     /// @param coloured  whether vertices of its surfaces have colours
     scMaterial read(aiMaterial const& from, bool coloured)
     {
@@ -199,7 +185,7 @@ private:
             forget_made_up(material);
         else
             note_left_out(from, notes);
-        if (is_cut(from.GetName()))
+        if (from.GetName().length + 1 >= sizeof aiString::data)
             notes.add(scNoteLeftOut, "the end of its name");
         if (coloured)
             notes.add(scNoteLeftOut, "the colours of the vertices");
@@ -263,20 +249,8 @@ Expected<scScene> read_with_assimp(std::string const& path)
 
 bool assimp_knows(std::string const& extension)
 {
-    // Asking it once is as dear as making all its importers.
-    static std::set<std::string, std::less<>> const extensions = [] {
-        std::set<std::string, std::less<>> found;
-        aiString list;
-        Assimp::Importer().GetExtensionList(list);
-        std::string_view left = list.C_Str();
-        while (!left.empty()) {
-            std::string_view const entry = left.substr(0, left.find(';'));
-            found.emplace(entry.substr(entry.rfind('.') + 1));
-            left.remove_prefix(std::min(entry.size() + 1, left.size()));
-        }
-        return found;
-    }();
-    return extensions.contains(extension);
+    static Assimp::Importer const importer; // making one makes all its readers, which takes long
+    return importer.IsExtensionSupported(extension);
 }
 
 } // namespace sc

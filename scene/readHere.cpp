@@ -1,28 +1,27 @@
 #include "readHere.h"
 
+#include "childProcess.h"
 #include "notes.h"
 #include "readers.h"
+#include "sceneWire.h"
 
 #include "gsTriUtils.h"
 #include "gx_read_dmt_file.h"
 #include "gxFileHints.h"
 
+#include <cstdlib>
+#include <fcntl.h>
+#include <new>
+#include <string_view>
+#include <unistd.h>
+
 namespace sc {
-
-namespace {
-
-Expected<scScene> read_by_format(std::string const& path)
-{
-    if (gx_extension(path) == "obj")
-        return read_obj(path);
-    return is_gltf(path) ? read_gltf(path) : read_with_assimp(path);
-}
-
-} // namespace
 
 Expected<scScene> read_materials_here(std::string const& path)
 {
-    Expected<scScene> scene = read_by_format(path);
+    Expected<scScene> scene = gx_extension(path) == "obj" ? read_obj(path)
+                              : is_gltf(path)             ? read_gltf(path)
+                                                          : read_with_assimp(path);
     if (!scene)
         return because("not a readable scene: " + make_note(scNoteFailed, "%1", scene.error()).words());
     settle(*scene);
@@ -50,6 +49,24 @@ Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImag
     if (!image)
         return because(ut_concat("not a readable image: ", reason));
     return image;
+}
+
+int run_reader(std::string const& what, std::string const& path)
+{
+    std::set_new_handler([] { _exit(sandbox::child_out_of_memory); });
+    // The result has the pipe for itself: what a loader prints goes where it disturbs nobody.
+    int const result = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
+    sandbox::WireWriter wire(result);
+    auto const answer = [&](auto read) { wire(read); };
+    if (what == materials_wanted)
+        answer(read_materials_here(path));
+    else if (what == surfaces_wanted)
+        answer(read_surfaces_here(path));
+    else if (what.starts_with(image_wanted))
+        answer(read_image_here(path, static_cast<gxImageFileFormat>(
+                                         std::atoi(what.c_str() + std::string_view(image_wanted).size()))));
+    return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace sc

@@ -1,7 +1,8 @@
-// Reading files in this process. The child does it, and scReader where that is wanted.
+// Reading files in this process: in the helper, or for a scReader that is to read here. Not installed.
 #pragma once
 
 #include "expected.h"
+#include "scExport.h"
 #include "scScene.h"
 
 #include "dgCounted.h"
@@ -18,5 +19,14 @@ namespace sc {
 Expected<scScene> read_materials_here(std::string const& path);
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path);
 Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImageFileFormat format);
+
+// What to read: the helper's first argument; a path follows.
+inline constexpr char materials_wanted[] = "materials";
+inline constexpr char surfaces_wanted[] = "surfaces";
+inline constexpr char image_wanted[] = "image:"; ///< and the number of the format
+
+/// The helper: reads the file and writes what is in it, or why nothing is, to standard output.
+/// @return the exit status
+SC_API int run_reader(std::string const& what, std::string const& path);
 
 } // namespace sc

@@ -1,5 +1,5 @@
 // mr-scene-reader: reads a file for a process that does not want to itself. scReader starts it.
-#include "readerChild.h"
+#include "readHere.h"
 
 #include <cstdio>
 

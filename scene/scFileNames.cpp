@@ -4,43 +4,20 @@
 #include "utUTF8.h"
 
 #include <clocale>
-#include <cwchar>
 #include <cwctype>
-#include <memory>
-#include <type_traits>
 
 namespace {
 
-struct FreeLocale
+/// Whether the character is of a class, whatever the user's locale.
+/// @param name  "alpha" for a letter in any script, "combining" for an accent or the like on the letter before
+bool is_in_class(char const* name, wint_t character)
 {
-    void operator()(locale_t locale) const { freelocale(locale); }
-};
-
-/// The classes of characters; not a matter of the user's locale.
-locale_t get_characters()
-{
-    static std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale> const locale(
-        newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr));
-    return locale.get();
+    static locale_t const characters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return characters && iswctype_l(character, wctype_l(name, characters), characters) != 0;
 }
 
-/// Whether it is a letter in any script.
-bool is_letter(wchar_t character)
-{
-    return get_characters() && iswalpha_l(static_cast<wint_t>(character), get_characters()) != 0;
-}
-
-/// Whether it is an accent or the like that changes the letter before it.
-bool is_mark(wchar_t character)
-{
-    if (!get_characters())
-        return false;
-    static wctype_t const marks = wctype_l("combining", get_characters());
-    return iswctype_l(static_cast<wint_t>(character), marks, get_characters()) != 0;
-}
-
-/// Whether a character that is no letter beyond ASCII stays.
-bool stays(wchar_t character, bool in_front)
+/// Whether a character of ASCII stays.
+bool stays(wint_t character, bool in_front)
 {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
            (character >= '0' && character <= '9') || character == '-' || character == '_' ||
@@ -58,10 +35,9 @@ std::string scFileNames::make_safe(std::string_view name)
         char32_t decoded = 0;
         std::string_view character = left.substr(0, utUTF8::decode(left, decoded));
         left.remove_prefix(character.size());
-        auto const code = static_cast<wchar_t>(decoded);
-        after_letter = is_letter(code) || (after_letter && is_mark(code));
-        bool const kept = after_letter || stays(code, safe.empty());
-        if (!kept)
+        auto const code = static_cast<wint_t>(decoded);
+        after_letter = is_in_class("alpha", code) || (after_letter && is_in_class("combining", code));
+        if (!after_letter && !stays(code, safe.empty()))
             character = "_";
         if (safe.size() + character.size() > max_size)
             break;

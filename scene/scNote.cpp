@@ -6,20 +6,6 @@
 #include <algorithm>
 #include <string_view>
 
-namespace {
-
-std::string cut(std::string text)
-{
-    constexpr std::string_view sign = " ... (cut)";
-    if (text.size() > scNote::max_words) {
-        text.resize(utUTF8::cut(text, scNote::max_words - sign.size()).size());
-        text += sign;
-    }
-    return text;
-}
-
-} // namespace
-
 std::string scNote::words() const
 {
     std::string text;
@@ -33,7 +19,12 @@ std::string scNote::words() const
             text += pattern[at];
         }
     }
-    return cut(std::move(text));
+    constexpr std::string_view sign = " ... (cut)";
+    if (text.size() > max_words) {
+        text.resize(utUTF8::cut(text, max_words - sign.size()).size());
+        text += sign;
+    }
+    return text;
 }
 
 bool scNote::any_failed(std::vector<scNote> const& notes)

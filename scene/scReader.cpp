@@ -1,7 +1,6 @@
 #include "scReader.h"
 
 #include "childProcess.h"
-#include "readerChild.h"
 #include "readers.h"
 #include "readHere.h"
 #include "sceneWire.h"

@@ -14,17 +14,6 @@ using sc::find_scene_file;
 using sc::SceneFile;
 using sc::strip_folders;
 
-namespace {
-
-/// Whether the file is an image of a known format, by its beginning or its name.
-bool find_format(std::string const& path, gxImageFileFormat& format)
-{
-    return gxImageFileUtils::file_format_from_content(gx_read_beginning(path), format) != 0 ||
-           gxImageFileUtils::file_format_from_extension(utString(gx_extension(path)), format) != 0;
-}
-
-} // namespace
-
 std::string scTextures::name(scMaterial const& material) const
 {
     if (!material.embedded) {
@@ -39,8 +28,9 @@ std::string scTextures::name(scMaterial const& material) const
 
 bool scTextures::lies_outside(scMaterial const& material) const
 {
-    std::optional<SceneFile> const file =
-        material.embedded ? std::nullopt : find_scene_file(m_scene.path, material.texture);
+    if (material.embedded)
+        return false;
+    std::optional<SceneFile> const file = find_scene_file(m_scene.path, material.texture);
     return file && file->outside;
 }
 
@@ -99,8 +89,10 @@ dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, Source const
         return nullptr;
     }
     gxImageFileFormat format = gxImageFilePNG;
-    if (find_format(source.path, format))
-        return m_reader.read_image(source.path, format, reason);
-    reason = "not an image file of a known format";
-    return nullptr;
+    if (!gxImageFileUtils::file_format_from_content(gx_read_beginning(source.path), format) &&
+        !gxImageFileUtils::file_format_from_extension(utString(gx_extension(source.path)), format)) {
+        reason = "not an image file of a known format";
+        return nullptr;
+    }
+    return m_reader.read_image(source.path, format, reason);
 }

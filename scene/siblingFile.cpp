@@ -59,18 +59,14 @@ std::optional<SceneFile> find_first(std::string const& scene_path, std::vector<s
     return std::nullopt;
 }
 
-/// The ways to understand a path.
+/// The ways to understand a path: none for one that is too long for any file, and could take any time to decode.
 std::vector<std::string> list_readings(std::string const& named)
 {
+    if (named.size() >= PATH_MAX)
+        return {};
     std::string const slashed = use_slashes(named);
     std::string const local = slashed.starts_with("file://") ? slashed.substr(7) : slashed;
     return {named, local, decode_percents(local)};
-}
-
-/// No file has such a path, and decoding it could take any time.
-bool is_too_long(std::string const& named)
-{
-    return named.size() >= PATH_MAX;
 }
 
 } // namespace
@@ -82,16 +78,14 @@ std::string strip_folders(std::string const& named)
 
 std::optional<SceneFile> find_scene_file_at(std::string const& scene_path, std::string const& named)
 {
-    return is_too_long(named) ? std::nullopt : find_first(scene_path, list_readings(named));
+    return find_first(scene_path, list_readings(named));
 }
 
 std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named)
 {
-    if (is_too_long(named))
-        return std::nullopt;
     std::vector<std::string> paths = list_readings(named);
-    for (std::string const& path : {paths[1], paths[2]})
-        paths.push_back(strip_slashed_folders(path));
+    for (std::size_t at = 1, count = paths.size(); at < count; ++at)
+        paths.push_back(strip_slashed_folders(paths[at]));
     return find_first(scene_path, paths);
 }
 

@@ -64,10 +64,4 @@ std::string_view WireReader::take(std::size_t size)
     return taken;
 }
 
-void WireReader::copy(std::string_view from, void* to)
-{
-    if (!from.empty())
-        std::memcpy(to, from.data(), from.size());
-}
-
 } // namespace sandbox

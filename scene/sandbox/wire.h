@@ -106,7 +106,7 @@ public:
         if constexpr (std::is_same_v<T, bool>)
             value = take(1) == std::string_view("\1", 1);
         else if constexpr (WireNumber<T>)
-            copy(take(sizeof value), &value);
+            take(sizeof value).copy(reinterpret_cast<char*>(&value), sizeof value);
         else
             exchange(*this, value);
     }
@@ -159,7 +159,6 @@ private:
     /// A number of members of at least @p member_size bytes each, which the bytes left can hold; else 0.
     std::size_t count(std::size_t member_size);
     std::string_view take(std::size_t size);
-    static void copy(std::string_view from, void* to);
 
     std::string_view m_left;
     bool m_failed = false;

@@ -1,7 +1,6 @@
 #include "workers.h"
 
 #include "fault.h"
-#include "process.h"
 
 #include <atomic>
 #include <cerrno>
