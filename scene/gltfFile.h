@@ -7,12 +7,9 @@
 #include <nlohmann/json.hpp>
 
 #include <compare>
-#include <cstddef>
 #include <map>
 #include <optional>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace sc {
 

@@ -80,8 +80,7 @@ public:
         if (!from.is_object())
             m_notes.add(scNoteFailed, "it is no JSON object");
         m_to.name = read_string(from, "name");
-        read_surface(from);
-        read_alpha(from);
+        read_alpha(from, read_surface(from));
         read_emission(from);
         read_refraction(from);
         leave_out_maps(from);
@@ -162,7 +161,8 @@ private:
         m_notes.add(scNoteFailed, ut_concat("its \"%1\"", place, " makes no sense"), name);
     }
 
-    void read_surface(Json const& from)
+    /// @return the opacity, as far as the way of blending lets it count
+    double read_surface(Json const& from)
     {
         Json const& glossy = get_extension(from, specular_glossiness);
         Json const& usual = get_object(from, usual_surface);
@@ -170,7 +170,6 @@ private:
         Json const& surface = glossy.is_object() ? glossy : usual;
         auto const colour = read_numbers<4>(surface, model.colour, {1.0, 1.0, 1.0, 1.0});
         m_to.colour = scColour{colour[0], colour[1], colour[2]};
-        m_opacity = colour[3];
         if (!glossy.is_object()) {
             m_to.roughness = read_number(usual, "roughnessFactor", 1.0);
             m_to.metalness = read_number(usual, "metallicFactor", 1.0);
@@ -186,23 +185,24 @@ private:
         leave_out_others(surface, ut_concat(" of its ", model.name), model.members);
         if (Json const& texture = get_object(surface, model.texture); !texture.is_null())
             read_texture(texture);
+        return colour[3];
     }
 
-    void read_alpha(Json const& from)
+    void read_alpha(Json const& from, double opacity)
     {
         Json const& mode = get_member(from, "alphaMode");
         if (mode == "BLEND") {
-            m_to.opacity = m_opacity;
+            m_to.opacity = opacity;
         } else if (mode == "MASK") {
             double const cutoff = read_number(from, "alphaCutoff", 0.5);
-            m_to.opacity = m_opacity < cutoff ? 0.0 : 1.0;
+            m_to.opacity = opacity < cutoff ? 0.0 : 1.0;
             leave_out("the cutting away of what is less opaque than %1 (alphaMode MASK)", cutoff);
         } else {
             if (!mode.is_null() && mode != "OPAQUE")
                 fail("alphaMode");
-            if (m_opacity != 1.0)
+            if (opacity != 1.0)
                 m_notes.add(scNoteChanged, "its opacity of %1 counts for nothing, as its alphaMode is OPAQUE",
-                            m_opacity);
+                            opacity);
         }
     }
 
@@ -397,7 +397,6 @@ private:
     scScene& m_scene;
     scMaterial m_to;
     NoteList m_notes;
-    double m_opacity = 1.0; ///< as far as the way of blending lets it count
 };
 
 /// Finds the materials whose surfaces have coloured vertices.

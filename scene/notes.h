@@ -6,10 +6,7 @@
 #include "utUTF8.h"
 
 #include <map>
-#include <string>
 #include <unordered_set>
-#include <utility>
-#include <vector>
 
 namespace sc {
 

@@ -6,11 +6,7 @@
 #include "scScene.h"
 
 #include "dgCounted.h"
-#include "dgDuctImage.h"
 #include "gxImageFileUtils.h"
-
-#include <string>
-#include <vector>
 
 namespace sc {
 

@@ -4,8 +4,6 @@
 #include "expected.h"
 #include "scScene.h"
 
-#include <string>
-
 namespace sc {
 
 /// Reads the materials of all libraries that an OBJ file names, whether a surface has them or not. Where a

@@ -3,11 +3,6 @@
 
 #include "scTextures.h"
 
-#include <cstddef>
-#include <memory>
-#include <string>
-#include <vector>
-
 class mrFileMat;
 class mrFMPlainMat;
 

@@ -9,8 +9,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <string>
-#include <string_view>
 
 enum scReadPlace
 {

@@ -5,11 +5,8 @@
 #include "scNote.h"
 
 #include <array>
-#include <cstddef>
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 /// Red, green, blue; 0 to 1 where the scene keeps to its format.
 using scColour = std::array<double, 3>;

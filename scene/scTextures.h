@@ -3,11 +3,7 @@
 
 #include "scReader.h"
 
-#include <cstdint>
 #include <map>
-#include <memory>
-#include <optional>
-#include <string>
 
 /// Reads the textures of one scene on demand: files that it names and images that stand in it. Keeps the
 /// last one, which materials next to each other often share, and never tries again what failed.

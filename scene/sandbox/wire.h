@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -14,7 +15,13 @@
 namespace sandbox {
 
 template <class T>
-concept WireNumber = std::is_arithmetic_v<T> || std::is_enum_v<T>;
+inline constexpr bool is_wire_array = false;
+template <std::floating_point T, std::size_t Size>
+inline constexpr bool is_wire_array<std::array<T, Size>> = true;
+
+/// What any bytes of its size are a value of, but for bool.
+template <class T>
+concept WireNumber = std::is_arithmetic_v<T> || std::is_enum_v<T> || is_wire_array<T>;
 
 /// Writes values to a file, as they stand in memory: both ends are of one build.
 ///
@@ -38,13 +45,6 @@ public:
 
     template <class... Values>
     requires(sizeof...(Values) > 1) void operator()(Values&... values) { ((*this)(values), ...); }
-
-    template <class T, std::size_t Size>
-    void operator()(std::array<T, Size>& values)
-    {
-        for (T& value : values)
-            (*this)(value);
-    }
 
     template <class T>
     void operator()(std::optional<T>& value)
@@ -117,13 +117,6 @@ public:
 
     template <class... Values>
     requires(sizeof...(Values) > 1) void operator()(Values&... values) { ((*this)(values), ...); }
-
-    template <class T, std::size_t Size>
-    void operator()(std::array<T, Size>& values)
-    {
-        for (T& value : values)
-            (*this)(value);
-    }
 
     template <class T>
     void operator()(std::optional<T>& value)
