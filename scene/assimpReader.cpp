@@ -114,11 +114,6 @@ struct SurfaceTexture
     aiString path;
 };
 
-bool colours_surface(unsigned type)
-{
-    return type == aiTextureType_DIFFUSE || type == aiTextureType_BASE_COLOR;
-}
-
 bool makes_no_difference(aiMaterial const& material, aiMaterialProperty const& property,
                          LeftOutValue const& left_out)
 {
@@ -162,7 +157,9 @@ void note_map(aiMaterial const& material, aiMaterialProperty const& property, Su
 {
     aiString path;
     material.Get(_AI_MATKEY_TEXTURE_BASE, property.mSemantic, property.mIndex, path);
-    if (colours_surface(property.mSemantic) && path == surface.path)
+    bool const colours_surface =
+        property.mSemantic == aiTextureType_DIFFUSE || property.mSemantic == aiTextureType_BASE_COLOR;
+    if (colours_surface && path == surface.path)
         return;
     if (auto const* const kind = find_row(map_kinds, property.mSemantic))
         notes.add(make_left_out(kind->words, name_file(path)));

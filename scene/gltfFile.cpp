@@ -101,13 +101,13 @@ Json const& get_entry(Json const& file, char const* list, Json const& index)
     return there ? entries[index.get<std::size_t>()] : none;
 }
 
-std::optional<std::string> decode_data_uri(std::string_view uri)
+Expected<std::string> decode_data_uri(std::string_view uri)
 {
-    constexpr std::string_view coding = ";base64";
     std::string_view const head = uri.substr(0, uri.find(','));
-    if (!uri.starts_with("data:") || head.size() == uri.size() || !head.ends_with(coding))
-        return std::nullopt;
-    return decode_base64(uri.substr(head.size() + 1));
+    if (uri.starts_with("data:") && head.size() < uri.size() && head.ends_with(";base64"))
+        if (std::optional<std::string> bytes = decode_base64(uri.substr(head.size() + 1)))
+            return std::move(*bytes);
+    return because("its \"data:\" URI makes no sense");
 }
 
 Expected<void> GltfFile::read()
@@ -173,8 +173,9 @@ Expected<std::string_view> GltfFile::read_buffer(std::size_t number)
         return because(nowhere);
     }
     auto const& named = uri.get_ref<std::string const&>();
-    std::optional<std::string> const embedded = decode_data_uri(named);
-    Expected<std::string> bytes = embedded ? *embedded : read_buffer_file(named);
+    Expected<std::string> bytes = decode_data_uri(named);
+    if (!bytes)
+        bytes = read_buffer_file(named);
     if (!bytes)
         return because(bytes.error());
     return m_buffers.emplace(number, std::move(*bytes)).first->second;

@@ -21,8 +21,8 @@ Json const& get_member(Json const& object, char const* name);
 /// The member of the member of that name that the index says: an entry of the file's list of images, say.
 Json const& get_entry(Json const& file, char const* list, Json const& index);
 
-/// Decodes a "data:" URI in base64; nothing when it is no such URI.
-std::optional<std::string> decode_data_uri(std::string_view uri);
+/// Decodes a "data:" URI in base64.
+Expected<std::string> decode_data_uri(std::string_view uri);
 
 /// A part of one of a file's buffers.
 struct ByteRange

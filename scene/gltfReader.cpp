@@ -334,7 +334,7 @@ private:
             return {};
         }
         Expected<std::string> bytes =
-            uri.is_string() ? decode_uri(uri.get_ref<std::string const&>()) : m_file.read_bytes(*range);
+            uri.is_string() ? decode_data_uri(uri.get_ref<std::string const&>()) : m_file.read_bytes(*range);
         if (!bytes)
             return because(bytes.error());
         m_to.embedded = m_images.emplace(*range, m_scene.images.size()).first->second;
@@ -342,13 +342,6 @@ private:
         m_scene.images.push_back(
             {name_image(index), kind.substr(kind.find('/') + 1), 0, 0, std::move(*bytes)});
         return {};
-    }
-
-    static Expected<std::string> decode_uri(std::string const& uri)
-    {
-        if (std::optional<std::string> bytes = decode_data_uri(uri))
-            return std::move(*bytes);
-        return because("its \"data:\" URI makes no sense");
     }
 
     void leave_out_layout(Json const& use, Json const& texture)

@@ -61,8 +61,7 @@ std::vector<scNote> NoteList::finish()
         all.insert(all.end(), std::make_move_iterator(kind.notes.begin()),
                    std::make_move_iterator(kind.notes.end()));
     }
-    m_kinds.clear();
-    m_known.clear();
+    *this = {};
     return all;
 }
 

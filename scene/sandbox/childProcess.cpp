@@ -91,19 +91,7 @@ int keep_above_standard(int file)
     signal(SIGPIPE, SIG_DFL);
     execv(arguments[0], arguments);
     int const error = errno;
-    if (write(STDERR_FILENO, &error, sizeof error) < 0)
-        _exit(EXIT_FAILURE);
-    _exit(exec_failed);
-}
-
-/// Whether no program could be started in the child.
-/// @param error  receives the errno
-bool never_began(ChildResult const& result, std::string const& last_words, int& error)
-{
-    if (result.end != ChildEnd::finished || result.code != exec_failed || last_words.size() != sizeof error)
-        return false;
-    std::memcpy(&error, last_words.data(), sizeof error);
-    return true;
+    _exit(write(STDERR_FILENO, &error, sizeof error) < 0 ? EXIT_FAILURE : exec_failed);
 }
 
 /// Collects output and last words until the child closed both.
@@ -142,14 +130,18 @@ bool speaks_of_memory(std::string_view words)
 
 void judge(int status, std::string const& last_words, ChildResult& result)
 {
-    if (WIFEXITED(status)) {
-        result.code = WEXITSTATUS(status);
-        result.end = result.code == child_out_of_memory ? ChildEnd::out_of_memory : ChildEnd::finished;
+    if (!WIFEXITED(status)) {
+        result.code = WTERMSIG(status);
+        bool const gave_up = result.code == SIGABRT || result.code == SIGTRAP;
+        result.end = gave_up && speaks_of_memory(last_words) ? ChildEnd::out_of_memory : ChildEnd::crashed;
         return;
     }
-    result.code = WTERMSIG(status);
-    bool const gave_up = result.code == SIGABRT || result.code == SIGTRAP;
-    result.end = gave_up && speaks_of_memory(last_words) ? ChildEnd::out_of_memory : ChildEnd::crashed;
+    result.code = WEXITSTATUS(status);
+    result.end = result.code == child_out_of_memory ? ChildEnd::out_of_memory : ChildEnd::finished;
+    if (result.code == exec_failed && last_words.size() == sizeof result.code) {
+        std::memcpy(&result.code, last_words.data(), sizeof result.code);
+        result.end = ChildEnd::not_started;
+    }
 }
 
 ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits const& limits, int input)
@@ -178,8 +170,6 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
     int status = 0;
     if (result.end == ChildEnd::finished && ended(child, deadline, status)) {
         judge(status, last_words, result);
-        if (never_began(result, last_words, result.code))
-            result.end = ChildEnd::not_started;
         return result;
     }
     if (result.end == ChildEnd::finished)
