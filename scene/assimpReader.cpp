@@ -1,12 +1,8 @@
 #include "readers.h"
 
-#include "leftOut.h"
-#include "notes.h"
-
 #include "gxFileHints.h"
 #include "gxMeshFiles.h"
 
-#include <algorithm>
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/GltfMaterial.h>
 #include <assimp/Importer.hpp>

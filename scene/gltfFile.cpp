@@ -1,6 +1,5 @@
 #include "gltfFile.h"
 
-#include "notes.h"
 #include "siblingFile.h"
 
 #include <cerrno>

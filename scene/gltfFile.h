@@ -1,8 +1,7 @@
 // The parts of a glTF file.
 #pragma once
 
-#include "expected.h"
-#include "scNote.h"
+#include "notes.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,13 +1,10 @@
 #include "readers.h"
 
 #include "gltfFile.h"
-#include "leftOut.h"
-#include "notes.h"
 #include "siblingFile.h"
 
 #include "gxFileHints.h"
 
-#include <algorithm>
 #include <map>
 
 namespace sc {
@@ -30,8 +27,6 @@ constexpr LeftOutMap<char const*> maps[] = {
 
 using Names = std::vector<std::string_view>;
 
-constexpr char usual_surface[] = "pbrMetallicRoughness";
-
 /// The members of either object in which a material has its surface.
 struct SurfaceModel
 {
@@ -42,7 +37,7 @@ struct SurfaceModel
 };
 
 SurfaceModel const usual_model = {
-    usual_surface,
+    "pbrMetallicRoughness",
     "baseColorFactor",
     "baseColorTexture",
     {"baseColorFactor", "metallicFactor", "roughnessFactor", "baseColorTexture", "metallicRoughnessTexture"}};
@@ -165,7 +160,7 @@ private:
     double read_surface(Json const& from)
     {
         Json const& glossy = get_extension(from, specular_glossiness);
-        Json const& usual = get_object(from, usual_surface);
+        Json const& usual = get_object(from, usual_model.name);
         SurfaceModel const& model = glossy.is_object() ? glossy_model : usual_model;
         Json const& surface = glossy.is_object() ? glossy : usual;
         auto const colour = read_numbers<4>(surface, model.colour, {1.0, 1.0, 1.0, 1.0});
@@ -176,7 +171,7 @@ private:
         } else {
             m_to.roughness = 1.0 - read_number(glossy, "glossinessFactor", 1.0);
             if (!usual.empty())
-                m_notes.add(scNoteChanged, "its %1 is passed over, since it has %2", usual_surface,
+                m_notes.add(scNoteChanged, "its %1 is passed over, since it has %2", usual_model.name,
                             specular_glossiness);
             if (read_numbers<3>(glossy, "specularFactor", {1.0, 1.0, 1.0}) != scColour{})
                 leave_out("the specular colour");
@@ -265,13 +260,13 @@ private:
     /// stands for a further format of images.
     static Json const& find_image(Json const& texture)
     {
+        Json const& source = get_member(texture, "source");
         Json const& extensions = get_member(texture, "extensions");
-        if (!get_member(texture, "source").is_null() || !extensions.is_object())
-            return get_member(texture, "source");
-        for (Json const& extension : extensions)
-            if (Json const& source = get_member(extension, "source"); !source.is_null())
-                return source;
-        return get_member(texture, "source");
+        if (source.is_null() && extensions.is_object())
+            for (Json const& extension : extensions)
+                if (Json const& other = get_member(extension, "source"); !other.is_null())
+                    return other;
+        return source;
     }
 
     std::string name_image(Json const& index)

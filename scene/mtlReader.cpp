@@ -1,11 +1,8 @@
 #include "readers.h"
 
-#include "leftOut.h"
-#include "notes.h"
 #include "objStatements.h"
 #include "siblingFile.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace sc {
@@ -141,10 +138,16 @@ public:
     }
 
 private:
+    static constexpr char replaces[] = "takes the place of an earlier one";
+
     void read(ObjStatement const& statement)
     {
-        if (statement.word == "newmtl")
-            return begin(statement.rest);
+        if (statement.word == "newmtl") {
+            finish();
+            m_scene.materials.emplace_back().name = statement.rest;
+            m_open = true;
+            return;
+        }
         if (m_open && !understand(statement))
             note(scNoteFailed, statement, "makes no sense");
         if (!m_open && !m_said_early)
@@ -152,13 +155,6 @@ private:
                 scNoteChanged, "\"%1\" in line %2 of %3 and all else before \"newmtl\" is passed over",
                 statement.written, statement.line, m_name));
         m_said_early = true;
-    }
-
-    void begin(std::string const& name)
-    {
-        finish();
-        m_scene.materials.emplace_back().name = name;
-        m_open = true;
     }
 
     void finish()
@@ -209,15 +205,10 @@ private:
     {
         if (!said)
             return false;
-        note_if_again(statement, value.has_value());
+        if (value)
+            note(scNoteChanged, statement, replaces);
         value = said;
         return true;
-    }
-
-    void note_if_again(ObjStatement const& statement, bool again)
-    {
-        if (again)
-            note(scNoteChanged, statement, "takes the place of an earlier one");
     }
 
     template <class... Arguments>
@@ -232,7 +223,8 @@ private:
         Map map = parse_map(statement.rest);
         if (map.file.empty())
             return false;
-        note_if_again(statement, !material().texture.empty());
+        if (!material().texture.empty())
+            note(scNoteChanged, statement, replaces);
         material().texture = std::move(map.file);
         for (std::string_view const option : map.options)
             leave_out("the texture's option \"%1\"", option);

@@ -1,7 +1,5 @@
 #include "notes.h"
 
-#include <algorithm>
-
 namespace sc {
 
 namespace {

@@ -1,14 +1,26 @@
-// Making notes, and how much text is taken out of a scene.
+// What readers say: why there is no value, and what is to be noted of a scene.
 #pragma once
 
 #include "scScene.h"
 #include "utConcat.h"
 #include "utUTF8.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
+#include <tl/expected.hpp>
 #include <unordered_set>
 
 namespace sc {
+
+/// A value, or in words why there is none.
+template <class T>
+using Expected = tl::expected<T, std::string>;
+
+inline tl::unexpected<std::string> because(std::string reason)
+{
+    return tl::unexpected<std::string>(std::move(reason));
+}
 
 inline constexpr char no_such_file[] = "there is no such file";
 
@@ -57,6 +69,40 @@ private:
     std::map<int, Kind> m_kinds;
     std::unordered_set<std::string> m_known;
 };
+
+/// A value that is left out, and the two numbers at which it makes no difference.
+struct LeftOutValue
+{
+    std::string_view key;
+    char const* words;
+    double neutral;
+    double also_neutral;
+
+    bool makes_no_difference(auto const* values, std::size_t count) const
+    {
+        auto const all = [=](double same) {
+            return std::all_of(values, values + count, [=](double each) { return each == same; });
+        };
+        return all(neutral) || all(also_neutral);
+    }
+};
+
+/// A map that is left out.
+template <class Key>
+struct LeftOutMap
+{
+    Key key;
+    char const* words;
+};
+
+/// @return the row of the table with that key, or null
+template <class Row, std::size_t Size, class Key>
+Row const* find_row(Row const (&table)[Size], Key const& key)
+{
+    auto const found =
+        std::find_if(std::begin(table), std::end(table), [&](Row const& each) { return each.key == key; });
+    return found == std::end(table) ? nullptr : found;
+}
 
 /// Brings the names and paths of a scene within their bounds and its notes into order.
 void settle(scScene& scene);

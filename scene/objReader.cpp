@@ -1,10 +1,8 @@
 #include "readers.h"
 
-#include "notes.h"
 #include "objStatements.h"
 #include "siblingFile.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>

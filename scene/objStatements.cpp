@@ -1,6 +1,5 @@
 #include "objStatements.h"
 
-#include "utConcat.h"
 #include "utUTF8.h"
 
 #include <algorithm>

@@ -1,7 +1,6 @@
 #include "readHere.h"
 
 #include "childProcess.h"
-#include "notes.h"
 #include "readers.h"
 #include "sceneWire.h"
 

@@ -1,9 +1,8 @@
 // Reading files in this process: in the helper, or for a scReader that is to read here. Not installed.
 #pragma once
 
-#include "expected.h"
+#include "notes.h"
 #include "scExport.h"
-#include "scScene.h"
 
 #include "dgCounted.h"
 #include "gxImageFileUtils.h"

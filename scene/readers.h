@@ -1,8 +1,7 @@
 // The materials of scenes, a reader for each format.
 #pragma once
 
-#include "expected.h"
-#include "scScene.h"
+#include "notes.h"
 
 namespace sc {
 

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <iterator>
 
 using sc::make_note;
 

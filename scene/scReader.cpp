@@ -4,7 +4,6 @@
 #include "readers.h"
 #include "readHere.h"
 #include "sceneWire.h"
-#include "utConcat.h"
 
 #include "gxFileHints.h"
 

@@ -2,13 +2,10 @@
 
 #include "notes.h"
 #include "siblingFile.h"
-#include "utConcat.h"
 
 #include "gxFileHints.h"
 
 #include <filesystem>
-
-namespace fs = std::filesystem;
 
 using sc::find_scene_file;
 using sc::SceneFile;
@@ -73,7 +70,7 @@ std::optional<scTextures::Source> scTextures::find_source(scMaterial const& mate
     }
     if (std::optional<SceneFile> const file = find_scene_file(m_scene.path, material.texture)) {
         std::error_code ignored;
-        return Source{file->whole, file->path, fs::file_size(file->path, ignored)};
+        return Source{file->whole, file->path, std::filesystem::file_size(file->path, ignored)};
     }
     reason = sc::no_such_file;
     return std::nullopt;

@@ -1,8 +1,7 @@
 // How scenes, surfaces and images go from the child to the parent.
 #pragma once
 
-#include "expected.h"
-#include "scScene.h"
+#include "notes.h"
 #include "wire.h"
 
 #include "dgCounted.h"

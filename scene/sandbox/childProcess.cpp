@@ -66,8 +66,7 @@ struct Pipe
     bool open = false;
 };
 
-/// The status of a child in which no program could be started. It has written why, an errno, to standard
-/// error.
+/// The status of a child in which no program could be started. It writes why, an errno, to standard error.
 constexpr int exec_failed = 127;
 
 /// A copy of a file out of the way of the standard ones, which may be closed in the parent.
