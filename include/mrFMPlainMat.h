@@ -41,7 +41,7 @@ public:
     static constexpr double max_refractive_index = 1e7;
 
     /// An invalid material: no name, no shader definition, no properties, black, numbers 0.
-    mrFMPlainMat();
+    mrFMPlainMat() = default;
 
     /// @param affinity           any number, for the application to use
     /// @param transparency       unchecked; a file is read with 0 to 1 only
@@ -56,7 +56,7 @@ public:
     /// @report as above
     explicit mrFMPlainMat(mrPlainMatValues const& values);
 
-    ~mrFMPlainMat();
+    ~mrFMPlainMat() = default;
     mrFMPlainMat(mrFMPlainMat const&) = delete;
     mrFMPlainMat& operator=(mrFMPlainMat const&) = delete;
 

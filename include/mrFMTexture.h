@@ -18,7 +18,7 @@ class MR_API mrFMTexture
 {
 public:
     /// An invalid layer: no image name, layer type colour, not recoloured, black.
-    mrFMTexture();
+    mrFMTexture() = default;
 
     /// @param image_name  key in the material file's image table
     /// @param layer_type  any value is stored
@@ -28,7 +28,7 @@ public:
                 giColour const& recolour);
 
     /// Copies an invalid layer as an invalid one with the other fields at their defaults.
-    mrFMTexture(mrFMTexture const& other);
+    mrFMTexture(mrFMTexture const& other) : mrFMTexture() { *this = other; }
     /// Copies all fields of a valid layer. An invalid one takes only the image name away.
     mrFMTexture& operator=(mrFMTexture const& other);
 

@@ -12,7 +12,6 @@
 
 class mrSource;
 class mrTarget;
-class utString;
 
 /// A material: file properties, facets, and the images that its texture layers name.
 ///

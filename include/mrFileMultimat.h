@@ -7,7 +7,6 @@
 
 #include <ostream>
 
-class utString;
 class xmlDocument;
 struct mrFault;
 

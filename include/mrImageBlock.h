@@ -70,7 +70,7 @@ public:
 
 private:
     std::size_t peek(char (&bytes)[fewest_bytes]);
-    int fail(char const* reason);
+    void fail(char const* reason) { m_fault = {reason}; }
 
     std::FILE* m_file;
     std::int64_t m_budget = 0; ///< pixels still allowed

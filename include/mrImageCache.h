@@ -9,11 +9,9 @@
 
 #include <ctime>
 
-class dgDuctImage;
 class mrImageCacheFile;
 class mrSource;
 class mrTarget;
-class utString;
 struct mrCacheLine;
 struct mrFault;
 
@@ -30,7 +28,7 @@ class MR_API mrImageCache
 {
 public:
     /// An invalid cache, with both limits -1, for read() to fill.
-    mrImageCache();
+    mrImageCache() = default;
 
     /// @param max_cache_size  the most entries, above 0
     /// @param shrinkage       how many are evicted at a time, above 0 and below @p max_cache_size

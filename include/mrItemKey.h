@@ -14,9 +14,9 @@ class MR_API mrItemKey
 {
 public:
     /// A key of the hash value 0.
-    mrItemKey();
-    mrItemKey(int key);
-    mrItemKey(mrItemKey const& other);
+    mrItemKey() = default;
+    mrItemKey(int key) : m_key(key) {}
+    mrItemKey(mrItemKey const& other) : m_key(other.m_key) {}
     void operator=(mrItemKey const& other);
     ~mrItemKey();
 

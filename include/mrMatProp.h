@@ -20,7 +20,7 @@ class MR_API mrMatProp
 {
 public:
     /// An invalid property of type string: no name, no string, numbers 0.
-    mrMatProp();
+    mrMatProp() = default;
 
     /// A string property.
     /// @report "Args" when @p name is empty, and again when @p value is; the property is built all the same
@@ -32,7 +32,7 @@ public:
     /// @report "Args" when @p name is empty; the property is built all the same
     mrMatProp(mrMatPropTypeDouble, utString const& name, double value, int const& client_data);
 
-    mrMatProp(mrMatProp const& other);
+    mrMatProp(mrMatProp const& other) : mrMatProp() { *this = other; }
     /// Copies all fields, also of an invalid property.
     mrMatProp& operator=(mrMatProp const& other);
 

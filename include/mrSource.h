@@ -16,14 +16,14 @@ class MR_API mrSource
 {
 public:
     /// A regular file. It is opened once, without waiting: a folder, pipe or device cannot be opened.
-    static mrSource from_path(utString const& path);
+    static mrSource from_path(utString const& path) { return mrSource(path); }
 
     /// A regular file that is open for reading. It is read from its beginning and stays open; its position
     /// afterwards is unspecified.
-    static mrSource from_descriptor(int descriptor);
+    static mrSource from_descriptor(int descriptor) { return mrSource(descriptor); }
 
     /// @param bytes  stay in place while they are read
-    static mrSource from_memory(std::string_view bytes);
+    static mrSource from_memory(std::string_view bytes) { return mrSource(bytes); }
 
     /// Opens the source for reading at its beginning.
     /// @param fault  receives the reason for a failure

@@ -11,10 +11,8 @@
 #include <iosfwd>
 
 class giColour;
-class mrColourPalette;
 class mrSource;
 class mrTarget;
-class utString;
 
 class MR_API mrUtils
 {

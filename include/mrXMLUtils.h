@@ -10,7 +10,6 @@
 #include <istream>
 
 class giColour;
-class utString;
 class xmlElement;
 struct mrFault;
 

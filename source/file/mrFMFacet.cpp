@@ -5,7 +5,6 @@
 #include "mrFMTexture.h"
 
 #include "utAssert.h"
-#include "utConcat.h"
 
 #include <algorithm>
 #include <utility>

@@ -39,8 +39,6 @@ int is_share(double value)
 
 } // namespace
 
-mrFMPlainMat::mrFMPlainMat() = default;
-
 mrFMPlainMat::mrFMPlainMat(utString const& name, mrMatPropcoSet const& properties, int affinity,
                            giColour const& diffuse_colour, double polish, double reflect, double transparency,
                            double emission, double refractive_index, utString const& shader_definition)
@@ -57,8 +55,6 @@ mrFMPlainMat::mrFMPlainMat(mrPlainMatValues const& values) : m_values(values)
     UT_REQUIRE(is_share(values.reflect), "Args");
     UT_REQUIRE(is_share(values.emission), "Args");
 }
-
-mrFMPlainMat::~mrFMPlainMat() = default;
 
 int mrFMPlainMat::invalid() const
 {

@@ -15,18 +15,11 @@ utString const recolour_name = "recolour";
 
 } // namespace
 
-mrFMTexture::mrFMTexture() = default;
-
 mrFMTexture::mrFMTexture(utString const& image_name, mrTexLayerType layer_type, int recoloured,
                          giColour const& recolour)
     : m_image_name(image_name), m_layer_type(layer_type), m_recoloured(recoloured), m_recolour(recolour)
 {
     UT_REQUIRE(!image_name.empty(), "Args");
-}
-
-mrFMTexture::mrFMTexture(mrFMTexture const& other) : mrFMTexture()
-{
-    *this = other;
 }
 
 mrFMTexture& mrFMTexture::operator=(mrFMTexture const& other)

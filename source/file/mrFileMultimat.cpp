@@ -3,7 +3,6 @@
 #include "mrElementReader.h"
 #include "mrGuard.h"
 
-#include "utConcat.h"
 #include "xmlWriter.h"
 
 namespace {

@@ -16,8 +16,6 @@ utString const client_data_name = "client_data";
 
 } // namespace
 
-mrMatProp::mrMatProp() = default;
-
 mrMatProp::mrMatProp(mrMatPropTypeString, utString const& name, utString const& value, int const& client_data)
     : m_name(name), m_string_value(value), m_client_data(client_data), m_type(mrMatPropString)
 {
@@ -35,11 +33,6 @@ mrMatProp::mrMatProp(mrMatPropTypeDouble, utString const& name, double value, in
     : m_name(name), m_double_value(value), m_client_data(client_data), m_type(mrMatPropDouble)
 {
     UT_REQUIRE(!name.empty(), "Args");
-}
-
-mrMatProp::mrMatProp(mrMatProp const& other) : mrMatProp()
-{
-    *this = other;
 }
 
 mrMatProp& mrMatProp::operator=(mrMatProp const& other)

@@ -14,11 +14,8 @@
 #include "utClock.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <limits>
 #include <memory>
-#include <new>
-#include <string>
 
 namespace {
 
@@ -37,15 +34,9 @@ int make_key(unsigned int hash)
 
 } // namespace
 
-mrImageCache::mrImageCache()
-{
-    UT_CHECK_VALID(m_check);
-}
-
 mrImageCache::mrImageCache(int max_cache_size, int shrinkage)
     : m_max_cache_size(max_cache_size), m_shrinkage(shrinkage)
 {
-    UT_CHECK_VALID(m_check);
     UT_REQUIRE(max_cache_size > 0, "Args");
     UT_REQUIRE(shrinkage > 0 && shrinkage < max_cache_size, "Args");
 }

@@ -5,7 +5,6 @@
 
 mrImageCacheItem::mrImageCacheItem(dgDuctImage* image, int age) : m_image(dg_hold(image)), m_age(age)
 {
-    UT_CHECK_VALID(m_check);
     UT_REQUIRE(image, "Args");
 }
 
@@ -35,7 +34,6 @@ dgDuctImage* mrImageCacheItem::image() const
 
 mrImageCacheItem::mrImageCacheItem(mrImageCacheItem const&)
 {
-    UT_CHECK_VALID(m_check);
     ut_report_assert_failure(__FILE__, __LINE__,
                              "call to prohibited function | Copy constructor : Use prohibited!");
 }

@@ -14,22 +14,6 @@ int find_age(int key)
 
 } // namespace
 
-mrItemKey::mrItemKey()
-{
-    UT_CHECK_VALID(m_check);
-}
-
-mrItemKey::mrItemKey(int key) : m_key(key)
-{
-    UT_CHECK_VALID(m_check);
-}
-
-mrItemKey::mrItemKey(mrItemKey const& other)
-{
-    UT_CHECK_VALID(m_check);
-    *this = other;
-}
-
 void mrItemKey::operator=(mrItemKey const& other)
 {
     UT_CHECK_VALID(m_check);

@@ -1,7 +1,5 @@
 #include "mrElementReader.h"
 
-#include "utConcat.h"
-
 int mrElementReader::read_string(utString const& name, utString& out) const
 {
     return mrXMLUtils::find_child_text_string(m_element, name, out) || fail(name, "empty");
@@ -38,12 +36,5 @@ int mrElementReader::refuse(std::string const& reason) const
 {
     if (m_fault)
         *m_fault = {.reason = utString(reason), .line = m_element.line()};
-    return 0;
-}
-
-int mrElementReader::fail_within(utString const& member, int number) const
-{
-    if (m_fault)
-        m_fault->within(utString(ut_concat(member, " ", number)));
     return 0;
 }

@@ -4,6 +4,7 @@
 #include "mrFault.h"
 #include "mrXMLUtils.h"
 
+#include "utConcat.h"
 #include "xmlUtils.h"
 
 /// Reads the children of one element. Each function returns 1, or 0 with a fault that names the child and the element's
@@ -48,15 +49,16 @@ public:
         for (xmlElement const* each :
              xmlUtils::find_grandchild_elements_by_name(m_element, collection, member)) {
             ++number;
-            if (!read(*each))
-                return fail_within(member, number);
+            if (read(*each))
+                continue;
+            if (m_fault)
+                m_fault->within(utString(ut_concat(member, " ", number)));
+            return 0;
         }
         return 1;
     }
 
 private:
-    int fail_within(utString const& member, int number) const;
-
     xmlElement const& m_element;
     mrFault* m_fault;
 };

@@ -130,12 +130,6 @@ std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
     return m_fault.reason.invalid() ? count : 0;
 }
 
-int mrImageBlock::fail(char const* reason)
-{
-    m_fault = {reason};
-    return 0;
-}
-
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
     for (auto const& [key, image] : images) {

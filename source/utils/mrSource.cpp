@@ -4,21 +4,6 @@
 
 #include "gxOpenFile.h"
 
-mrSource mrSource::from_path(utString const& path)
-{
-    return mrSource(path);
-}
-
-mrSource mrSource::from_descriptor(int descriptor)
-{
-    return mrSource(descriptor);
-}
-
-mrSource mrSource::from_memory(std::string_view bytes)
-{
-    return mrSource(bytes);
-}
-
 std::FILE* mrSource::open(mrFault& fault) const
 {
     if (auto const* path = std::get_if<utString>(&m_place))

@@ -24,16 +24,17 @@ constexpr Word<mrTexLayerType> layer_types[] = {{mrTexLayerColour, "colour"}};
 constexpr Word<mrColourEncoding> encodings[] = {
     {mrColourEncodingRgb8, "rgb8"}, {mrColourEncodingCmy8, "cmy8"}, {mrColourEncodingCmyk, "cmyk"}};
 
-/// @return 1, or 0 when the value has no word
+/// @param name  the enumeration in the report
 template <class Enum, std::size_t count>
-int print_word(Word<Enum> const (&words)[count], Enum value, utString& out)
+void print_word(Word<Enum> const (&words)[count], char const* name, Enum value, utString& out)
 {
     for (Word<Enum> const& word : words)
         if (word.value == value) {
             out += word.text;
-            return 1;
+            return;
         }
-    return 0;
+    ut_report_assert_failure(__FILE__, __LINE__,
+                             ut_build_assert_varargs("%s: %d", name, static_cast<int>(value)));
 }
 
 /// @param out  an Enum or an int
@@ -52,26 +53,22 @@ int parse_word(Word<Enum> const (&words)[count], utString const& text, Out& out)
 
 void mrTypes::print(mrMatPropType value, utString& out)
 {
-    UT_REQUIRE(print_word(prop_types, value, out),
-               ut_build_assert_varargs("enum mrMatPropType: %d", static_cast<int>(value)));
+    print_word(prop_types, "enum mrMatPropType", value, out);
 }
 
 void mrTypes::print(mrImageEncapsulationType value, utString& out)
 {
-    UT_REQUIRE(print_word(encapsulation_types, value, out),
-               ut_build_assert_varargs("Enum mrImageEncapsulationType: %d", static_cast<int>(value)));
+    print_word(encapsulation_types, "Enum mrImageEncapsulationType", value, out);
 }
 
 void mrTypes::print(mrTexLayerType value, utString& out)
 {
-    UT_REQUIRE(print_word(layer_types, value, out),
-               ut_build_assert_varargs("Enum mrTexLayerType: %d", static_cast<int>(value)));
+    print_word(layer_types, "Enum mrTexLayerType", value, out);
 }
 
 void mrTypes::print(mrColourEncoding value, utString& out)
 {
-    UT_REQUIRE(print_word(encodings, value, out),
-               ut_build_assert_varargs("Enum mrColourEncoding: %d", static_cast<int>(value)));
+    print_word(encodings, "Enum mrColourEncoding", value, out);
 }
 
 int mrTypes::parse(utString const& text, mrMatPropType& out)

@@ -17,9 +17,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <istream>
-#include <new>
-#include <ostream>
 #include <sstream>
 
 namespace {
@@ -112,11 +109,7 @@ public:
     }
 
     /// Returns 1 when the line is of this encoding; the functions below then read it.
-    int match(utString const& line)
-    {
-        m_count = m_matcher.match(line, 0);
-        return m_count >= m_kind.components + 2;
-    }
+    int match(utString const& line) { return m_matcher.match(line, 0); }
 
     mrPaletteFileError read_components(doublecoDList& components) const
     {
@@ -135,9 +128,7 @@ public:
     /// Returns an invalid string for a colour without a name.
     utString read_name() const
     {
-        utString name;
-        if (m_count == m_kind.components + 3)
-            name = trim_spaces(m_matcher.get_substring(m_kind.components + 2));
+        utString name = trim_spaces(m_matcher.get_substring(m_kind.components + 2));
         if (name.empty())
             name.set_invalid();
         return name;
@@ -149,7 +140,6 @@ private:
     PaletteLine const& m_kind;
     utString m_keyword;
     reMatcher m_matcher;
-    int m_count = 0;
 };
 
 mrPaletteFileError append_colour(PaletteLineReader const& line, mrColourPalette& palette)

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <string_view>
 #include <vector>
 
 namespace mrtool {
@@ -39,14 +38,6 @@ std::vector<std::string> mark_names(int argc, char** argv)
 std::string remove_mark(std::string const& argument)
 {
     return argument.starts_with(mark) ? argument.substr(1) : argument;
-}
-
-/// Has each option receive its value without the mark.
-void unmark_values(CLI::App& subcommand)
-{
-    for (CLI::Option* const option : subcommand.get_options())
-        if (option->get_items_expected_max() > 0)
-            option->transform(remove_mark, "");
 }
 
 /// Describes the argument that no option and no subcommand accepts; empty if there is none.
@@ -93,7 +84,9 @@ int run_command_line(int argc, char** argv, std::span<AddSubcommand* const> subc
     std::vector<Subcommand> added;
     for (AddSubcommand* const add : subcommands) {
         added.push_back(add(app));
-        unmark_values(*added.back().options);
+        for (CLI::Option* const option : added.back().options->get_options())
+            if (option->get_items_expected_max() > 0)
+                option->transform(remove_mark, "");
     }
     try {
         app.parse(mark_names(argc, argv));

@@ -2,21 +2,16 @@
 
 #include "scReader.h"
 
-#include "mrImageCacheFile.h"
 #include "mrTypes.h"
 
 #include "gxFileHints.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace mrtool {
 
-namespace {
-
 using namespace std::string_view_literals;
 
-/// Whether "<multimat>" stands at the beginning of a line or behind a tag. Within a text, it is only mentioned.
 bool opens_material(std::string_view beginning)
 {
     constexpr std::string_view opening = "<multimat>";
@@ -27,14 +22,6 @@ bool opens_material(std::string_view beginning)
             return true;
     }
     return false;
-}
-
-} // namespace
-
-bool is_vague_extension(std::string_view extension)
-{
-    constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
-    return std::find(std::begin(vague), std::end(vague), extension) != std::end(vague);
 }
 
 KnownFile detect_kind(std::string const& path)
@@ -66,17 +53,6 @@ bool is_palette(std::string_view beginning)
         if (line.starts_with(mrTypes::find_word(encoding).view()))
             return true;
     return false;
-}
-
-OwnFormat detect_own_format(std::string const& path, std::string_view beginning)
-{
-    std::string const extension = gx_extension(path);
-    if (extension == "multimat" || opens_material(beginning))
-        return OwnFormat::material;
-    if (extension == "pcp" || is_palette(beginning))
-        return OwnFormat::palette;
-    bool const is_cache = mrCacheLine(beginning.substr(0, beginning.find('\n'))).two_integers;
-    return is_cache ? OwnFormat::image_cache : OwnFormat::material;
 }
 
 } // namespace mrtool

@@ -1,14 +1,13 @@
 #include "outputFile.h"
 
 #include "fileKind.h"
-#include "utConcat.h"
 
 #include "gxPNG.h"
+#include "utConcat.h"
 
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -116,18 +115,25 @@ Result<> write_whole(std::string const& path,
         });
 }
 
+Result<> write_temporary(std::string const& path, std::string const& temporary,
+                         std::function<bool(std::FILE*)> const& write)
+{
+    errno = 0;
+    std::FILE* const file = std::fopen(temporary.c_str(), "wb");
+    bool written = file && write(file);
+    int const error = errno;
+    written = file && std::fclose(file) == 0 && written;
+    if (!written)
+        return fail(ut_concat(path, " cannot be written: ", std::strerror(error != 0 ? error : errno)));
+    return {};
+}
+
 Result<> write_png(dgDuctImage const& image, std::string const& path)
 {
-    return write_whole(path, [&](std::string const& temporary) -> Result<> {
-        errno = 0;
-        std::FILE* const file = std::fopen(temporary.c_str(), "wb");
-        bool written =
-            file && gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
-        int const error = errno;
-        written = file && std::fclose(file) == 0 && written;
-        if (!written)
-            return fail(ut_concat(path, " cannot be written: ", std::strerror(error != 0 ? error : errno)));
-        return {};
+    return write_whole(path, [&](std::string const& temporary) {
+        return write_temporary(path, temporary, [&](std::FILE* file) {
+            return gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
+        });
     });
 }
 

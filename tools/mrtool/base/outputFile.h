@@ -3,9 +3,8 @@
 
 #include "fault.h"
 
+#include <cstdio>
 #include <functional>
-#include <string>
-#include <string_view>
 #include <sys/types.h>
 
 class dgDuctImage;
@@ -17,6 +16,13 @@ namespace mrtool {
 /// @param write  writes the file with the temporary name
 Result<> write_whole(std::string const& path,
                      std::function<Result<>(std::string const& temporary)> const& write);
+
+/// Fills the temporary file of write_whole().
+/// @param path   what the fault names
+/// @param write  writes to the open file
+/// @return else the fault "PATH cannot be written: REASON"
+Result<> write_temporary(std::string const& path, std::string const& temporary,
+                         std::function<bool(std::FILE*)> const& write);
 
 /// Writes a PNG file the same way.
 Result<> write_png(dgDuctImage const& image, std::string const& path);

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <new>
 #include <string_view>
 
 namespace mrtool {
@@ -14,6 +15,29 @@ void say(std::string_view file, std::string_view words);
 
 /// Reports what is wrong with a file: "mrtool: FILE:LINE: WORDS", without the line when it is 0.
 void say(std::string_view file, Fault const& fault);
+
+/// Reports the fault of a result on a file.
+/// @return whether there is none
+template <class T>
+bool check_result(std::string_view file, Result<T> const& result)
+{
+    if (!result)
+        say(file, result.error());
+    return result.has_value();
+}
+
+/// Does the work on a file; reports when there is too little memory for it.
+/// @return false then, else what @p work returns
+template <class Work>
+bool try_work(std::string_view file, Work const& work)
+{
+    try {
+        return work();
+    } catch (std::bad_alloc const&) {
+        say(file, "not enough memory");
+        return false;
+    }
+}
 
 /// A line on a terminal that counts what is done and estimates the time left. It does nothing when standard error is
 /// no terminal.

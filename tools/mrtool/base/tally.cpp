@@ -4,12 +4,6 @@
 
 namespace mrtool {
 
-namespace {
-
-constexpr std::size_t most_examples = 3;
-
-} // namespace
-
 std::string format_count(std::size_t count, std::string_view things)
 {
     return ut_concat(count, " ", things, count == 1 ? "" : "s");

@@ -1,9 +1,7 @@
 // Counting many things, and naming a few of them.
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace mrtool {
@@ -11,7 +9,7 @@ namespace mrtool {
 /// "1 colour", "2 colours".
 std::string format_count(std::size_t count, std::string_view things);
 
-/// Counts things and keeps the first three as examples, so that one line can describe very many.
+/// Counts things and keeps the first few as examples, so that one line can describe very many.
 class Tally
 {
 public:
@@ -22,6 +20,8 @@ public:
     void append_to(std::vector<std::string>& lines, std::string_view words, std::string_view things) const;
 
 private:
+    static constexpr std::size_t most_examples = 3;
+
     std::size_t m_count = 0;
     std::string m_examples;
 };

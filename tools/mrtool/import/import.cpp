@@ -18,7 +18,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
-#include <new>
 
 namespace mrtool {
 
@@ -111,10 +110,8 @@ private:
             return false;
         }
         std::vector<scNote> notes;
-        if (Result<> const written = write_material(*maker.make(at, notes), path); !written) {
-            say(subject, written.error().words);
+        if (!check_result(subject, write_material(*maker.make(at, notes), path)))
             return false;
-        }
         for (std::string const& line : scNote::lines(notes))
             say(subject, line);
         return !scNote::any_failed(notes);
@@ -148,12 +145,7 @@ int run_import(ImportOptions const& options)
     int status = all_well;
     for (std::string const& scene : options.scenes) {
         progress.begin(scene);
-        bool well = false;
-        try {
-            well = importer.import(scene);
-        } catch (std::bad_alloc const&) {
-            say(scene, "not enough memory");
-        }
+        bool const well = try_work(scene, [&] { return importer.import(scene); });
         for (std::string const& report : reports.pop())
             say(scene, "warning: " + report);
         if (!well)

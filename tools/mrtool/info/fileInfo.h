@@ -1,22 +1,15 @@
 // The contents of a file of the library's own formats.
 #pragma once
 
-#include "paletteFile.h"
+#include "fault.h"
 
+#include "mrColourPalette.h"
 #include "mrFileMat.h"
-#include "mrTypes.h"
 
-#include <cstdint>
-#include <string>
 #include <variant>
 #include <vector>
 
 namespace mrtool {
-
-struct MaterialContents
-{
-    mrFileMat material;
-};
 
 /// An image cache file. Its entries are those that the library would take, without evictions: hash value and image by
 /// the image's title, the age from the line of the same rank.
@@ -42,23 +35,22 @@ struct FileInfo
     std::string path;
     /// The status of the library's reader, or for a palette the nearest one.
     mrFileMatReadStatus status = mrFileMatOpenFailed;
-    std::string fault;                 ///< the reason why the file cannot be read
-    std::int64_t line = 0;             ///< of the fault, from 1; 0 when unknown
+    Fault fault;                       ///< why the file cannot be read
     std::vector<std::string> warnings; ///< flaws of a file that can be read
     /// Of the format that the file was read as; complete when the file can be read.
-    std::variant<MaterialContents, PaletteFile, CacheContents> contents;
+    std::variant<mrFileMat, mrColourPalette, CacheContents> contents;
 
     bool is_read() const { return status == mrFileMatReadOK; }
 };
 
-/// Reads a file, which is opened once. A material file has warnings of a layer whose image is missing, of an image that
+/// Reads a file, which is opened once. A palette has the extension "pcp" or is_palette(), an image cache file a first
+/// line of two integers; any other file is read as a material.
+///
+/// A material file has warnings of a layer whose image is missing, of an image that
 /// no layer uses, and of what the library leaves out; an image cache file of what the library reports or leaves out,
 /// and of possible evictions.
 /// @param info  a new object
 void read_file_info(std::string const& path, FileInfo& info);
-
-/// Reads an image cache file for read_file_info().
-void read_contents(mrSource const& source, FileInfo& info, CacheContents& contents);
 
 /// Returns the date and time of an age, in this machine's local time: "2026-10-12 09:20:00".
 std::string format_age(int age);

@@ -2,14 +2,13 @@
 #include "commandLine.h"
 #include "fileInfo.h"
 #include "progress.h"
-#include "readFault.h"
+#include "readFile.h"
 
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
 #include <memory>
 #include <new>
-#include <string_view>
 
 namespace mrtool {
 
@@ -20,12 +19,6 @@ struct InfoOptions
     std::vector<std::string> files;
     bool json = false;
 };
-
-// A failing standard output is reported at the end of the program.
-void print(std::string_view text)
-{
-    std::fwrite(text.data(), 1, text.size(), stdout);
-}
 
 std::string describe(FileInfo const& info, bool json)
 {
@@ -39,15 +32,8 @@ void give_up(FileInfo& info)
 {
     std::visit([&]<class Contents>(Contents const&) { info.contents.emplace<Contents>(); }, info.contents);
     info.status = mrFileMatBadContent;
-    info.fault = "not enough memory";
-    info.line = 0;
+    info.fault = {"not enough memory"};
     info.warnings.clear();
-}
-
-void say_fault(FileInfo const& info)
-{
-    say(info.path,
-        info.line > 0 ? Fault{info.fault, info.line} : Fault{describe_read_fault(info.status, info.fault)});
 }
 
 /// Reads a file and prints its contents.
@@ -63,10 +49,13 @@ bool print_info(std::string const& path, bool json)
         give_up(info);
         contents = describe(info, json);
     }
-    print(contents);
-    if (!info.is_read())
-        say_fault(info);
-    return info.is_read();
+    std::fputs(contents.c_str(), stdout); // its failure is reported at the end of the program
+    if (info.is_read())
+        return true;
+    if (info.fault.line == 0)
+        info.fault.words = describe_read_fault(info.status, info.fault.words);
+    say(path, info.fault);
+    return false;
 }
 
 int run_info(InfoOptions const& options)
@@ -75,13 +64,13 @@ int run_info(InfoOptions const& options)
     char const* separator = "{\"files\": [\n";
     for (std::string const& path : options.files) {
         if (options.json)
-            print(separator);
+            std::fputs(separator, stdout);
         separator = ",\n";
         if (!print_info(path, options.json))
             status = something_failed;
     }
     if (options.json)
-        print("\n]}\n");
+        std::fputs("\n]}\n", stdout);
     return status;
 }
 

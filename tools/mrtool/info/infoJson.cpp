@@ -64,20 +64,6 @@ Json make_word(Enum value)
     return make_string(mrTypes::find_word(value));
 }
 
-char const* find_word(mrFileMatReadStatus status)
-{
-    switch (status) {
-    case mrFileMatReadOK:
-        return "ok";
-    case mrFileMatOpenFailed:
-        return "open_failed";
-    case mrFileMatNoDocument:
-        return "no_document";
-    default:
-        return "bad_content";
-    }
-}
-
 Json make_colour(giColour const& colour)
 {
     return {colour.red(), colour.green(), colour.blue()};
@@ -141,9 +127,8 @@ Json make_facets(mrFileMat const& material)
     return facets;
 }
 
-void add_contents(Json& json, MaterialContents const& contents)
+void add_contents(Json& json, mrFileMat const& material)
 {
-    mrFileMat const& material = contents.material;
     json["encapsulation"] = make_word(material.encapsulation());
     json["properties"] = make_properties(material.file_props());
     json["facets"] = make_facets(material);
@@ -155,9 +140,8 @@ void add_contents(Json& json, MaterialContents const& contents)
                           {"height", image->height()}});
 }
 
-void add_contents(Json& json, PaletteFile const& file)
+void add_contents(Json& json, mrColourPalette const& palette)
 {
-    mrColourPalette const& palette = file.palette;
     Json& colours = json["colours"] = Json::array();
     for (int index = 0; index < palette.size(); ++index) {
         utString name;
@@ -193,21 +177,22 @@ void add_contents(Json& json, CacheContents const& contents)
 
 std::string make_json(FileInfo const& info)
 {
-    constexpr char const* kinds[] = {"material", "palette",
-                                     "image_cache"}; // in the order of FileInfo::contents
+    // In the order of FileInfo::contents and of mrFileMatReadStatus.
+    constexpr char const* kinds[] = {"material", "palette", "image_cache"};
+    constexpr char const* statuses[] = {"open_failed", "ok", "no_document", "bad_content"};
     Json json;
     json["path"] = make_string(info.path);
     json["kind"] = kinds[info.contents.index()];
-    json["status"] = find_word(info.status);
+    json["status"] = statuses[info.status];
     if (info.is_read()) {
         std::visit([&](auto const& contents) { add_contents(json, contents); }, info.contents);
         Json& warnings = json["warnings"] = Json::array();
         for (std::string const& warning : info.warnings)
             warnings.push_back(make_string(warning));
     } else {
-        json["fault"] = make_string(info.fault);
-        if (info.line > 0)
-            json["line"] = info.line;
+        json["fault"] = make_string(info.fault.words);
+        if (info.fault.line > 0)
+            json["line"] = info.fault.line;
     }
     std::string text;
     append(text, json, 0);

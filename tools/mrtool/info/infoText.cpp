@@ -39,11 +39,6 @@ std::string format_size(int width, int height)
     return ut_concat(width, " x ", height);
 }
 
-std::string format_size(dgDuctImage const& image)
-{
-    return format_size(image.width(), image.height());
-}
-
 std::string format_value(mrMatProp const& property)
 {
     switch (property.prop_type()) {
@@ -104,23 +99,25 @@ void list_layer(Listing& listing, int number, mrFMTexture const& layer, mrFileMa
         layer.recoloured() ? "tinted towards " + format_colour(layer.recolour()) : "not tinted";
     listing.add_line(2, ut_concat("layer ", number),
                      ut_concat(quote(layer.image_name()), ", ", mrTypes::find_word(layer.layer_type()), ", ",
-                               image ? format_size(*image) : "no such image", ", ", tint));
+                               image ? format_size(image->width(), image->height()) : "no such image", ", ",
+                               tint));
 }
 
-void list(Listing& listing, MaterialContents const& contents)
+void list(Listing& listing, mrFileMat const& material)
 {
-    listing.add_line(1, "encapsulation", mrTypes::find_word(contents.material.encapsulation()).c_str());
-    listing.add_properties(1, contents.material.file_props());
+    listing.add_line(1, "encapsulation", mrTypes::find_word(material.encapsulation()).c_str());
+    listing.add_properties(1, material.file_props());
     int facet_number = 0;
-    for (mrFMFacet const* facet : contents.material.facets()) {
+    for (mrFMFacet const* facet : material.facets()) {
         listing.add_line(1, ut_concat("facet ", ++facet_number));
         list_plain_material(listing, facet->plain_mat());
         int layer_number = 0;
         for (mrFMTexture const& layer : facet->textures())
-            list_layer(listing, ++layer_number, layer, contents.material);
+            list_layer(listing, ++layer_number, layer, material);
     }
-    for (auto const& [title, image] : contents.material.images())
-        listing.add_line(1, "image " + quote(title), format_size(*image) + ", named " + quote(image->name()));
+    for (auto const& [title, image] : material.images())
+        listing.add_line(1, "image " + quote(title),
+                         format_size(image->width(), image->height()) + ", named " + quote(image->name()));
 }
 
 std::string describe_colour(mrColourPalette const& palette, int index)
@@ -137,10 +134,10 @@ std::string describe_colour(mrColourPalette const& palette, int index)
     return line;
 }
 
-void list(Listing& listing, PaletteFile const& file)
+void list(Listing& listing, mrColourPalette const& palette)
 {
-    for (int index = 0; index < file.palette.size(); ++index)
-        listing.add_line(1, ut_concat("colour ", index), describe_colour(file.palette, index));
+    for (int index = 0; index < palette.size(); ++index)
+        listing.add_line(1, ut_concat("colour ", index), describe_colour(palette, index));
 }
 
 std::string format_hexadecimal(int hash)

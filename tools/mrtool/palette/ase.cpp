@@ -13,10 +13,7 @@
 #include <bit>
 #include <cctype>
 #include <cmath>
-#include <cstdint>
-#include <iterator>
 #include <optional>
-#include <utility>
 
 namespace mrtool {
 

@@ -3,8 +3,6 @@
 
 #include "foreignPalette.h"
 
-#include <string_view>
-
 namespace mrtool {
 
 /// Whether the bytes begin with "ASEF".

@@ -5,8 +5,6 @@
 
 #include "giColour.h"
 
-#include <cstddef>
-#include <string>
 #include <vector>
 
 namespace mrtool {

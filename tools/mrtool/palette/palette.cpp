@@ -2,12 +2,13 @@
 #include "commandLine.h"
 #include "foreignPalette.h"
 #include "outputFile.h"
-#include "paletteFile.h"
 #include "palettePicture.h"
 #include "progress.h"
+#include "readFile.h"
 #include "tally.h"
 #include "utConcat.h"
 
+#include "mrColourPalette.h"
 #include "mrSource.h"
 
 #include "gxFileHints.h"
@@ -17,7 +18,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <new>
 
 namespace mrtool {
 
@@ -46,19 +46,6 @@ void check_output(PaletteOptions const& options, std::vector<std::string> const&
             throw WrongUsage{ut_concat(output, " would replace the input ", input)};
 }
 
-/// Does the work on a file; reports when there is too little memory for it.
-/// @return false then, else what @p work returns
-template <class Work>
-bool try_work(std::string const& path, Work const& work)
-{
-    try {
-        return work();
-    } catch (std::bad_alloc const&) {
-        say(path, "not enough memory");
-        return false;
-    }
-}
-
 // ---- A picture
 
 void check_picture_usage(PaletteOptions const& options)
@@ -77,25 +64,25 @@ void check_picture_usage(PaletteOptions const& options)
             ut_concat("the picture would replace ", options.output, ", ", checked.error().words)};
 }
 
-/// @return whether the file was read
-bool read_colours(std::string const& path, std::vector<giColour>& colours)
+/// @param swatches  receives the colours of the file
+/// @return whether it was read
+bool read_colours(std::string const& path, Swatches& swatches)
 {
-    PaletteFile file;
-    read_palette_file(mrSource::from_path(utString(path)), file);
-    if (file.status != mrPaletteFileOK) {
-        say_remark(path, file);
+    mrColourPalette palette;
+    Fault warning;
+    if (!check_result(path, read_palette(mrSource::from_path(utString(path)), palette, warning)))
         return false;
-    }
-    if (!file.remark.empty())
-        say(path, Fault{"warning: " + file.remark, file.line});
+    if (!warning.words.empty())
+        say(path, Fault{"warning: " + warning.words, warning.line});
+    std::vector<giColour> colours;
+    colours.reserve(static_cast<std::size_t>(palette.size()));
     utString name;
-    colours.reserve(static_cast<std::size_t>(file.palette.size()));
-    for (int at = 0; at < file.palette.size(); ++at)
-        colours.push_back(file.palette.colour(at, name));
+    for (int at = 0; at < palette.size(); ++at)
+        colours.push_back(palette.colour(at, name));
+    swatches.push_back(std::move(colours));
     return true;
 }
 
-/// @param swatches  receives the colours of each file that has any
 /// @return whether all files were read
 bool read_files(std::vector<std::string> const& paths, Swatches& swatches)
 {
@@ -103,14 +90,7 @@ bool read_files(std::vector<std::string> const& paths, Swatches& swatches)
     bool all_read = true;
     for (std::string const& path : paths) {
         progress.begin(path);
-        bool const read = try_work(path, [&] {
-            std::vector<giColour> colours;
-            bool const complete = read_colours(path, colours);
-            if (!colours.empty())
-                swatches.push_back(std::move(colours));
-            return complete;
-        });
-        all_read = read && all_read;
+        all_read = try_work(path, [&] { return read_colours(path, swatches); }) && all_read;
     }
     return all_read;
 }
@@ -131,10 +111,8 @@ bool draw(Swatches const& swatches, std::string const& path)
                       format_count(total, "colour"), " of ", format_count(counts.size(), "palette")));
         return false;
     }
-    Result<> const written = write_png(*draw_swatches(swatches, *layout), path);
-    if (!written)
-        say("palette", written.error()); // which names the file that fails
-    return written.has_value();
+    // The fault names the file that fails.
+    return check_result("palette", write_png(*draw_swatches(swatches, *layout), path));
 }
 
 int run_picture(PaletteOptions const& options)
@@ -168,15 +146,11 @@ void check_conversion_usage(PaletteOptions const& options)
 bool convert(std::string const& from, std::string const& path)
 {
     Result<ForeignPalette> palette = read_foreign_palette(from);
-    if (!palette) {
-        say(from, palette.error());
+    if (!check_result(from, palette))
         return false;
-    }
     Result<std::vector<std::string>> const changed_names = write_palette(std::move(palette->colours), path);
-    if (!changed_names) {
-        say(from, changed_names.error());
+    if (!check_result(from, changed_names))
         return false;
-    }
     std::string left_out;
     for (std::string const& each : palette->left_out)
         left_out += (left_out.empty() ? "" : ", ") + each;

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <iterator>
 #include <numeric>
 
 namespace mrtool {

@@ -6,7 +6,6 @@
 #include "dgDuctImage.h"
 #include "giColour.h"
 
-#include <cstddef>
 #include <optional>
 #include <vector>
 

@@ -58,13 +58,12 @@ Result<ColourLine> parse_colour(std::string_view line, std::size_t count)
 
 struct Format
 {
-    std::string_view title; ///< the first line
+    std::string_view title; ///< the first line, which headers may follow
     std::string_view comment_signs;
     std::string_view no_name; ///< the name of colours without one; they are refused when this is empty
-    bool headers = false;
 };
 
-constexpr Format gpl{"GIMP Palette", "#", "Untitled", true};
+constexpr Format gpl{"GIMP Palette", "#", "Untitled"};
 constexpr Format rgb_txt{"", "!#", ""};
 
 /// Whether the line is empty or a comment.
@@ -106,7 +105,7 @@ private:
     {
         if (is_passed_over(line, m_format))
             m_comments += line.find_first_not_of(ut_concat(m_format.comment_signs, blanks)) != line.npos;
-        else if (m_format.headers && m_palette.colours.empty() && is_header(line))
+        else if (!m_format.title.empty() && m_palette.colours.empty() && is_header(line))
             parse_header(line);
         else
             return parse_colour(line, m_numbers).and_then([&](ColourLine const& colour) {

@@ -6,8 +6,6 @@
 
 #include "foreignPalette.h"
 
-#include <string_view>
-
 namespace mrtool {
 
 /// Whether the first line is "GIMP Palette", with or without a byte order mark before it.

@@ -10,11 +10,9 @@
 #include <memory>
 #include <new>
 #include <poll.h>
-#include <string_view>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <unistd.h>
-#include <utility>
 
 namespace mrtool {
 

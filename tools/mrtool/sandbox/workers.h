@@ -3,11 +3,8 @@
 
 #include "childProcess.h"
 
-#include <cstddef>
 #include <functional>
-#include <string>
 #include <sys/types.h>
-#include <vector>
 
 namespace mrtool {
 

@@ -39,8 +39,11 @@ fs::path resolve(fs::path const& path)
 /// Whether a file found in a folder is passed over for its name alone.
 bool is_passed_over(fs::path const& path)
 {
+    // Assimp reads these formats, but such files are often no meshes.
+    constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
     std::string const name = path.filename().string();
-    return name.ends_with(".thumb.png") || is_pending_name(name) || is_vague_extension(gx_extension(name));
+    return name.ends_with(".thumb.png") || is_pending_name(name) ||
+           std::find(std::begin(vague), std::end(vague), gx_extension(name)) != std::end(vague);
 }
 
 /// Finds the inputs, and gives each its output.

@@ -4,7 +4,6 @@
 #include "fileKind.h"
 
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace mrtool {

@@ -1,8 +1,7 @@
 #include "thumbnailer.h"
 
 #include "outputFile.h"
-#include "readFault.h"
-#include "sphere.h"
+#include "readFile.h"
 #include "utConcat.h"
 
 #include "mrFileMat.h"
@@ -12,9 +11,11 @@
 #include "mrSource.h"
 #include "mrThumbnails.h"
 
+#include "gsTriUtils.h"
 #include "gxFileHints.h"
 
-#include <utility>
+#include <cmath>
+#include <numbers>
 
 namespace mrtool {
 
@@ -66,6 +67,43 @@ std::vector<std::string> find_missing_images(mrFileMat const& material)
     return missing;
 }
 
+// ---- The sphere that materials of one facet are shown on
+
+// Fine enough for its outline to be round in a picture of a thousand pixels.
+constexpr int segments = 128; // all round
+constexpr int rings = 64;     // from pole to pole
+
+/// @param turn  from -1 to 1, the z axis in the middle
+/// @param rise  from 0, the lower pole, to 1
+void append_node(giTriBlock& block, double turn, double rise)
+{
+    double const longitude = turn * std::numbers::pi;
+    double const latitude = (rise - 0.5) * std::numbers::pi;
+    giPoint3 const point{std::sin(longitude) * std::cos(latitude), std::sin(latitude),
+                         std::cos(longitude) * std::cos(latitude)};
+    gsTriUtils::check_out_nodes(block).append(point);
+    gsTriUtils::check_out_normals(block).emplace_back(point.x, point.y, point.z);
+    gsTriUtils::check_out_tus(block).append({turn + 0.5, rise});
+}
+
+/// Makes a sphere of radius 1. A texture is seen once, upright, on the half that faces the z axis, with the
+/// image's middle in the middle.
+void fill_sphere(giTriBlock& block)
+{
+    for (int ring = 0; ring <= rings; ++ring)
+        for (int segment = 0; segment <= segments; ++segment)
+            append_node(block, 2.0 * segment / segments - 1.0, static_cast<double>(ring) / rings);
+
+    giTriArr& triangles = gsTriUtils::check_out_triangles(block);
+    for (int ring = 0; ring < rings; ++ring)
+        for (int segment = 0; segment < segments; ++segment) {
+            int const at = ring * (segments + 1) + segment;
+            int const upper = at + segments + 1;
+            triangles.push_back({at, at + 1, upper + 1});
+            triangles.push_back({at, upper + 1, upper});
+        }
+}
+
 } // namespace
 
 Thumbnailer::Thumbnailer(ThumbStyle const& style) : m_style(style)
@@ -109,7 +147,7 @@ Result<Thumbnailer::Picture> Thumbnailer::draw_material(std::string const& path)
     mrFault fault;
     mrFileMatReadStatus const status = material.read(mrSource::from_path(utString(path)), {}, fault);
     if (status != mrFileMatReadOK)
-        return fail(describe_read_fault(status, fault));
+        return fail(describe_read_fault(status, fault.words().view()));
     if (Result<> const started = start_renderer(); !started)
         return tl::unexpected(started.error());
     mrThumbnails thumbnails(m_renderer.get(), make_atts(path));

@@ -6,18 +6,11 @@
 #include "thumbPlan.h"
 #include "workers.h"
 
-#include "gsRGB.h"
 #include "mrPieChart.h"
 #include "mrThumbAtts.h"
-
 #include "scReader.h"
 
-#include "dgCounted.h"
 #include "dgOffscreenRenderer.h"
-
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace mrtool {
 
