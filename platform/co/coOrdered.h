@@ -161,13 +161,17 @@ private:
         return none;
     }
 
-    /// Enters the node at a position into the first free slot from the one of its hash on.
+    /// Enters the node at a position into the first slot, from the one of its hash on, that is free or belongs to a
+    /// removed node.
     void enter(std::size_t position)
     {
         std::size_t const mask = m_slots.size() - 1;
         std::uint32_t const hash = m_nodes[position].hash;
         std::size_t at = hash & mask;
-        while (m_slots[at].position >= 0)
+        auto const is_taken = [&](int taken) {
+            return taken >= 0 && !m_nodes[static_cast<std::size_t>(taken)].removed;
+        };
+        while (is_taken(m_slots[at].position))
             at = (at + 1) & mask;
         m_slots[at] = {hash, static_cast<int>(position)};
     }

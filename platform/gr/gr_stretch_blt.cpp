@@ -7,8 +7,8 @@
 #include <numeric>
 #include <vector>
 
-// Whole numbers keep a plain colour exactly as it is, and a picture the same on every machine. The largest number is 255 * 255 * 255 times the totals of both sides,
-// which fits for images of up to 2^37 pixels.
+// Whole numbers keep a plain colour exactly as it is, and a picture the same on every machine. The largest number is
+// 255 * 255 * 255 times the totals of both sides, which fits for images of up to 2^37 pixels.
 
 namespace {
 

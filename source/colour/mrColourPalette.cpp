@@ -95,9 +95,9 @@ int mrColourPalette::has_components(int index) const
 
 void mrColourPalette::append(Entry const& entry)
 {
-    if (!entry.name.invalid()) {
-        UT_REQUIRE(!m_by_name.member(entry.name), "Args");
-        m_by_name[entry.name] = size();
-    }
     m_colours.append(entry);
+    if (entry.name.invalid())
+        return;
+    UT_REQUIRE(!m_by_name.member(entry.name), "Args");
+    m_by_name[entry.name] = size() - 1;
 }

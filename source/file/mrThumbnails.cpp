@@ -232,8 +232,8 @@ dgDuctImage* mrThumbnails::from_image(dgDuctImage const& image)
 {
     UT_CHECK_VALID(m_check);
     dgCounted<dgDuctImage> thumb(from_colour(m_atts.background_colour()));
-    int const width = m_atts.width();
-    int const height = m_atts.height();
+    int const width = thumb->width();
+    int const height = thumb->height();
 
     int x = 0;
     int y = 0;

@@ -126,7 +126,7 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
     bool const written =
         std::fwrite(text.data(), 1, text.size(), out.file()) == text.size() && std::fflush(out.file()) == 0;
     if (written)
-        mrImageBlock::write(images, out.file(), fault);
+        mr_guard(fault, 0, [&] { return mrImageBlock::write(images, out.file(), fault); });
     out.close(fault);
     return written;
 }

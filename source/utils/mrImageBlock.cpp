@@ -139,7 +139,7 @@ int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
         utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
         texts[title_key] = xmlUtils::carried(key);
         texts[name_key] = xmlUtils::carried(image->name());
-        fault.reason = "it has no pixels, or its title or name is too long";
+        fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
         if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
             return 0;
     }

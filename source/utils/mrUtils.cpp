@@ -258,9 +258,10 @@ utString explain_duplicate(std::string const& line)
 {
     mrColourPalette palette;
     read_line(line, palette);
+    if (palette.empty())
+        return "not enough memory";
     utString name;
-    if (!palette.empty())
-        palette.colour(0, name);
+    palette.colour(0, name);
     return utString(ut_concat("an earlier line has the name ", ut_quote_short(name.view()), " already"));
 }
 
