@@ -1,7 +1,7 @@
 // The program mrtool: its subcommands, and what its process needs before one of them runs.
+#include "childProcess.h"
 #include "commandLine.h"
 #include "outputFile.h"
-#include "childProcess.h"
 #include "progress.h"
 #include "utConcat.h"
 
