@@ -19,7 +19,7 @@ inline constexpr bool is_wire_array = false;
 template <std::floating_point T, std::size_t Size>
 inline constexpr bool is_wire_array<std::array<T, Size>> = true;
 
-/// What any bytes of its size are a value of, but for bool.
+/// A plain value, which travels as its bytes; any bytes make one, except of a bool.
 template <class T>
 concept WireNumber = std::is_arithmetic_v<T> || std::is_enum_v<T> || is_wire_array<T>;
 
