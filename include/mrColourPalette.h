@@ -24,7 +24,7 @@ public:
     mrColourPalette(mrColourPalette const&) = delete;
     mrColourPalette& operator=(mrColourPalette const&) = delete;
 
-    /// 1 when there is no colour.
+    /// 1 without colours.
     int empty() const;
 
     /// How many colours there are.

@@ -24,7 +24,7 @@ public:
     mrColourPaletteCache(mrColourPaletteCache const&) = delete;
     mrColourPaletteCache& operator=(mrColourPaletteCache const&) = delete;
 
-    /// 1 when there is no palette.
+    /// 1 without palettes.
     int empty() const;
 
     /// How many palettes there are.
@@ -35,8 +35,8 @@ public:
 
     /// The palette of that path, the cache's own until it is loaded again or removed, or the
     /// cache is deleted.
-    /// @return an empty palette where there is none
-    /// @report "No such palette" when there is none
+    /// @return an empty palette for an unknown path
+    /// @report "No such palette" for an unknown path
     mrColourPalette const& get_palette(utString const& path);
 
     /// Reads a palette file and keeps its palette, in the place of one that was read from that path before.
@@ -49,14 +49,14 @@ public:
     mrPaletteFileError load_palette(utString const& path);
 
     /// Deletes the palette of that path.
-    /// @report "No such palette" when there is none
+    /// @report "No such palette" for an unknown path
     void remove_palette(utString const& path);
 
 protected:
     mrColourPaletteCache();
     ~mrColourPaletteCache();
 
-    /// @param action  utSingletonGet makes the cache where there is none; anything else deletes it
+    /// @param action  utSingletonGet makes the cache on its first use; anything else deletes it
     /// @return the cache, or null after deleting it
     static mrColourPaletteCache* access_singleton(utSingletonAccessAction action);
 

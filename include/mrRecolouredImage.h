@@ -42,7 +42,7 @@ public:
     /// @report "Args" when @p other is invalid
     mrRecolouredImage& operator=(mrRecolouredImage const& other);
 
-    /// 1 while there is no image or no colour.
+    /// 1 while the image or the colour is missing.
     int invalid() const;
 
     /// The image to tint; null in an invalid object.

@@ -16,7 +16,7 @@ public:
     /// @return false, and no size, when the driver cannot give a picture of this size
     bool resize(int width, int height);
 
-    /// 0 when there is no picture.
+    /// 0 without a picture.
     int width() const { return m_width; }
     int height() const { return m_height; }
 

@@ -1,10 +1,10 @@
 #include "gltfFile.h"
 
+#include "gxOpenFile.h"
 #include "siblingFile.h"
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 
 namespace sc {
@@ -38,17 +38,18 @@ std::string_view take_chunk(std::string_view& left, std::string_view kind)
 
 Expected<std::string> read_file(std::string const& path)
 {
-    errno = 0;
-    std::ifstream in(path, std::ios::binary);
-    std::string bytes;
-    if (in)
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    if (!in.is_open() || in.bad())
+    utString reason;
+    gxFile const file = gx_open_file(utString(path), reason);
+    if (!file)
+        return because(reason.c_str());
+    gxFileStream in(file.get());
+    std::string bytes(std::istreambuf_iterator<char>(in), {});
+    if (std::ferror(file.get()))
         return because(std::strerror(errno));
     return bytes;
 }
 
-/// Decodes a digit of base64 in either alphabet; -1 for what is none.
+/// Decodes a digit of base64 in either alphabet; -1 for another character.
 int decode_digit(char digit)
 {
     if (digit >= 'A' && digit <= 'Z')

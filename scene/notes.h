@@ -1,4 +1,4 @@
-// What readers say: why there is no value, and what is to be noted of a scene.
+// The results and the notes of readers.
 #pragma once
 
 #include "scScene.h"
@@ -13,7 +13,7 @@
 
 namespace sc {
 
-/// A value, or in words why there is none.
+/// A value, or the reason for a failure in words.
 template <class T>
 using Expected = tl::expected<T, std::string>;
 

@@ -1,8 +1,9 @@
 // The statements of OBJ and MTL files.
 #pragma once
 
+#include "gxOpenFile.h"
+
 #include <cstddef>
-#include <fstream>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,10 +24,12 @@ struct ObjStatement
 class ObjStatements
 {
 public:
-    explicit ObjStatements(std::string const& path) : m_in(path, std::ios::binary) {}
+    explicit ObjStatements(std::string const& path)
+        : m_file(gx_open_file(utString(path), m_reason)), m_in(m_file.get())
+    {}
 
     /// Whether the file could be opened.
-    bool good() const { return m_in.is_open(); }
+    bool good() const { return m_file != nullptr; }
 
     /// @return false at the end of the file
     bool next(ObjStatement& statement);
@@ -34,7 +37,9 @@ public:
 private:
     bool next_line(std::string& line);
 
-    std::ifstream m_in;
+    utString m_reason;
+    gxFile m_file;
+    gxFileStream m_in;
     std::size_t m_line = 0;
     std::string m_held;   ///< what was read up to a LF
     std::size_t m_at = 1; ///< where in it the next line begins; beyond its end after the last one

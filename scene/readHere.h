@@ -15,7 +15,7 @@ Expected<scScene> read_materials_here(std::string const& path);
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path);
 Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImageFileFormat format);
 
-// What to read: the helper's first argument; a path follows.
+// Kinds of contents: the helper's first argument. A path follows.
 inline constexpr char materials_wanted[] = "materials";
 inline constexpr char surfaces_wanted[] = "surfaces";
 inline constexpr char image_wanted[] = "image:"; ///< and the number of the format

@@ -1,4 +1,4 @@
-// What is to be said of a scene and of what was made of it.
+// Notes on a scene and on the materials made of it.
 #pragma once
 
 #include "scExport.h"
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// What a note means to whoever gets it.
+/// The weight of a note.
 enum scNoteKind : unsigned char
 {
     scNoteFailed,   ///< something could not be read; the result lacks it

@@ -95,7 +95,7 @@ Expected<Image> read_image_of(scReadOptions const& options, std::string const& p
     return image;
 }
 
-/// The bytes as a file that only this process and its children see; null with errno where there is no memory.
+/// The bytes as a file that only this process and its children see; null with errno on failure.
 gxFile make_memory_file(std::string const& bytes)
 {
     int const descriptor = memfd_create("image", MFD_CLOEXEC);

@@ -1,4 +1,4 @@
-// What is in a scene file.
+// The contents of a scene file.
 #pragma once
 
 #include "giTriBlock.h"
@@ -32,7 +32,7 @@ struct scMaterial
     std::string texture;                 ///< path of a texture file as the scene gives it; empty for none
     std::optional<std::size_t> embedded; ///< index of the scene's image that is the texture instead
 
-    /// What failed comes first, what is left out last.
+    /// Failures come first, omissions last.
     std::vector<scNote> notes;
 
     bool textured() const { return !texture.empty() || embedded; }

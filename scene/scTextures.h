@@ -35,7 +35,7 @@ public:
     bool lies_outside(scMaterial const& material) const;
 
     /// Reads the image of the material's texture; only for a material that is textured().
-    /// @param reason  receives in words why there is none
+    /// @param reason  receives the reason for a failure, in words
     /// @return the image, which later calls may return again, or null
     dgCounted<dgDuctImage> read(scMaterial const& material, std::string& reason);
 

@@ -100,7 +100,7 @@ inline void exchange(sandbox::WireReader& wire, dgCounted<dgDuctImage>& image)
     image = make_image(width, height, pixels);
 }
 
-/// An answer: a value, or why there is none.
+/// An answer: a value, or the reason for a failure.
 template <class Wire, class T>
 void exchange(Wire& wire, sc::Expected<T>& answer)
 {

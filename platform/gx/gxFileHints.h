@@ -1,4 +1,4 @@
-// What a file's name and its first bytes tell of it. Used inside the project; not installed.
+// Hints at a file's format: its name and its first bytes. Used inside the project; not installed.
 #pragma once
 
 #include "gxImageFileUtils.h"
@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <string>
 
-/// The extension of the path's last component without the point, in lower case; empty when there is none.
+/// The extension of the path's last component without the point, in lower case; empty without one.
 inline std::string gx_extension(std::string const& path)
 {
     char const* const found = gxImageFileUtils::get_extension(path.c_str(), '.');

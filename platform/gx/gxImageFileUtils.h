@@ -49,7 +49,7 @@ public:
     /// loader does: read such files in a process of their own. A JPEG, BMP, ICO or PNM file that ends before
     /// its image does is refused, a GIF file may give the part that was there. What is no regular file is
     /// refused without being read. Nothing is written to standard error.
-    /// @param reason  where not null, receives in words why there is no image
+    /// @param reason  where not null, receives the reason for a failure, in words
     /// @return a new image without a name and without references, or null
     static dgDuctImage* read_image_file(utString const& path, gxImageFileFormat format,
                                         utString* reason = nullptr);

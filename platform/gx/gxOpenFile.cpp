@@ -36,7 +36,7 @@ gxFile open_regular(int descriptor, utString& reason)
     return nullptr;
 }
 
-/// What a stream reads and writes a file through.
+/// The buffer between a stream and its file.
 class FileBuffer : public std::streambuf
 {
 public:
@@ -114,7 +114,7 @@ gxFile gx_create_file(utString const& path, char const* mode)
 gxFileStream::gxFileStream(std::FILE* file)
     : std::iostream(nullptr), m_buffer(std::make_unique<FileBuffer>(file))
 {
-    rdbuf(m_buffer.get());
+    rdbuf(file ? m_buffer.get() : nullptr);
 }
 
 gxFileStream::~gxFileStream() = default;

@@ -39,7 +39,7 @@ UT_API gxFile gx_create_file(utString const& path, char const* mode);
 class UT_API gxFileStream : public std::iostream
 {
 public:
-    /// @param file  borrowed
+    /// @param file  borrowed; null makes a stream that has failed
     explicit gxFileStream(std::FILE* file);
     ~gxFileStream() override;
 

@@ -48,9 +48,9 @@ public:
     /// rows.
     ///
     /// @param texts        receives the text entries (tEXt, zTXt, iTXt), bytes as they are; of two with the
-    ///                     same key the later one. Unchanged when there is no image
+    ///                     same key the later one. Unchanged on failure
     /// @param pixel_limit  at most max_pixels
-    /// @param reason       where not null, receives in words why there is no image
+    /// @param reason       where not null, receives the reason for a failure, in words
     /// @return a new image without a name and without references, or null
     static dgDuctImage* read_file(std::FILE* file, utStringutStringcoTable& texts,
                                   std::int64_t pixel_limit = max_pixels, utString* reason = nullptr);

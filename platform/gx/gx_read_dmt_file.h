@@ -31,7 +31,7 @@ constexpr double gx_dmt_crease_angle = 50.0;
 ///
 /// @param path       path of the file
 /// @param blocks     receives the new blocks, which are the caller's
-/// @param reason     where not null, receives in words why there are none
+/// @param reason     where not null, receives the reason for a failure, in words
 /// @param materials  where not null, receives for each new block the name of its material, as the file has
 ///                   it or as Assimp makes it up; may be empty
 /// @return 1 when there is at least one block, else 0 with @p blocks and @p materials unchanged

@@ -54,7 +54,7 @@ int reMatcher::compile(int, utString& error, int& position)
     if (m_engine->code)
         m_engine->match.reset(pcre2_match_data_create_from_pattern(m_engine->code.get(), nullptr));
     if (m_engine->match) {
-        // Where there is no such compiler the match is interpreted.
+        // Without such a compiler the match is interpreted.
         pcre2_jit_compile(m_engine->code.get(), PCRE2_JIT_COMPLETE);
         return 1;
     }

@@ -29,7 +29,7 @@ public:
     int invalid() const { return m_valid ? 0 : 1; }
     void set_invalid();
 
-    /// 1 when there is no character, also when invalid.
+    /// 1 without characters, also when invalid.
     int empty() const { return m_text.empty() ? 1 : 0; }
     std::size_t length() const { return m_text.length(); }
 

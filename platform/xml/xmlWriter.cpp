@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view break_start = "<!--";
 constexpr std::string_view break_end = "-->";
 
-/// What stands in the file for a byte of text; nothing for a byte that stands there itself.
+/// The text that stands in the file for a byte; empty for a byte that stands there itself.
 std::array<std::string_view, 256> make_replacements()
 {
     std::array<std::string_view, 256> made;

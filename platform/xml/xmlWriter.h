@@ -28,7 +28,7 @@ public:
     explicit xmlWriter(xmlDocument const* document) : m_document(document) {}
 
     /// Writes the root element and what is in it; the line break after its closing tag is the last character.
-    /// @return 1, or 0 when there is no root or the stream failed
+    /// @return 1, or 0 for a document without a root and when the stream failed
     int write(std::ostream& out) const;
 
 private:

@@ -39,7 +39,7 @@ struct ChildResult
 /// The exit status by which a child says that it could get no more memory.
 inline constexpr int child_out_of_memory = 77;
 
-/// Runs a program and waits for its end or the limits, at which it is killed. Afterwards there is no child.
+/// Runs a program and waits for its end or the limits, at which it is killed. The child is gone afterwards.
 ///
 /// Its standard output is caught, what it writes to standard error is shown to nobody, and it dies with its
 /// parent, however that ends.
@@ -51,7 +51,7 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
 /// @param last_words  what it wrote to standard error, the end of it at least
 void judge(int status, std::string const& last_words, ChildResult& result);
 
-/// What became of a child that did not finish with status 0, in words: "took longer than 60 s".
+/// Describes how a child failed, one that did not finish with status 0: "took longer than 60 s".
 std::string describe(ChildResult const& result, ChildLimits const& limits);
 
 /// Takes what a pipe or a socket holds; waits while it holds nothing.

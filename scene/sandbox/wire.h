@@ -135,7 +135,7 @@ public:
             (*this)(values.emplace_back());
     }
 
-    /// What WireWriter::array wrote, given to @p append value by value.
+    /// Reads an array of WireWriter::array and hands it to @p append value by value.
     template <class T, class Append>
     void array(Append append)
     {

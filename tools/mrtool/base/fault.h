@@ -8,18 +8,18 @@
 
 namespace mrtool {
 
-/// What went wrong, in words for the user, and where.
+/// An error in words for the user, and its place.
 struct Fault
 {
     std::string words;
     std::int64_t line = 0; ///< of the file, from 1; 0 when the words are about no line
 };
 
-/// A value, or why there is none.
+/// A value, or the fault that prevented it.
 template <class T = void>
 using Result = tl::expected<T, Fault>;
 
-/// What a function with a Result returns when it fails.
+/// Makes the Result of a function that fails.
 inline tl::unexpected<Fault> fail(std::string words, std::int64_t line = 0)
 {
     return tl::unexpected(Fault{std::move(words), line});

@@ -1,4 +1,4 @@
-// What kind a file is, by its content and its name.
+// The kind of a file, by its content and its name.
 #pragma once
 
 #include "gxImageFileUtils.h"

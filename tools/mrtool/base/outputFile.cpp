@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The path of the temporary file, for a signal handler to remove; null when there is none.
+/// The path of the temporary file, for a signal handler to remove, or null.
 std::atomic<char const*> pending_path = nullptr;
 
 void remove_and_end(int signal)

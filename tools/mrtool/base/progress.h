@@ -1,4 +1,4 @@
-// What the program writes to standard error while it works.
+// Messages on standard error while the program works.
 #pragma once
 
 #include "fault.h"

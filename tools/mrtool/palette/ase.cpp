@@ -131,7 +131,7 @@ constexpr Model models[] = {
     {"GRAY", 1, convert_gray, "converted from gray: "},
 };
 
-/// @return null when there is none of that name, in capitals or not
+/// @return null for another name; letters count in either case
 Model const* find_model(std::string_view name)
 {
     auto const found = std::find_if(std::begin(models), std::end(models), [&](Model const& each) {

@@ -147,7 +147,7 @@ public:
         return fail(describe(end, m_limits.job));
     }
 
-    /// The process that did not do its job; -1 while there is none.
+    /// The process that did not do its job; -1 without one.
     pid_t lost_process() const { return m_lost; }
 
     bool is_worn_out() const { return m_jobs >= m_limits.jobs || read_resident() >= m_limits.resident; }

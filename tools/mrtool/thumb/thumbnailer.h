@@ -14,7 +14,7 @@
 
 namespace mrtool {
 
-/// What thumbnails look like.
+/// The look of thumbnails.
 struct ThumbStyle
 {
     static constexpr int max_side = 8191;
