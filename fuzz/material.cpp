@@ -50,7 +50,7 @@ void try_info(MemoryFile const& input)
 {
     mrtool::FileInfo info;
     mrtool::read_file_info(input.path(), info);
-    require(info.is_read() || !info.fault.empty(), "mrtool says what is wrong with a file");
+    require(info.is_read() || !info.fault.words.empty(), "mrtool says what is wrong with a file");
     make_text(info);
     make_json(info);
 }
