@@ -56,16 +56,3 @@ TEST(mrFMPlainMat, RefusesWhatIsOutOfItsBounds)
     EXPECT_EQ(read(changed("refractive_index", "10000000"), other), 1);
     EXPECT_FALSE(other == *original);
 }
-
-TEST(mrFMPlainMat, IsMadeAnewWithSomeValuesChanged)
-{
-    mrPlainMatValues values = original->values();
-    EXPECT_EQ(mrFMPlainMat(values), *original);
-    values.polish = 0.75;
-    values.shader_definition = "";
-    mrFMPlainMat const polished(values);
-    EXPECT_EQ(polished.polish(), 0.75);
-    EXPECT_TRUE(polished.shader_definition().invalid());
-    EXPECT_EQ(polished.properties(), original->properties());
-    EXPECT_FALSE(polished == *original);
-}

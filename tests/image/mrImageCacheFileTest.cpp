@@ -26,26 +26,6 @@ std::string make_file()
 
 } // namespace
 
-TEST(mrImageCacheFile, HoldsLimitsLinesAndImages)
-{
-    std::string const bytes = make_file();
-    mrFault fault;
-    for (bool const keep_pixels : {false, true}) {
-        mrImageCacheFile file;
-        ASSERT_EQ(file.read(mrSource::from_memory(bytes), {}, keep_pixels, fault), mrFileMatReadOK);
-        EXPECT_EQ(file.limits().first, 20);
-        EXPECT_EQ(file.limits().second, 5);
-        ASSERT_EQ(file.lines().size(), 2u);
-        EXPECT_EQ(file.lines()[1].first, -1294967296);
-        mrBlockImage const* const image = file.images().find("-1294967296");
-        ASSERT_TRUE(image);
-        EXPECT_EQ(image->name, "own");
-        EXPECT_EQ(image->width, 2);
-        EXPECT_EQ(image->height, 1);
-        EXPECT_EQ(image->image != nullptr, keep_pixels);
-    }
-}
-
 TEST(mrImageCacheFile, KeepsTheLastImageOfATitleInTheFirstPlace)
 {
     std::string const bytes = make_file();

@@ -4,8 +4,6 @@
 #include "giColour.h"
 #include "mrTest.h"
 
-#include <gmock/gmock.h>
-
 TEST(mrRecolouredImage, FollowsTheRuleForEveryComponentUnderEveryChannel)
 {
     auto* const image = new dgDuctImage("ramp", 257, 1); // no number of pixels to be worked on together
@@ -57,18 +55,4 @@ TEST(mrRecolouredImage, CountsReferencesAsItSays)
     delete colour;
     resultant->unreference();
     image->unreference();
-}
-
-TEST(mrRecolouredImage, ReportsWhatIsMissingAndReadsNone)
-{
-    mrRecolouredImage empty;
-    EXPECT_EQ(empty.resultant_image(), nullptr);
-    mrRecolouredImage const without_image(nullptr, giColour(1, 2, 3, 0));
-    EXPECT_TRUE(without_image != empty);
-    EXPECT_TRUE(without_image == without_image);
-    EXPECT_EQ(mrRecolouredImage(without_image).colour(), giColour(1, 2, 3, 0));
-    EXPECT_EQ((empty = mrRecolouredImage()).colour(), giColour());
-    std::string const source = "source/image/mrRecolouredImage.cpp: ";
-    EXPECT_THAT(reports(), testing::ElementsAre(source + "State", source + "Invalid resultant imsge",
-                                                source + "Args", source + "Args", source + "Args"));
 }

@@ -2,9 +2,7 @@
 
 #include "mrTest.h"
 
-#include <random>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -60,31 +58,4 @@ TEST(coTable, KeepsEntriesInTheOrderInWhichTheirKeysWereFirstSet)
     texts[""] = "empty";
     EXPECT_FALSE(texts.member(utString()));
     EXPECT_EQ(texts.size(), 101u);
-}
-
-TEST(coTable, StaysWhatItIsThroughManyRemovals)
-{
-    coTable<utString, int> table(4, 50);
-    std::vector<std::pair<utString, int>> expected;
-    std::minstd_rand numbers;
-    for (int i = 0; i < 20000; ++i) {
-        utString const key = utString("").append_integer(i);
-        table[key] = i;
-        expected.emplace_back(key, i);
-        // Fewer and fewer at first, then more again, from every place.
-        for (unsigned int more = i % 2000 < 1000 ? 2 : 0; more > 0 && !expected.empty(); --more) {
-            auto const gone = expected.begin() + static_cast<int>(numbers() % expected.size());
-            EXPECT_EQ(table.remove(gone->first), 1);
-            EXPECT_EQ(table.remove(gone->first), 0);
-            expected.erase(gone);
-        }
-    }
-    ASSERT_EQ(table.size(), expected.size());
-    auto entry = table.begin();
-    for (auto const& [key, value] : expected) {
-        EXPECT_EQ(entry->key, key);
-        EXPECT_EQ((entry++)->value, value);
-        EXPECT_EQ(table.read(key), value);
-    }
-    EXPECT_EQ(entry, table.end());
 }
