@@ -10,9 +10,6 @@ void try_input(std::string const& bytes);
 /// @param words  what should have held
 void require(bool condition, char const* words);
 
-/// How many preconditions were reported as broken until now.
-long report_count();
-
 /// A file in memory, for readers and writers that take a path.
 class MemoryFile
 {

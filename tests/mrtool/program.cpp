@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <sys/wait.h>
 
 Outcome run_mrtool(std::string const& arguments, std::string const& before, std::string const& output)
@@ -78,6 +79,11 @@ dgCounted<dgDuctImage> read_png(std::string const& path)
     auto image = dg_hold(gxImageFileUtils::read_image_file(utString(path), gxImageFilePNG, &reason));
     EXPECT_TRUE(image) << path << ": " << reason.c_str();
     return image ? std::move(image) : dg_hold(new dgDuctImage("", 1, 1));
+}
+
+std::ptrdiff_t files_in(std::string const& folder)
+{
+    return std::distance(std::filesystem::directory_iterator(folder), std::filesystem::directory_iterator());
 }
 
 std::string pixel(dgDuctImage const& image, int x, int y)

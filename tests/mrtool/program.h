@@ -8,6 +8,7 @@
 #include "dgDuctImage.h"
 #include "giColour.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ void write_material(std::string const& path, std::vector<giColour> const& colour
                     std::vector<std::string> const& layers = {}, std::vector<std::string> const& images = {});
 
 dgCounted<dgDuctImage> read_png(std::string const& path);
+
+/// How many files and folders are in it.
+std::ptrdiff_t files_in(std::string const& folder);
 
 /// The pixel as "red green blue".
 std::string pixel(dgDuctImage const& image, int x, int y);

@@ -40,15 +40,6 @@ TEST(childProcess, is_killed_at_its_limits)
     EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD) << "a child is left";
 }
 
-TEST(childProcess, says_what_could_not_be_started)
-{
-    ChildResult const result = run_child({"/nowhere"}, {});
-    EXPECT_EQ(result.end, ChildEnd::not_started);
-    EXPECT_EQ(result.code, ENOENT);
-    // Not a child that ends with the status that a shell has for it.
-    EXPECT_EQ(shell("exit 127").end, ChildEnd::finished);
-}
-
 TEST(childProcess, is_given_a_limit_of_memory)
 {
     std::string const limit = shell("ulimit -v").output;

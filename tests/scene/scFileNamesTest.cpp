@@ -22,11 +22,3 @@ TEST(scFileNames, keeps_letters_of_any_script_and_hides_nothing)
         name += "ü";
     EXPECT_EQ(scFileNames::make_safe(name), name.substr(0, 99));
 }
-
-TEST(scFileNames, hands_out_no_name_twice)
-{
-    scFileNames names;
-    EXPECT_EQ(names.make_unique("a/b"), "a_b");
-    EXPECT_EQ(names.make_unique("a_b-2"), "a_b-2");
-    EXPECT_EQ(names.make_unique("a?b"), "a_b-3");
-}

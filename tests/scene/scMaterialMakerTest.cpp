@@ -2,8 +2,6 @@
 
 #include "mrTest.h"
 
-#include "mrFileMat.h"
-#include "mrFMFacet.h"
 #include "mrFMPlainMat.h"
 
 #include <gmock/gmock.h>
@@ -48,25 +46,4 @@ TEST(scMaterialMaker, brings_values_into_range_and_says_so)
     EXPECT_EQ(second->diffuse_colour(), giColour(255, 255, 255, 0));
     EXPECT_THAT(scNote::lines(notes), ElementsAre("the shininess of 4000 is taken as 1000",
                                                   "the transparency of nan is taken as 0"));
-}
-
-TEST(scMaterialMaker, makes_a_material_without_the_texture_that_it_lacks)
-{
-    scScene scene;
-    scene.path = "/nowhere/a.obj";
-    scene.materials.resize(2);
-    scene.materials[1].embedded = 7;
-    scene.materials[1].notes = {{scNoteLeftOut, "the sheen", {}}};
-    scReader const reader;
-    scMaterialMaker maker(scene, reader);
-    std::vector<scNote> notes;
-    auto const made = maker.make(1, notes);
-    ASSERT_EQ(made->facets().size(), 1u);
-    EXPECT_EQ((*made->facets().begin())->plain_mat().name(), "material 2");
-    EXPECT_TRUE(made->images().empty());
-    EXPECT_EQ(made->file_props().size(), 1u); // it has no name of its own
-    EXPECT_TRUE(scNote::any_failed(notes));
-    EXPECT_THAT(scNote::lines(notes),
-                ElementsAre("written without its texture \"texture-8\": the scene has no such image",
-                            "not carried over, a material file has no place for it: the sheen"));
 }

@@ -2,8 +2,6 @@
 
 #include "mrTest.h"
 
-#include <gmock/gmock.h>
-
 TEST(scNote, puts_arguments_into_words_whatever_is_in_them)
 {
     scNote const note{scNoteChanged, "%2 of %1 is 100% %3 %", {"%2", "a%1"}};
@@ -15,16 +13,4 @@ TEST(scNote, puts_arguments_into_words_whatever_is_in_them)
     std::string const cut = longest.words();
     EXPECT_EQ(cut.size(), scNote::max_words);
     EXPECT_TRUE(cut.ends_with("a ... (cut)"));
-}
-
-TEST(scNote, tells_what_is_left_out_in_one_line)
-{
-    std::vector<scNote> const notes = {{scNoteLeftOut, "the sheen", {}},
-                                       {scNoteOutside, "its texture \"%1\"", {"a.png"}},
-                                       {scNoteLeftOut, "the bump map \"%1\"", {"b.png"}}};
-    EXPECT_THAT(scNote::lines(notes),
-                testing::ElementsAre("its texture \"a.png\"",
-                                     "not carried over, a material file has no place for it: "
-                                     "the sheen, the bump map \"b.png\""));
-    EXPECT_FALSE(scNote::any_failed(notes));
 }

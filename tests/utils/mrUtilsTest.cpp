@@ -90,21 +90,6 @@ TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)
     EXPECT_EQ(mrUtils::read_images(no_path, 0, in.table) + mrUtils::write_images(out.table, no_path), 0);
 }
 
-TEST_F(mrUtilsTest, WritingStopsAtTheFirstThatFails)
-{
-    EXPECT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
-    EXPECT_FALSE(std::filesystem::exists(path));
-
-    out.add("a");
-    for (std::string const& bad : {folder.path("missing/block"), std::string("/dev/full")})
-        EXPECT_EQ(mrUtils::write_images(out.table, bad.c_str()), 0) << bad;
-    out.table["null"] = nullptr;
-    out.add("b");
-    EXPECT_EQ(mrUtils::write_images(out.table, path.c_str()), 0);
-    EXPECT_EQ(mrUtils::read_images(path.c_str(), 0, in.table), 1);
-    EXPECT_EQ(in.table.size(), 1u);
-}
-
 TEST_F(mrUtilsTest, HashesAFileByPathDateAndSize)
 {
     for (char const* name : {"ab", "ba", "longer"})

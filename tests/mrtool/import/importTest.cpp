@@ -34,11 +34,6 @@ std::string property(mrFileMat const& material, char const* name)
     return "";
 }
 
-std::ptrdiff_t files_in(std::string const& folder)
-{
-    return std::distance(fs::directory_iterator(folder), fs::directory_iterator());
-}
-
 /// Imports one scene of the folder into "out" below it.
 Outcome import(TestFolder const& folder, std::string const& scene, std::string const& options = {})
 {

@@ -91,7 +91,7 @@ TEST(mrtool_palette, converts_and_says_what_it_changes)
     EXPECT_THAT(read_bytes(folder.path("a.pcp")), StartsWith("rgb8 1 2 3 Grey 1\n"));
 
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;").status, 1);
-    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path("")), fs::directory_iterator()), 2);
+    EXPECT_EQ(files_in(folder.path("")), 2);
 }
 
 TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)

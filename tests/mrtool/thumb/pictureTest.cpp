@@ -54,12 +54,8 @@ void expect_picture(std::string const& material, std::string const& name)
 
 } // namespace
 
-TEST(mrtool_thumb, draws_the_pie_of_several_facets_as_before)
+TEST(mrtool_thumb, draws_one_facet_and_several_as_before)
 {
     expect_picture("sampler.multimat", "pie");
-}
-
-TEST(mrtool_thumb, draws_the_sphere_of_one_facet_as_before)
-{
     expect_picture("oak.multimat", "sphere");
 }

@@ -16,11 +16,6 @@ using testing::Not;
 
 namespace {
 
-std::size_t files_in(std::string const& folder)
-{
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-}
-
 using Point = std::array<float, 3>;
 
 /// Blades from the middle upwards, to the right and to the front.
@@ -34,25 +29,6 @@ std::string stl_blades(std::span<Point const> tips)
 }
 
 } // namespace
-
-TEST(mrtool_thumb, shows_a_texture_upright_and_not_mirrored)
-{
-    TestFolder const folder;
-    write_material(folder.path("a.multimat"), {giColour(255, 255, 255, 0)}, {"picture"}, {"picture"});
-    EXPECT_EQ(run_mrtool("thumb " + folder.path("a.multimat") + " --background 0000ff").status, 0);
-    auto const thumb = read_png(folder.path("a.multimat.thumb.png"));
-    EXPECT_EQ(pixel(*thumb, 0, 0), "0 0 255");
-    // The layer tints red, green, blue and white with (255, 128, 0).
-    auto const strongest = [&](int x, int y) {
-        short is[4];
-        thumb->get_pixel(x, y, is);
-        return is[0] > 100 ? (is[1] > 50 ? "white" : "red") : is[1] > 50 ? "green" : "blue";
-    };
-    EXPECT_STREQ(strongest(80, 80), "red");
-    EXPECT_STREQ(strongest(176, 80), "green");
-    EXPECT_STREQ(strongest(80, 176), "blue");
-    EXPECT_STREQ(strongest(176, 176), "white");
-}
 
 TEST(mrtool_thumb, sees_meshes_from_the_front_right_and_above)
 {
@@ -104,7 +80,7 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
         EXPECT_THAT(made.errors, HasSubstr(said));
     // The library's own report of it is dropped.
     EXPECT_EQ(std::count(made.errors.begin(), made.errors.end(), '\n'), 6) << made.errors;
-    EXPECT_EQ(files_in(folder.path("out")), 2u);
+    EXPECT_EQ(files_in(folder.path("out")), 2);
 }
 
 TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
@@ -118,13 +94,13 @@ TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
     EXPECT_EQ(full.status, 1);
     EXPECT_THAT(full.errors, HasSubstr("a.png: " + output + " cannot be written: "));
     EXPECT_EQ(read_bytes(output), "as it was");
-    EXPECT_EQ(files_in(folder.path("")), 2u);
+    EXPECT_EQ(files_in(folder.path("")), 2);
 
-    EXPECT_EQ(run_mrtool("thumb " + input + " --size 64x48").status, 0);
+    EXPECT_EQ(run_mrtool("thumb " + input + " --size 64x48 --background 0000ff").status, 0);
     EXPECT_EQ(read_png(output)->width(), 64);
     EXPECT_EQ(read_png(output)->height(), 48);
     EXPECT_EQ(pixel(*read_png(output), 12, 4), "255 0 0");
-    EXPECT_EQ(pixel(*read_png(output), 4, 4), "240 240 240");
+    EXPECT_EQ(pixel(*read_png(output), 4, 4), "0 0 255");
 }
 
 TEST(mrtool_thumb, draws_images_without_a_renderer)
@@ -137,5 +113,5 @@ TEST(mrtool_thumb, draws_images_without_a_renderer)
     EXPECT_EQ(outcome.status, 1);
     EXPECT_THAT(outcome.errors, HasSubstr("a.multimat: no renderer: "));
     EXPECT_THAT(outcome.errors, Not(HasSubstr("b.png")));
-    EXPECT_EQ(files_in(folder.path("")), 3u);
+    EXPECT_EQ(files_in(folder.path("")), 3);
 }

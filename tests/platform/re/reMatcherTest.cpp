@@ -35,18 +35,6 @@ TEST(reMatcher, CountsTheGroupsUpToTheHighestThatTookPart)
     EXPECT_TRUE(matcher.get_substring(0).invalid());
 }
 
-TEST(reMatcher, SaysWhatIsWrongWithAPattern)
-{
-    reMatcher matcher("ab(");
-    utString error;
-    int position = 0;
-    EXPECT_EQ(matcher.match("ab(", 0), 0);
-    EXPECT_EQ(matcher.compile(0, error, position), 0);
-    EXPECT_FALSE(error.empty());
-    EXPECT_EQ(position, 3);
-    EXPECT_EQ(matcher.match("ab(", 0), 0);
-}
-
 TEST(reMatcher, GivesUpWhereAMatchTakesTooLong)
 {
     Compiled matcher("^(a+)+$");

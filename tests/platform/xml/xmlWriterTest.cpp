@@ -49,23 +49,6 @@ std::size_t longest_line(std::string const& file)
 
 } // namespace
 
-TEST(xmlWriter, WritesOneElementALine)
-{
-    xmlDocument document;
-    xmlElement& root = document.create_element("multimat");
-    document.append_child(root);
-    xmlUtils::append_child_text_element(root, "name", "a<b>&\"c'\r\x1f");
-    xmlElement& group = xmlUtils::append_child_text_element(root, "group", "");
-    xmlUtils::append_child_text_element(group, "empty", "");
-
-    EXPECT_EQ(written(document), "<multimat>\n"
-                                 "  <name>a&lt;b&gt;&amp;\"c'&#13;?</name>\n"
-                                 "  <group>\n"
-                                 "    <empty></empty>\n"
-                                 "  </group>\n"
-                                 "</multimat>\n");
-}
-
 TEST(xmlWriter, BreaksLinesOnlyWhereTheyWouldGrowTooLongAndPartsNoCharacter)
 {
     using Unit = std::pair<std::string_view, std::size_t>;
