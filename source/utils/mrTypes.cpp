@@ -24,17 +24,16 @@ constexpr Word<mrTexLayerType> layer_types[] = {{mrTexLayerColour, "colour"}};
 constexpr Word<mrColourEncoding> encodings[] = {
     {mrColourEncodingRgb8, "rgb8"}, {mrColourEncodingCmy8, "cmy8"}, {mrColourEncodingCmyk, "cmyk"}};
 
-/// @param name  the enumeration in the report
+/// @return 1, or 0 when the value has no word
 template <class Enum, std::size_t count>
-void print_word(Word<Enum> const (&words)[count], char const* name, Enum value, utString& out)
+int print_word(Word<Enum> const (&words)[count], Enum value, utString& out)
 {
     for (Word<Enum> const& word : words)
         if (word.value == value) {
             out += word.text;
-            return;
+            return 1;
         }
-    ut_report_assert_failure(__FILE__, __LINE__,
-                             ut_build_assert_varargs("%s: %d", name, static_cast<int>(value)));
+    return 0;
 }
 
 /// @param out  an Enum or an int
@@ -53,22 +52,26 @@ int parse_word(Word<Enum> const (&words)[count], utString const& text, Out& out)
 
 void mrTypes::print(mrMatPropType value, utString& out)
 {
-    print_word(prop_types, "enum mrMatPropType", value, out);
+    UT_REQUIRE(print_word(prop_types, value, out),
+               ut_build_assert_varargs("enum mrMatPropType: %d", static_cast<int>(value)));
 }
 
 void mrTypes::print(mrImageEncapsulationType value, utString& out)
 {
-    print_word(encapsulation_types, "Enum mrImageEncapsulationType", value, out);
+    UT_REQUIRE(print_word(encapsulation_types, value, out),
+               ut_build_assert_varargs("Enum mrImageEncapsulationType: %d", static_cast<int>(value)));
 }
 
 void mrTypes::print(mrTexLayerType value, utString& out)
 {
-    print_word(layer_types, "Enum mrTexLayerType", value, out);
+    UT_REQUIRE(print_word(layer_types, value, out),
+               ut_build_assert_varargs("Enum mrTexLayerType: %d", static_cast<int>(value)));
 }
 
 void mrTypes::print(mrColourEncoding value, utString& out)
 {
-    print_word(encodings, "Enum mrColourEncoding", value, out);
+    UT_REQUIRE(print_word(encodings, value, out),
+               ut_build_assert_varargs("Enum mrColourEncoding: %d", static_cast<int>(value)));
 }
 
 int mrTypes::parse(utString const& text, mrMatPropType& out)

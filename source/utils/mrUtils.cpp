@@ -62,25 +62,21 @@ giColour convert_cmyk(doublecoDList const& values)
     return giColour(convert(values[0]), convert(values[1]), convert(values[2]), 0);
 }
 
-/// A line of a palette file with a colour of one encoding.
+/// A line of a palette file with a colour of one encoding. Groups of the pattern: the keyword, the components, the name.
 struct PaletteLine
 {
     mrColourEncoding encoding;
-    int components; ///< their number
-    int most;       ///< the largest component; the smallest is 0
+    char const* pattern;
+    char const* unexpected; ///< the report of another keyword
+    int components;         ///< their number
+    int most;               ///< the largest component; the smallest is 0
 };
 
 constexpr PaletteLine palette_lines[] = {
-    {mrColourEncodingRgb8, 3, 255}, {mrColourEncodingCmy8, 3, 255}, {mrColourEncodingCmyk, 4, 100}};
-
-/// Makes a pattern of these groups: the keyword, the components, the name.
-utString make_pattern(PaletteLine const& kind)
-{
-    std::string pattern = ut_concat("^(", mrTypes::find_word(kind.encoding), ")");
-    for (int i = 0; i < kind.components; ++i)
-        pattern += " +([0-9]+)";
-    return utString(pattern + " ?(.*)$");
-}
+    {mrColourEncodingRgb8, "^(rgb8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected rgb8!", 3, 255},
+    {mrColourEncodingCmy8, "^(cmy8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmy8!", 3, 255},
+    {mrColourEncodingCmyk, "^(cmyk) +([0-9]+) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmyk!", 4,
+     100}};
 
 utString trim_spaces(utString const& text)
 {
@@ -100,8 +96,7 @@ utString strip_line(utString line)
 class PaletteLineReader
 {
 public:
-    explicit PaletteLineReader(PaletteLine const& kind)
-        : m_kind(kind), m_keyword(mrTypes::find_word(kind.encoding)), m_matcher(make_pattern(kind))
+    explicit PaletteLineReader(PaletteLine const& kind) : m_kind(kind), m_matcher(kind.pattern)
     {
         utString error;
         int position = 0;
@@ -113,7 +108,7 @@ public:
 
     mrPaletteFileError read_components(doublecoDList& components) const
     {
-        UT_REQUIRE(m_matcher.get_substring(1) == m_keyword, utString(ut_concat("Expected ", m_keyword, "!")));
+        UT_REQUIRE(m_matcher.get_substring(1) == mrTypes::find_word(m_kind.encoding), m_kind.unexpected);
         for (int i = 0; i < m_kind.components; ++i) {
             int value = 0;
             if (!m_matcher.get_substring(i + 2).parse(value))
@@ -138,7 +133,6 @@ public:
 
 private:
     PaletteLine const& m_kind;
-    utString m_keyword;
     reMatcher m_matcher;
 };
 
