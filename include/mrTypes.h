@@ -83,9 +83,6 @@ public:
     /// Appends the word of the value.
     /// @report "Enum mrTexLayerType: %d", as above
     static void print(mrTexLayerType value, utString& out);
-    /// Appends the keyword of the encoding in palette files.
-    /// @report "Enum mrColourEncoding: %d", as above, for mrColourEncodingNone too
-    static void print(mrColourEncoding value, utString& out);
 
     /// Returns the word of the value as print() appends it, an invalid string after a report.
     template <class Enum>

@@ -82,6 +82,10 @@ public:
     /// Characters of the longest line of a palette file.
     static constexpr int max_palette_line = 1023;
 
+    /// The word that begins the lines of an encoding in a palette file: "rgb8", "cmy8" or "cmyk".
+    /// @return null for any other encoding
+    static char const* find_palette_keyword(mrColourEncoding encoding);
+
     /// Appends the colours of a palette file, one a line:
     ///
     ///     rgb8 RED GREEN BLUE [NAME]             0 to 255 each
@@ -101,9 +105,9 @@ public:
     static mrPaletteFileError read_pcp(std::istream& in, mrColourPalette& palette);
 
     /// The same for any source, with the reason for a failure.
-    /// @param fault  receives the line in error and the reason; with mrPaletteFileOK, the line that ended the reading
-    ///               because it is too long
-    /// @return also mrPaletteFileOpenFailed, and mrPaletteFileBadFormat when reading fails before the end
+    /// @param fault  receives the line in error and the reason; with mrPaletteFileOK, what ended the reading too early:
+    ///               a line that is too long, or, without a line, a failure to read
+    /// @return also mrPaletteFileOpenFailed
     static mrPaletteFileError read_pcp(mrSource const& source, mrColourPalette& palette, mrFault& fault);
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream

@@ -5,7 +5,6 @@
 
 #include "utAssert.h"
 
-#include <fstream>
 #include <new>
 #include <utility>
 

@@ -97,9 +97,10 @@ void mrImageCache::remove_image(unsigned int hash)
 int mrImageCache::write(utString const& path)
 {
     UT_CHECK_VALID(m_check);
+    UT_REQUIRE(!invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
     mrFault ignored;
-    return mr_guard(ignored, 0, [&] { return write(mrTarget::to_path(path), ignored); });
+    return mr_guard(ignored, 0, [&] { return write_parts(mrTarget::to_path(path), ignored); });
 }
 
 int mrImageCache::write(mrTarget const& target, mrFault& fault) const
@@ -127,17 +128,19 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
         std::fwrite(text.data(), 1, text.size(), out.file()) == text.size() && std::fflush(out.file()) == 0;
     if (written)
         mr_guard(fault, 0, [&] { return mrImageBlock::write(images, out.file(), fault); });
-    out.close(fault);
-    return written;
+    // The text of a cache without images may fail to reach the file only now.
+    bool const closed = out.close(fault);
+    return written && (closed || !images.empty());
 }
 
 mrFileMatReadStatus mrImageCache::read(utString const& path)
 {
     UT_CHECK_VALID(m_check);
+    UT_REQUIRE(invalid(), "argument out of range | Args");
     UT_REQUIRE(!path.empty(), "argument out of range | Args");
     mrFault ignored;
     return mr_guard(ignored, mrFileMatBadContent,
-                    [&] { return read(mrSource::from_path(path), {}, ignored); });
+                    [&] { return read_parts(mrSource::from_path(path), {}, ignored); });
 }
 
 mrFileMatReadStatus mrImageCache::read(mrSource const& source, mrReadLimits const& limits, mrFault& fault)

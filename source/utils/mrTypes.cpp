@@ -21,9 +21,6 @@ constexpr Word<mrImageEncapsulationType> encapsulation_types[] = {
 
 constexpr Word<mrTexLayerType> layer_types[] = {{mrTexLayerColour, "colour"}};
 
-constexpr Word<mrColourEncoding> encodings[] = {
-    {mrColourEncodingRgb8, "rgb8"}, {mrColourEncodingCmy8, "cmy8"}, {mrColourEncodingCmyk, "cmyk"}};
-
 /// @return 1, or 0 when the value has no word
 template <class Enum, std::size_t count>
 int print_word(Word<Enum> const (&words)[count], Enum value, utString& out)
@@ -66,12 +63,6 @@ void mrTypes::print(mrTexLayerType value, utString& out)
 {
     UT_REQUIRE(print_word(layer_types, value, out),
                ut_build_assert_varargs("Enum mrTexLayerType: %d", static_cast<int>(value)));
-}
-
-void mrTypes::print(mrColourEncoding value, utString& out)
-{
-    UT_REQUIRE(print_word(encodings, value, out),
-               ut_build_assert_varargs("Enum mrColourEncoding: %d", static_cast<int>(value)));
 }
 
 int mrTypes::parse(utString const& text, mrMatPropType& out)

@@ -66,6 +66,7 @@ giColour convert_cmyk(doublecoDList const& values)
 struct PaletteLine
 {
     mrColourEncoding encoding;
+    char const* keyword;
     char const* pattern;
     char const* unexpected; ///< the report of another keyword
     int components;         ///< their number
@@ -73,10 +74,10 @@ struct PaletteLine
 };
 
 constexpr PaletteLine palette_lines[] = {
-    {mrColourEncodingRgb8, "^(rgb8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected rgb8!", 3, 255},
-    {mrColourEncodingCmy8, "^(cmy8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmy8!", 3, 255},
-    {mrColourEncodingCmyk, "^(cmyk) +([0-9]+) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmyk!", 4,
-     100}};
+    {mrColourEncodingRgb8, "rgb8", "^(rgb8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected rgb8!", 3, 255},
+    {mrColourEncodingCmy8, "cmy8", "^(cmy8) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmy8!", 3, 255},
+    {mrColourEncodingCmyk, "cmyk", "^(cmyk) +([0-9]+) +([0-9]+) +([0-9]+) +([0-9]+) ?(.*)$", "Expected cmyk!",
+     4, 100}};
 
 utString trim_spaces(utString const& text)
 {
@@ -108,7 +109,7 @@ public:
 
     mrPaletteFileError read_components(doublecoDList& components) const
     {
-        UT_REQUIRE(m_matcher.get_substring(1) == mrTypes::find_word(m_kind.encoding), m_kind.unexpected);
+        UT_REQUIRE(m_matcher.get_substring(1) == m_kind.keyword, m_kind.unexpected);
         for (int i = 0; i < m_kind.components; ++i) {
             int value = 0;
             if (!m_matcher.get_substring(i + 2).parse(value))
@@ -280,9 +281,10 @@ mrPaletteFileError read_palette_source(mrSource const& source, mrColourPalette& 
     gxFileStream in(file.get());
     LastLine last;
     mrPaletteFileError const error = read_palette(in, palette, last);
+    // A failing stream ends the palette as its end does.
     if (error == mrPaletteFileOK && in.bad()) {
         fault.reason = "reading it failed before its end";
-        return mrPaletteFileBadFormat;
+        return error;
     }
     if (error == mrPaletteFileOK && in.eof())
         return error;
@@ -384,6 +386,13 @@ void mrUtils::colour_from_components(mrColourEncoding encoding, doublecoDList& v
     default:
         ut_report_assert_failure(__FILE__, __LINE__, "unknown enumerator constant | Invalid format!");
     }
+}
+
+char const* mrUtils::find_palette_keyword(mrColourEncoding encoding)
+{
+    auto const line = std::find_if(std::begin(palette_lines), std::end(palette_lines),
+                                   [&](PaletteLine const& each) { return each.encoding == encoding; });
+    return line == std::end(palette_lines) ? nullptr : line->keyword;
 }
 
 mrPaletteFileError mrUtils::read_pcp(std::istream& in, mrColourPalette& palette)

@@ -2,7 +2,7 @@
 
 #include "scReader.h"
 
-#include "mrTypes.h"
+#include "mrUtils.h"
 
 #include "gxFileHints.h"
 
@@ -50,7 +50,7 @@ bool is_palette(std::string_view beginning)
         at = beginning.find_first_not_of(blank, beginning.find('\n', at));
     std::string_view const line = beginning.substr(std::min(at, beginning.size()));
     for (mrColourEncoding const encoding : {mrColourEncodingRgb8, mrColourEncodingCmy8, mrColourEncodingCmyk})
-        if (line.starts_with(mrTypes::find_word(encoding).view()))
+        if (line.starts_with(mrUtils::find_palette_keyword(encoding)))
             return true;
     return false;
 }

@@ -27,7 +27,8 @@ Result<> read_palette(mrSource const& source, mrColourPalette& palette, Fault& w
         return fail(describe_read_fault(mrFileMatOpenFailed, reason));
     if (status == mrPaletteFileOK && palette.empty() && reason.empty())
         return fail("it holds no colour");
-    if (status != mrPaletteFileOK || palette.empty())
+    bool const read_failed = !reason.empty() && fault.line == 0;
+    if (status != mrPaletteFileOK || palette.empty() || read_failed)
         return fail(reason, fault.line);
     warning = {reason, fault.line};
     return {};

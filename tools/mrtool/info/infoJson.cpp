@@ -5,6 +5,7 @@
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
 #include "mrMatProp.h"
+#include "mrUtils.h"
 
 #include "dgDuctImage.h"
 #include "utUTF8.h"
@@ -153,7 +154,7 @@ void add_contents(Json& json, mrColourPalette const& palette)
             components.push_back(static_cast<int>(value)); // files hold whole numbers
         colours.push_back({{"index", index},
                            {"rgb", make_colour(colour)},
-                           {"encoding", make_word(palette.colour_encoding(index))},
+                           {"encoding", mrUtils::find_palette_keyword(palette.colour_encoding(index))},
                            {"components", components},
                            {"name", make_string(name)}});
     }

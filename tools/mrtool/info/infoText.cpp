@@ -8,6 +8,7 @@
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
 #include "mrMatProp.h"
+#include "mrUtils.h"
 
 #include "dgDuctImage.h"
 
@@ -124,7 +125,7 @@ std::string describe_colour(mrColourPalette const& palette, int index)
 {
     utString name;
     std::string const rgb = format_colour(palette.colour(index, name));
-    std::string line = ut_concat(rgb, ", ", mrTypes::find_word(palette.colour_encoding(index)));
+    std::string line = ut_concat(rgb, ", ", mrUtils::find_palette_keyword(palette.colour_encoding(index)));
     doublecoDList components;
     palette.colour_components(index, components);
     for (double const component : components)
