@@ -9,11 +9,6 @@
 
 namespace {
 
-bool has_nul(utString const& path)
-{
-    return path.view().find('\0') != std::string_view::npos;
-}
-
 /// @param descriptor  below 0 where opening failed, with the reason in errno; closed here on failure
 gxFile open_regular(int descriptor, utString& reason)
 {
@@ -82,11 +77,16 @@ private:
 
 } // namespace
 
+bool gx_has_nul(utString const& path)
+{
+    return path.view().find('\0') != std::string_view::npos;
+}
+
 gxFile gx_open_file(utString const& path, utString& reason)
 {
     errno = EINVAL;
     return open_regular(
-        has_nul(path) ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC), reason);
+        gx_has_nul(path) ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC), reason);
 }
 
 gxFile gx_open_descriptor(int descriptor, utString& reason)
@@ -106,9 +106,10 @@ gxFile gx_open_memory(std::string_view bytes, utString& reason)
     return file;
 }
 
-gxFile gx_create_file(utString const& path, char const* mode)
+gxFile gx_append_to_file(utString const& path)
 {
-    return gxFile(has_nul(path) ? nullptr : std::fopen(path.c_str(), mode));
+    errno = EINVAL;
+    return gxFile(gx_has_nul(path) ? nullptr : std::fopen(path.c_str(), "abe"));
 }
 
 gxFileStream::gxFileStream(std::FILE* file)
