@@ -72,7 +72,9 @@ dgDuctImage* mrRecolouredImageCache::recoloured_image(dgDuctImage* image, giColo
     std::vector<Entry>& row = m_entries->rows[kind];
     // Of several matches the youngest counts. Images can have come to match after they were entered, when their
     // pixels were changed.
-    auto const matches = [&](Entry const& entry) { return image && image->equal(entry.original); };
+    auto const matches = [&](Entry const& entry) {
+        return image && entry.original && image->same_as(*entry.original);
+    };
     auto const found = std::find_if(row.rbegin(), row.rend(), matches);
     if (found != row.rend())
         return found->resultant;
