@@ -11,8 +11,8 @@ class giColour;
 /// Tinted images, each computed once for equal images and equal colours.
 ///
 /// Entries are only ever added, without a limit. What the cache made stays alive for the process's life, also
-/// after clear() and after the cache itself is gone, so that the images handed out stay good. Created on
-/// first use, deleted when the library is unloaded. For one thread at a time.
+/// after clear() and after the cache itself is gone, so that the images handed out stay good until the libraries are
+/// unloaded. Created on first use, deleted when the library is unloaded. For one thread at a time.
 class MR_API mrRecolouredImageCache
 {
 public:

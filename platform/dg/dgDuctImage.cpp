@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+dgImage::~dgImage() = default;
+
 dgDuctImage::dgDuctImage(char const* name, int width, int height) : m_name(name ? name : "")
 {
     resize(width, height);
