@@ -61,6 +61,8 @@ int mrFileMat::write(mrTarget const& target, mrFault& fault) const
 
 int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
 {
+    if (!mrImageBlock::check_titles(m_images, fault))
+        return 0;
     mrOutput out(target, mrOutput::Mode::replace, fault);
     if (!out.file())
         return 0;

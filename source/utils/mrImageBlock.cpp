@@ -130,6 +130,28 @@ std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
     return m_fault.reason.invalid() ? count : 0;
 }
 
+int mrImageBlock::check_titles(Images const& images, mrFault& fault)
+{
+    return mr_guard(fault, 0, [&] {
+        coTable<utString, utString> changed(mrInitialSize, mrFillLimit); // from a title to its key
+        for (auto const& [key, image] : images) {
+            utString const title(xmlUtils::carried(key).view());
+            if (title == key)
+                continue;
+            utString const* const other = images.member(title) ? &title : changed.find(title);
+            if (other) {
+                fault = {.reason =
+                             utString(ut_concat("its title would be that of image ", ut_quote(other->view()),
+                                                ", since control characters are written as pictures")),
+                         .part = utString(ut_concat("image ", ut_quote(key.view())))};
+                return 0;
+            }
+            changed[title] = key;
+        }
+        return 1;
+    });
+}
+
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
     for (auto const& [key, image] : images) {
