@@ -16,6 +16,8 @@ using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 utString const title_key = mrImageBlock::title_key;
 utString const name_key = mrImageBlock::name_key;
 
+constexpr char reading_failed[] = "reading it failed before its end";
+
 /// Counts the bytes from a position to the end of the file, and moves to the position, at most to the end.
 /// @return -1 on failure
 std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
@@ -64,7 +66,10 @@ int mrImageBlock::read_next(mrBlockImage& image)
         return 0;
     ++m_number;
     image = {};
-    image.byte = std::ftell(m_file);
+    if (image.byte = std::ftell(m_file); image.byte < 0) {
+        fail(reading_failed);
+        return 0;
+    }
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
     utString reason;
     image.image = dg_hold(gxPNGReaderDuctImage::read_file(
@@ -126,7 +131,7 @@ std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
 {
     std::size_t const count = std::fread(bytes, 1, fewest_bytes, m_file);
     if (std::ferror(m_file) || std::fseek(m_file, -static_cast<long>(count), SEEK_CUR) != 0)
-        fail("reading it failed before its end");
+        fail(reading_failed);
     return m_fault.reason.invalid() ? count : 0;
 }
 
