@@ -40,7 +40,8 @@ public:
 
     /// Writes the document and the images to the path, over an existing file.
     /// @return 1, or 0 when the file cannot be created, the disk is full, or an image cannot be written; the part
-    ///         written before stays
+    ///         written before stays. Or 0 with the path untouched when two images would have one title: see
+    ///         mrImageBlock::check_titles
     /// @report "State" when the file is empty; a document without members is written all the same
     int write(utString const& path) const;
 

@@ -73,7 +73,8 @@ private:
     {
         if (offset != 0 || way != std::ios::cur)
             return off_type(-1);
-        return std::ftell(m_file) - (egptr() - gptr());
+        long const here = std::ftell(m_file);
+        return here < 0 ? off_type(-1) : here - (egptr() - gptr());
     }
 
     std::FILE* m_file;
