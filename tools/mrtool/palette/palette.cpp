@@ -1,6 +1,7 @@
 // mrtool palette: pictures of palettes, and palettes of other formats in this library's.
 #include "commandLine.h"
 #include "foreignPalette.h"
+#include "inputFile.h"
 #include "outputFile.h"
 #include "palettePicture.h"
 #include "progress.h"
@@ -70,9 +71,14 @@ void check_picture_usage(PaletteOptions const& options)
 /// @return whether it was read
 bool read_colours(std::string const& path, Swatches& swatches)
 {
+    Result<InputFile> const input = find_input(path);
+    if (!input) {
+        say(path, describe_read_fault(mrFileMatOpenFailed, input.error().words));
+        return false;
+    }
     mrColourPalette palette;
     Fault warning;
-    if (!check_result(path, read_palette(mrSource::from_path(utString(path)), palette, warning)))
+    if (!check_result(path, read_palette(mrSource::from_path(utString(input->path)), palette, warning)))
         return false;
     if (!warning.words.empty())
         say(path, Fault{"warning: " + warning.words, warning.line});

@@ -107,9 +107,12 @@ public:
         m_error = errno;
         if (m_process == 0) {
             die_with(parent, SIGTERM);
+            setpgid(0, 0);
             close(ends[0]);
             serve(work, ends[1], limits.job.memory);
         }
+        if (m_process > 0)
+            setpgid(m_process, m_process); // whichever of the two comes first
         close(ends[1]);
         m_socket = ends[0];
     }
@@ -154,20 +157,19 @@ private:
     /// @return which limit was exceeded; "finished" when the answer is complete or the worker ended
     ChildEnd receive(std::size_t number, std::string& answer) const
     {
-        Deadline deadline(m_limits.job.time);
+        Deadline const deadline(m_limits.job.time);
         // If the worker has ended already, this fails and poll() says so.
         send(m_socket, &number, sizeof number, MSG_NOSIGNAL);
         while (!is_complete(answer)) {
             int const wait = deadline.wait();
-            if (wait == 0)
-                return ChildEnd::out_of_time;
             pollfd socket{m_socket, POLLIN, 0};
-            if (poll(&socket, 1, wait) <= 0)
-                continue;
-            if (!drain(m_socket, answer))
+            if (poll(&socket, 1, wait) > 0 &&
+                !drain(m_socket, answer, m_limits.job.output + 1 - answer.size()))
                 break;
             if (answer.size() > m_limits.job.output)
                 return ChildEnd::too_much_output;
+            if (wait == 0 && !is_complete(answer))
+                return ChildEnd::out_of_time;
         }
         return ChildEnd::finished;
     }
@@ -177,7 +179,7 @@ private:
     int wait_for_end() const
     {
         int status = 0;
-        Deadline deadline(grace);
+        Deadline const deadline(grace);
         return ended(m_process, deadline, status) ? status : kill_child(m_process);
     }
 

@@ -77,7 +77,30 @@ public:
     }
 
 private:
-    void add_given(fs::path const& input)
+    void add_given(std::string const& input)
+    {
+        if (named_descriptor(input))
+            add_open_file(input);
+        else
+            add_path(input);
+    }
+
+    void add_open_file(std::string const& input)
+    {
+        if (m_inputs.size() > 1)
+            throw WrongUsage{ut_concat(input, " has to be the only input")};
+        if (!m_output || m_into_folder)
+            throw WrongUsage{
+                ut_concat("the thumbnail of ", input, " has no name; -o FILE gives it one, and the file")};
+        Result<InputFile> file = find_input(input);
+        if (!file)
+            return reject(input, file.error().words);
+        m_plan.piped = std::move(file->piped);
+        if (!add_file(file->path, {}, input))
+            reject(input, not_known);
+    }
+
+    void add_path(fs::path const& input)
     {
         std::error_code failed;
         fs::file_status const status = fs::status(input, failed);
@@ -90,8 +113,8 @@ private:
         }
         if (!fs::is_regular_file(status))
             return reject(input, failed ? failed.message() : "neither a file nor a folder");
-        if (!add_file(input, input.filename()))
-            reject(input, "not a material, mesh or image file");
+        if (!add_file(input, input.filename(), input.string()))
+            reject(input, not_known);
     }
 
     /// @param below  the folder's path below the one that was given
@@ -123,23 +146,24 @@ private:
         if (failed || !fs::exists(status))
             return reject(entry.path(), failed ? failed.message() : std::strerror(ENOENT));
         if (fs::is_regular_file(status))
-            add_file(entry.path(), below);
+            add_file(entry.path(), below, entry.path().string());
     }
 
+    /// @param name  of the input for the user
     /// @return false when no thumbnail can be made of it
-    bool add_file(fs::path const& input, fs::path const& below)
+    bool add_file(fs::path const& path, fs::path const& below, std::string const& name)
     {
-        if (access(input.c_str(), R_OK) != 0) {
-            reject(input, std::strerror(errno));
+        if (access(path.c_str(), R_OK) != 0) {
+            reject(name, std::strerror(errno));
             return true;
         }
-        KnownFile const file = detect_kind(input.string());
+        KnownFile const file = detect_kind(path.string());
         if (file.kind == FileKind::none)
             return false;
-        std::string output = input.string() + ".thumb.png";
+        std::string output = name + ".thumb.png";
         if (m_output)
             output = m_into_folder ? (fs::path(*m_output) / below).string() + ".png" : *m_output;
-        m_plan.jobs.push_back({input.string(), file, std::move(output)});
+        m_plan.jobs.push_back({name, file, std::move(output), path.string()});
         return true;
     }
 
@@ -147,6 +171,8 @@ private:
     {
         m_plan.rejected.push_back({path.string(), std::move(reason)});
     }
+
+    static constexpr char not_known[] = "not a material, mesh or image file";
 
     std::vector<std::string> const& m_inputs;
     std::optional<std::string> const& m_output;
@@ -188,8 +214,8 @@ std::vector<ThumbJob> check_outputs(std::vector<ThumbJob> jobs)
 {
     Places inputs, targets, outputs;
     for (ThumbJob const& job : jobs) {
-        inputs.emplace(resolve_folder(job.input), job.input);
-        targets.emplace(resolve(job.input), job.input);
+        inputs.emplace(resolve_folder(job.path), job.input);
+        targets.emplace(resolve(job.path), job.input);
     }
     std::vector<ThumbJob> checked;
     for (ThumbJob& job : jobs) {
