@@ -70,8 +70,10 @@ int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
     auto const encapsulation = m_images.empty() ? mrImageEncapsulationNone : mrImageEncapsulationEmbeddedPng;
     mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
-    int const written = stream.flush() && mrImageBlock::write(m_images, out.file(), fault);
-    return out.close(fault) && written;
+    if (stream.flush() && mrImageBlock::write(m_images, out.file(), fault))
+        return out.close(fault);
+    out.explain(fault);
+    return 0;
 }
 
 mrFileMatReadStatus mrFileMat::read(utString const& path)
