@@ -29,7 +29,10 @@ struct scReadOptions
 
 /// Reads each file in a child process of its own, or in this process. The results are the same either way.
 ///
-/// A child keeps to the limits, prints nothing, and dies with this process; the reader checks what it hands
+/// A child keeps to the limits, prints nothing, and dies with this process. As far as the kernel has the means, it cannot
+/// gain privileges, leave a core, write, make, rename or remove files, reach a network, start a program or a process, or
+/// trace or signal one. It opens files beneath the scene's folder alone, and those that an OBJ or a glTF file names, or
+/// for an image, which it is handed open, the libraries, types and fonts of its loader; the reader checks what it hands
 /// over. A file that crashes its reader ends that child alone. PNG images and pixels are always read in this
 /// process, which is safe. Under the address sanitizer memory is not limited.
 ///
@@ -63,6 +66,10 @@ public:
     /// Reads an image that stands in a scene file.
     /// @return a new image, or null
     dgCounted<dgDuctImage> read_image(scImage const& image, std::string& reason) const;
+
+    /// What keeps the child from harm beside its limits, as one of it found when it tried: "no new privileges", "limits",
+    /// "Landlock (ABI 7)", "seccomp", as far as the kernel has them. Empty when it does not start.
+    std::vector<std::string> containment() const;
 
     /// Whether files of the extension can be scenes.
     /// @param extension  in lower case, without the point
