@@ -75,6 +75,7 @@ public:
         if (!from.is_object())
             m_notes.add(scNoteFailed, "it is no JSON object");
         m_to.name = read_string(from, "name");
+        m_to.linear = true;
         read_alpha(from, read_surface(from));
         read_emission(from);
         read_refraction(from);
