@@ -130,6 +130,7 @@ TEST(mrtool_import, brings_over_a_glb_scene)
         "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
         {"pbrMetallicRoughness":{"baseColorFactor":[0.216,0.5,0,0.5]},"extras":{"shop":7},
         "emissiveFactor":[0.25,0.25,0.25],"extensions":{"KHR_materials_iridescence":{},
+        "KHR_materials_clearcoat":{"clearcoatFactor":1},
         "KHR_materials_ior":{"ior":1.4},"KHR_materials_emissive_strength":{"emissiveStrength":2}}}])");
     Outcome const made = import(folder, "a.glb");
     EXPECT_EQ(made.status, 0) << made.errors;
@@ -140,7 +141,9 @@ TEST(mrtool_import, brings_over_a_glb_scene)
                            "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
                            "MASK)\n",
                        "its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE",
-                       "3" + no_place + "the extension KHR_materials_iridescence, the extras\n"});
+                       "3" + no_place +
+                           "the clear coat (KHR_materials_clearcoat), the extension "
+                           "KHR_materials_iridescence, the extras\n"});
     mrFileMat first, second, third;
     mrFMFacet const& facet = only_facet(first, folder.path("out/_._up.multimat"));
     // The texture takes the factor.
