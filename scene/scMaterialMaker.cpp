@@ -174,6 +174,11 @@ dgCounted<dgDuctImage> scMaterialMaker::read_texture(scMaterial const& material,
     std::string reason;
     dgCounted<dgDuctImage> image = m_textures.read(material, reason);
     std::string const name = material.embedded ? m_textures.name(material) : material.texture;
+    std::string const other = m_textures.stand_in(material);
+    if (!other.empty() && m_replaced.insert(name).second)
+        notes.push_back(make_note(scNoteChanged,
+                                  "its texture \"%1\": there is no such file; %2 is taken in its place", name,
+                                  other));
     if (!image) {
         notes.push_back(make_note(scNoteFailed, "written without its texture \"%1\": %2", name, reason));
         return nullptr;

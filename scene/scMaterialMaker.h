@@ -3,6 +3,8 @@
 
 #include "scTextures.h"
 
+#include <set>
+
 class mrFileMat;
 class mrFMPlainMat;
 
@@ -50,4 +52,5 @@ private:
 
     scScene const& m_scene;
     scTextures m_textures;
+    std::set<std::string> m_replaced; ///< names of textures for which others stand in, as was said
 };

@@ -297,3 +297,24 @@ TEST(mrtool_import, says_which_textures_lie_outside_the_scenes_folder)
                  "its texture \"link.png" + outside,
                  "written without its texture \"/dev/zero\": there is no such file\n"});
 }
+
+TEST(mrtool_import, says_once_which_textures_are_taken_in_the_place_of_others)
+{
+    TestFolder const folder;
+    fs::create_directory(folder.path("more"));
+    write_bytes(folder.path("more/Oak.png"), png_bytes(*four_colours()));
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\n");
+    write_bytes(folder.path("a.mtl"), "newmtl one\nmap_Kd -clamp off \"maps/my oak.png\"\n"
+                                      "newmtl two\nmap_Kd \"oak.png\"\nnewmtl three\nmap_Kd oak.png\n");
+    Outcome const made =
+        import(folder, "a.obj", " --textures " + folder.path("") + " --textures " + folder.path("more"));
+    EXPECT_EQ(made.status, 1);
+    std::string const said = "its texture \"oak.png\": there is no such file; " +
+                             folder.path("more/Oak.png") + " is taken in its place\n";
+    expect_said(made, {"without its texture \"maps/my oak.png\": there is no such file\n", said});
+    EXPECT_EQ(made.errors.find(said), made.errors.rfind(said));
+    EXPECT_THAT(made.errors, Not(HasSubstr("outside")));
+    mrFileMat two;
+    EXPECT_EQ(only_facet(two, folder.path("out/two.multimat")).textures().size(), 1u);
+    EXPECT_EQ(import(folder, "a.obj", " --textures " + folder.path("a.mtl")).status, 2);
+}
