@@ -42,7 +42,7 @@ std::string write_colour(scColour const& colour)
 /// A component of one of the material's colours, in sRGB.
 double make_srgb(scMaterial const& material, double component)
 {
-    return material.linear ? gs_linear_to_srgb(component) : component;
+    return material.linear ? gsColour::linear_to_srgb(component) : component;
 }
 
 giColour make_colour(scMaterial const& material, Notes& notes)

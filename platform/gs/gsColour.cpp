@@ -77,7 +77,7 @@ void gshls_to_rgb(double const* hls, double* rgb)
 }
 
 // The curve of IEC 61966-2-1, written so that 1 stays 1.
-double gs_linear_to_srgb(double linear)
+double gsColour::linear_to_srgb(double linear)
 {
     return linear > 0.0031308 ? 1.0 + 1.055 * (std::pow(linear, 1.0 / 2.4) - 1.0) : 12.92 * linear;
 }

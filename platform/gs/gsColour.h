@@ -27,6 +27,10 @@ public:
     /// @param hls  room for three numbers, in this order
     void hls(double* hls) const;
 
+    /// The component that sRGB has for one that is proportional to light, both 0 to 1; 0.216 becomes 0.502.
+    /// What is beyond the range stays beyond it.
+    static double linear_to_srgb(double linear);
+
     bool operator==(gsColour const&) const = default;
 
 private:
@@ -40,7 +44,3 @@ private:
 ///             number as 0
 /// @param rgb  room for three numbers, 0 to 1 each for a lightness and a saturation from 0 to 1
 UT_API void gshls_to_rgb(double const* hls, double* rgb);
-
-/// The component that sRGB has for one that is proportional to light, both 0 to 1; 0.216 becomes 0.502. What is
-/// beyond the range stays beyond it.
-UT_API double gs_linear_to_srgb(double linear);

@@ -108,7 +108,7 @@ Components lab_to_srgb(Components const& lab)
     Components rgb{};
     for (std::size_t at = 0; at < 3; ++at) {
         double const linear = matrix[at][0] * xyz[0] + matrix[at][1] * xyz[1] + matrix[at][2] * xyz[2];
-        rgb[at] = gs_linear_to_srgb(linear);
+        rgb[at] = gsColour::linear_to_srgb(linear);
     }
     return rgb;
 }
