@@ -10,8 +10,8 @@ class mrFMPlainMat;
 ///
 /// Each has one facet, with a texture layer where the material has a texture that can be read. Its
 /// properties are "scene", the scene file's name without its folder, and "material", the material's own name
-/// where it has one. Characters that XML cannot carry become "?" in all texts, so that the file reads back
-/// as it was made.
+/// where it has one. Characters that XML cannot carry become their pictures in all texts (see
+/// xmlUtils::carried), so that the file reads back as it was made.
 class SC_API scMaterialMaker
 {
 public:
