@@ -193,6 +193,15 @@ Image scReader::read_image(scImage const& image, std::string& reason) const
     return read;
 }
 
+std::vector<std::string> scReader::containment() const
+{
+    std::vector<std::string> words;
+    std::string ignored;
+    read_safely(words, ignored,
+                [&] { return ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"); });
+    return words;
+}
+
 bool scReader::knows_extension(std::string const& extension)
 {
     return sc::assimp_knows(extension);
