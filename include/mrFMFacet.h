@@ -52,6 +52,8 @@ public:
     int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
+    int read_parts(xmlElement const& element, mrFault* fault);
+
     std::unique_ptr<mrFMPlainMat> m_plain_mat;
     mrFMTexturecoDList m_textures;
     utCheckValid m_check{this};

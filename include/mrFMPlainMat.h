@@ -96,6 +96,7 @@ public:
 
 private:
     mrPlainMatValues const& check_values() const;
+    int read_values(xmlElement const& element, mrFault* fault);
 
     mrPlainMatValues m_values;
     utCheckValid m_check{this};

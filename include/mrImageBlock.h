@@ -77,6 +77,7 @@ public:
                      mrFault& fault);
 
 private:
+    int read_image(mrBlockImage& image);
     std::size_t peek(char (&bytes)[fewest_bytes]);
     void fail(char const* reason) { m_fault = {reason}; }
 

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 
+class mrElementReader;
 class xmlElement;
 struct mrFault;
 
@@ -76,7 +77,8 @@ private:
 
     mrMatProp const& check() const;
     mrMatProp const& check(mrMatPropType type) const;
-    int read_value(xmlElement const& element);
+    int read_fields(mrElementReader const& reader);
+    int read_value(mrElementReader const& reader);
 
     utString m_name;
     utString m_string_value;

@@ -57,6 +57,7 @@ public:
                            giBoxArrPoint2& tus, giTriArr& triangles);
 
 private:
+    int make_blocks(int n) const;
     void make_block(giTriBlock& block, int facet, int segments_per_facet, giAngle const& step) const;
 
     dgkCurve3* m_profile;

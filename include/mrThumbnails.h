@@ -97,6 +97,7 @@ public:
                                      giTriBlock const& block, dgStructure& structure);
 
 private:
+    dgDuctImage* draw_material(mrFileMat const& material);
     giTriBlockcoDListPtrcoPtrcoDList const& blocks_for(int facets);
 
     dgCounted<dgRenderer> m_renderer;

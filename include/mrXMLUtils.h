@@ -102,4 +102,11 @@ public:
     }
     static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
                            mrFault* fault);
+
+private:
+    friend class mrFileMat;
+
+    /// As read_doc, but throws std::bad_alloc.
+    static int gather_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
+                          mrFault& fault);
 };

@@ -45,6 +45,9 @@ public:
 private:
     struct State;
 
+    /// As create(), but throws std::bad_alloc.
+    static dgOffscreenRenderer* start(utString& reason);
+
     explicit dgOffscreenRenderer(std::unique_ptr<State> state);
     ~dgOffscreenRenderer() override;
 

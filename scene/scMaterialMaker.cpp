@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <new>
 
 using sc::make_note;
 
@@ -104,10 +105,7 @@ bool has_transparent_pixels(dgDuctImage const& image)
     return false;
 }
 
-} // namespace
-
-std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
-                                                          Notes& notes)
+std::unique_ptr<mrFMPlainMat> make_plain(scMaterial const& material, std::string const& name, Notes& notes)
 {
     // In this order the notes come.
     giColour const colour = make_colour(material, notes);
@@ -126,13 +124,40 @@ std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& mate
                                           reflect, transparency, emission, refractive_index, utString());
 }
 
+/// Makes something and adds the notes on it; null, without any, when there is not enough memory.
+template <class Made, class Make>
+std::unique_ptr<Made> make_noted(Notes& notes, Make const& make)
+{
+    try {
+        Notes all = notes;
+        std::unique_ptr<Made> made = make(all);
+        notes.swap(all);
+        return made;
+    } catch (std::bad_alloc const&) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
+std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
+                                                          Notes& notes)
+{
+    return make_noted<mrFMPlainMat>(notes, [&](Notes& all) { return ::make_plain(material, name, all); });
+}
+
 std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& notes)
+{
+    return make_noted<mrFileMat>(notes, [&](Notes& all) { return make_file(number, all); });
+}
+
+std::unique_ptr<mrFileMat> scMaterialMaker::make_file(std::size_t number, Notes& notes)
 {
     scMaterial const& material = m_scene.materials[number];
     auto const left_out = std::find_if(material.notes.begin(), material.notes.end(),
                                        [](scNote const& each) { return each.kind == scNoteLeftOut; });
     notes.insert(notes.end(), material.notes.begin(), left_out);
-    auto plain = make_plain(material, m_scene.material_name(number), notes);
+    auto plain = ::make_plain(material, m_scene.material_name(number), notes);
     mrFMTexturecoDList layers;
     utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
     dgCounted<dgDuctImage> const texture = material.textured() ? read_texture(material, notes) : nullptr;
@@ -144,8 +169,12 @@ std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& note
     }
     notes.insert(notes.end(), left_out, material.notes.end());
     mrFMFacetcoDListPtrcoPtrcoDList facets;
-    facets.append(new mrFMFacet(plain.release(), layers));
-    return std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    auto facet = std::make_unique<mrFMFacet>(plain.get(), layers);
+    plain.release();
+    facets.append(facet.get());
+    auto made = std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    facet.release();
+    return made;
 }
 
 /// @return the image of the material's texture, or null when it cannot be read

@@ -47,6 +47,7 @@ private:
         std::uint64_t bytes = 0;
     };
 
+    dgCounted<dgDuctImage> read_kept(scMaterial const& material, std::string& reason);
     std::optional<Source> find_source(scMaterial const& material, std::string& reason) const;
     dgCounted<dgDuctImage> read(scMaterial const& material, Source const& source, std::string& reason) const;
 

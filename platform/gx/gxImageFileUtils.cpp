@@ -15,6 +15,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -315,17 +316,17 @@ dgDuctImage* gxImageFileUtils::read_image_file(utString const& path, gxImageFile
 {
     auto const known = std::find_if(std::begin(formats), std::end(formats),
                                     [format](Format const& row) { return row.format == format; });
-    utString why_not = "the format is not known";
+    utString why_not;
     dgDuctImage* image = nullptr;
-    if (known != std::end(formats)) {
-        why_not.set_invalid();
-        try {
+    try {
+        if (known == std::end(formats))
+            why_not = "the format is not known";
+        else
             image = read_with_format(path, *known, why_not);
-        } catch (std::bad_alloc const&) {
-            why_not = "there is not enough memory for the image";
-        }
+    } catch (std::bad_alloc const&) {
+        ut_say(why_not, "there is not enough memory for the image");
     }
     if (!image && reason)
-        *reason = why_not;
+        *reason = std::move(why_not);
     return image;
 }

@@ -1,5 +1,6 @@
 #include "mrRecolouredImageCache.h"
 
+#include "mrGuard.h"
 #include "mrRecolouredImage.h"
 
 #include "dgDuctImage.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 namespace {
 
@@ -42,10 +44,14 @@ dgDuctImage* mrRecolouredImageCache::recoloured_image(dgDuctImage* image, giColo
     if (found != oldest)
         return (*found)->resultant_image();
 
-    auto* const entry = new mrRecolouredImage(image, colour);
-    dgDuctImage* const resultant = entry->resultant_image();
-    m_list.append(entry);
-    return resultant;
+    return mr_guard(static_cast<dgDuctImage*>(nullptr), [&] {
+        dgKeep const keep(image);
+        auto entry = std::make_unique<mrRecolouredImage>(image, colour);
+        dgDuctImage* const resultant = entry->resultant_image();
+        m_list.append(entry.get());
+        entry.release();
+        return resultant;
+    });
 }
 
 int mrRecolouredImageCache::clear()

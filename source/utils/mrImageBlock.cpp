@@ -59,6 +59,11 @@ mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits con
 
 int mrImageBlock::read_next(mrBlockImage& image)
 {
+    return mr_guard(m_fault, 0, [&] { return read_image(image); });
+}
+
+int mrImageBlock::read_image(mrBlockImage& image)
+{
     char probe[fewest_bytes];
     if (!m_fault.reason.invalid())
         return 0;
@@ -90,22 +95,25 @@ int mrImageBlock::read_next(mrBlockImage& image)
 
 int mrImageBlock::read_titled(std::function<bool(mrBlockImage&)> const& store, mrFaultcoDList* remarks)
 {
-    for (mrBlockImage image; read_next(image);) {
-        utString const title = image.title; // store may move the image away
-        if (title.empty())
-            remark(remarks, ut_concat("image ", m_number, " has no title and is left out"), image.byte);
-        else if (store(image))
+    return mr_guard(m_fault, 0, [&] {
+        for (mrBlockImage image; read_next(image);) {
+            utString const title = image.title; // store may move the image away
+            if (title.empty())
+                remark(remarks, ut_concat("image ", m_number, " has no title and is left out"), image.byte);
+            else if (store(image))
+                remark(remarks,
+                       ut_concat("image ", m_number, " takes the place of an earlier one with the title ",
+                                 ut_quote(title.view())),
+                       image.byte);
+        }
+        if (!m_fault.reason.invalid())
+            return 0;
+        if (m_rest > 0)
             remark(remarks,
-                   ut_concat("image ", m_number, " takes the place of an earlier one with the title ",
-                             ut_quote(title.view())),
-                   image.byte);
-    }
-    if (!m_fault.reason.invalid())
-        return 0;
-    if (m_rest > 0)
-        remark(remarks, ut_concat("the last ", m_rest, " bytes of the file are no image and are left out"),
-               std::ftell(m_file));
-    return 1;
+                   ut_concat("the last ", m_rest, " bytes of the file are no image and are left out"),
+                   std::ftell(m_file));
+        return 1;
+    });
 }
 
 int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
@@ -116,14 +124,15 @@ int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
         place = read.image.release();
         return replaced != nullptr;
     };
-    return mr_guard(m_fault, 0, [&] { return read_titled(store, remarks); });
+    return read_titled(store, remarks);
 }
 
 bool mrImageBlock::at_image()
 {
     char bytes[fewest_bytes];
-    return m_fault.reason.invalid() &&
-           std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
+    return m_fault.reason.invalid() && mr_guard(m_fault, false, [&] {
+               return std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
+           });
 }
 
 /// Reads bytes and steps back over them.
@@ -159,17 +168,20 @@ int mrImageBlock::check_titles(Images const& images, mrFault& fault)
 
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
-    for (auto const& [key, image] : images) {
-        fault = {.reason = "there is no image", .part = utString(ut_concat("image ", ut_quote(key.view())))};
-        if (!image)
-            return 0;
-        utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
-        texts[title_key] = xmlUtils::carried(key);
-        texts[name_key] = xmlUtils::carried(image->name());
-        fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
-        if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
-            return 0;
-    }
-    fault = {};
-    return 1;
+    return mr_guard(fault, 0, [&] {
+        for (auto const& [key, image] : images) {
+            fault = {.reason = "there is no image",
+                     .part = utString(ut_concat("image ", ut_quote(key.view())))};
+            if (!image)
+                return 0;
+            utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+            texts[title_key] = xmlUtils::carried(key);
+            texts[name_key] = xmlUtils::carried(image->name());
+            fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
+            if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
+                return 0;
+        }
+        fault = {};
+        return 1;
+    });
 }
