@@ -1,4 +1,5 @@
-// The names of the library's containers.
+// The names of the library's containers. Making one, copying it and adding to it may throw std::bad_alloc; what throws
+// so while adding has added nothing.
 #pragma once
 
 #include "coDList.h"
@@ -16,7 +17,6 @@ class mrFMTexture;
 class mrImageCacheItem;
 class mrItemKey;
 class mrMatProp;
-class mrRecolouredImage;
 
 /// The properties of a material or of a material file, in the order in which they were added.
 using mrMatPropcoSet = coSet<mrMatProp>;
@@ -29,8 +29,6 @@ using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
 
 /// The image table: image name to image; the table's owner holds one reference on each image.
 using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
-
-using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
 
 /// The image cache's entries by hash value; the cache deletes them.
 using intmrImageCacheItemcoTablePtrcoPtrcoTable = coTable<int, mrImageCacheItem*, coZeroIsNullKey>;

@@ -22,7 +22,7 @@ struct mrFault;
 /// those of the lowest ages: see shrink_by(). An entry that was evicted, removed or overwritten stays alive, with its
 /// reference on its image, for the process's life. The destructor deletes the entries that are still in the cache.
 ///
-/// Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
+/// Making one may throw std::bad_alloc. Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
 /// null key. For one thread at a time, all caches together.
 class MR_API mrImageCache
 {
@@ -58,7 +58,7 @@ public:
     int hash_value_exists(unsigned int hash) const;
 
     /// Enters the image with the present age. Evicts entries of a full cache first. Replaces an entry of the same hash
-    /// value.
+    /// value. May throw std::bad_alloc, with the cache and the image's references unchanged.
     /// @param image  null makes an entry without an image
     /// @report as hash_value_exists()
     /// @report "argument out of range | Hash value already present!"
@@ -81,9 +81,12 @@ public:
     void remove_image(unsigned int hash);
 
     /// Writes the limits, the entries and, as mrUtils::write_images does, the images under their hash values to the
-    /// path, over an existing file. Ages stay as they are.
-    /// @return 1, or 0 when the file cannot be created or the limits and entries cannot be written. An image that is
-    ///         null, empty or cannot be written ends the images, but the result stays 1
+    /// path. They take the place of an older file when all is written; mrTarget says what a crash leaves. Ages stay as
+    /// they are.
+    /// @return 1, or 0 when the file cannot be opened for writing, the limits and entries cannot be written, or the
+    ///         file cannot be completed; an older file stays as it was then. An image that is null, empty or no PNG can
+    ///         hold ends the images, and the file has those before it. An older file stays as it was also when the
+    ///         disk or the memory has no room for the images. The result is 1 in both cases
     /// @report "argument out of range | Args" when invalid; both limits are written all the same
     /// @report "argument out of range | Args" when @p path is empty
     /// @report "Invalid image!" from mrImageCacheItem for each entry without an image
@@ -116,8 +119,8 @@ public:
 
     // The same for any target or source, with the reason for a failure.
 
-    /// @param fault  receives the reason for a result of 0; with a result of 1, the first image that is missing, if
-    ///               any, and the reason
+    /// @param fault  receives the reason for a result of 0; with a result of 1, the first image that could not be
+    ///               written, if any, and the reason
     /// @report as above, except for the path
     int write(mrTarget const& target, mrFault& fault) const;
 
@@ -140,7 +143,7 @@ protected:
     /// @report as shrink_by() when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Makes @p n the shrinkage and evicts that many entries. Visits the entries in the order in which their hash
+    /// Makes @p n the shrinkage and evicts that many entries. May throw std::bad_alloc, with none evicted. Visits the entries in the order in which their hash
     /// values were entered. If ages are above 0 and rise strictly in that order, the entries of the lowest ages go;
     /// otherwise a later entry may go instead of an older one.
     ///

@@ -16,7 +16,8 @@ struct mrFault;
 /// A property that the application attaches to a material or a material file: a name, a value that is a string, an
 /// integer or a double, and an integer of client data for the application to use.
 ///
-/// A plain value. Valid exactly when its name is.
+/// A plain value. Valid exactly when its name is. Making one, and copying, which then changes nothing, may throw
+/// std::bad_alloc.
 class MR_API mrMatProp
 {
 public:
@@ -57,7 +58,7 @@ public:
     /// write `first == std::as_const(second)` there.
     int operator==(mrMatProp const& other);
 
-    /// Appends the property to @p parent as a "property" element.
+    /// Appends the property to @p parent as a "property" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the property is invalid; the element is appended all the same
     /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when
     ///         the type is no enumerator

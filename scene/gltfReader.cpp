@@ -4,6 +4,7 @@
 #include "siblingFile.h"
 
 #include "gxFileHints.h"
+#include "utNeverDestroyed.h"
 
 #include <map>
 
@@ -124,13 +125,13 @@ private:
     /// The member's object, or null.
     Json const& get_object(Json const& from, char const* name)
     {
-        static Json const none;
+        static utNeverDestroyed<Json> const none;
         Json const& value = get_member(from, name);
         if (value.is_object())
             return value;
         if (!value.is_null())
             fail(name);
-        return none;
+        return *none;
     }
 
     Json const& get_extension(Json const& from, char const* name)

@@ -58,10 +58,12 @@ Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
     return surfaces;
 }
 
-Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImageFileFormat format)
+Expected<dgCounted<dgDuctImage>> read_image_here(int file, gxImageFileFormat format)
 {
     utString reason;
-    auto image = dg_hold(gxImageFileUtils::read_image_file(utString(path), format, &reason));
+    dgCounted<dgDuctImage> image;
+    if (gxFile const stream = gx_open_descriptor(file, reason))
+        image = dg_hold(gxImageFileUtils::read_image_file(stream.get(), format, &reason));
     if (!image)
         return because(ut_concat("not a readable image: ", reason));
     return image;
@@ -80,8 +82,8 @@ int run_reader(std::string const& what, std::string const& path)
     else if (what == surfaces_wanted)
         answer(read_surfaces_here(path));
     else if (what.starts_with(image_wanted))
-        answer(read_image_here(path, static_cast<gxImageFileFormat>(
-                                         std::atoi(what.c_str() + std::string_view(image_wanted).size()))));
+        answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
+                                                 what.c_str() + std::string_view(image_wanted).size()))));
     return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -13,9 +13,11 @@ namespace sc {
 
 Expected<scScene> read_materials_here(std::string const& path);
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path);
-Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImageFileFormat format);
+/// @param file  the descriptor of a regular file
+Expected<dgCounted<dgDuctImage>> read_image_here(int file, gxImageFileFormat format);
 
-// Kinds of contents: the helper's first argument. A path follows.
+// Kinds of contents: the helper's first argument. A path follows; an image comes through standard input, whatever path
+// is given.
 inline constexpr char materials_wanted[] = "materials";
 inline constexpr char surfaces_wanted[] = "surfaces";
 inline constexpr char image_wanted[] = "image:"; ///< and the number of the format

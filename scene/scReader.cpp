@@ -74,13 +74,15 @@ bool take(T& value, Expected<T> answer, std::string& reason)
 }
 
 /// Nobody but this process is asked for a PNG image.
-Expected<Image> read_image_of(scReadOptions const& options, std::string const& path, gxImageFileFormat format,
-                              int input = -1)
+/// @param file  the descriptor of a regular file
+Expected<Image> read_image_of(scReadOptions const& options, int file, gxImageFileFormat format)
 {
+    utString reason;
+    if (gxFile const stream = gx_open_descriptor(file, reason))
+        gxImageFileUtils::file_format_from_content(gx_read_beginning(stream.get()), format);
     if (format == gxImageFilePNG || options.place == scReadHere)
-        return sc::read_image_here(path, format);
-    Expected<Image> image = ask_child<Image>(options, ut_concat(sc::image_wanted, int{format}),
-                                             input < 0 ? path : "/proc/self/fd/0", input);
+        return sc::read_image_here(file, format);
+    Expected<Image> image = ask_child<Image>(options, ut_concat(sc::image_wanted, int{format}), "-", file);
     if (image && !*image)
         return because(no_sense);
     return image;
@@ -106,13 +108,10 @@ Expected<Image> read_embedded(scReadOptions const& options, scImage const& image
     }
     gxImageFileFormat format = gxImageFilePNG;
     gxImageFileUtils::file_format_from_extension(utString(image.extension), format);
-    gxImageFileUtils::file_format_from_content(image.bytes, format);
     gxFile const file = make_memory_file(image.bytes);
     if (!file)
         return because(ut_concat("no memory for it: ", std::strerror(errno)));
-    // From its beginning: the child opens what it inherits anew.
-    int const descriptor = fileno(file.get());
-    return read_image_of(options, ut_concat("/proc/self/fd/", descriptor), format, descriptor);
+    return read_image_of(options, fileno(file.get()), format);
 }
 
 /// Finds the material of each surface.
@@ -176,8 +175,11 @@ Image scReader::read_image(std::string const& path, gxImageFileFormat format, st
 {
     Image read;
     do_safely(reason, [&] {
-        gxImageFileUtils::file_format_from_content(gx_read_beginning(path), format);
-        return take(read, read_image_of(m_options, path, format), reason);
+        utString why_not;
+        gxDescriptor const file = gx_open_regular(utString(path), why_not);
+        if (!file)
+            reason = ut_concat("not a readable image: the file cannot be opened: ", why_not);
+        return file && take(read, read_image_of(m_options, file.get(), format), reason);
     });
     return read;
 }

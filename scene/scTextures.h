@@ -10,7 +10,8 @@
 ///
 /// Looks for a file at its path relative to the scene's folder, with "/" or "\", as it stands and
 /// percent-decoded; then by its name alone beside the scene. Only regular files count. As safe for untrusted
-/// input as the reader is, but the caller decides what to do about files from outside: see lies_outside().
+/// input as the reader is, but the caller decides what to do about files from outside: see lies_outside(). Functions
+/// without a reason for a failure may throw std::bad_alloc.
 class SC_API scTextures
 {
 public:

@@ -61,4 +61,7 @@ public:
                                     dgSetAlpha set_alpha, short alpha) = 0;
 
     virtual void end_read_image() = 0;
+
+protected:
+    ~dgRenderer() override;
 };

@@ -5,6 +5,7 @@
 #include "mrUtils.h"
 
 #include "utAssert.h"
+#include "utNeverDestroyed.h"
 
 #include <utility>
 
@@ -52,12 +53,12 @@ int mrColourPaletteCache::palette_exists(utString const& path)
 
 mrColourPalette const& mrColourPaletteCache::get_palette(utString const& path)
 {
-    static mrColourPalette const absent;
+    static utNeverDestroyed<mrColourPalette> const absent;
     UT_CHECK_VALID(m_check);
-    return *mr_guard(&absent, [&] {
+    return *mr_guard(&*absent, [&] {
         mrColourPalettecoTablePrgcoPrg const& palette = m_palettes.read(key_of(path));
         UT_REQUIRE(palette, "No such palette");
-        return palette ? palette.get() : &absent;
+        return palette ? palette.get() : &*absent;
     });
 }
 

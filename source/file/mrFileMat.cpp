@@ -71,11 +71,12 @@ int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
     mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
     bool const whole = static_cast<bool>(stream.flush());
-    int const written = whole && mrImageBlock::write(m_images, out.file(), fault);
-    int const closed = out.close(fault);
-    if (!whole && closed)
-        fault.set_out_of_memory(); // the file took what there was
-    return closed && written;
+    if (whole && mrImageBlock::write(m_images, out.file(), fault))
+        return out.close(fault);
+    if (!whole)
+        fault.set_out_of_memory(); // unless the target is to blame
+    out.explain(fault);
+    return 0;
 }
 
 mrFileMatReadStatus mrFileMat::read(utString const& path)

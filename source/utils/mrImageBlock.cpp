@@ -50,11 +50,13 @@ void remark(mrFaultcoDList* remarks, std::string const& words, std::int64_t byte
 mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits const& limits) : m_file(file)
 {
     std::int64_t const bytes = start < 0 ? -1 : count_bytes_from(file, start);
-    if (bytes < 0)
+    if (bytes < 0) {
         fail("the images cannot be read");
-    else
-        m_budget = bound_limit(limits.pixels) +
-                   std::min(bytes, most_counted_bytes) * bound_limit(limits.pixels_per_byte);
+        return;
+    }
+    m_texts_left = bytes + max_inflated_texts;
+    m_pixels_left = bound_limit(limits.pixels) +
+                    std::min(bytes, most_counted_bytes) * bound_limit(limits.pixels_per_byte);
 }
 
 int mrImageBlock::read_next(mrBlockImage& image)
@@ -78,19 +80,29 @@ int mrImageBlock::read_image(mrBlockImage& image)
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
     utString reason;
     image.image = dg_hold(gxPNGReaderDuctImage::read_file(
-        m_file, texts, std::min(m_budget, gxPNGReaderDuctImage::max_pixels), &reason));
+        m_file, texts, std::min(m_pixels_left, gxPNGReaderDuctImage::max_pixels), &reason));
     if (!image.image) {
-        m_fault = {.reason = reason, .part = utString(ut_concat("image ", m_number)), .byte = image.byte};
+        refuse(reason, image.byte);
         return 0;
     }
     image.width = image.image->width();
     image.height = image.image->height();
-    m_budget -= std::int64_t{image.width} * image.height;
+    m_pixels_left -= std::int64_t{image.width} * image.height;
     image.title = texts.read(title_key);
     image.name = texts.read(name_key);
+    m_texts_left -= static_cast<std::int64_t>(image.title.length() + image.name.length());
+    if (m_texts_left < 0) {
+        refuse("the titles and names of the images have more bytes than are allowed", image.byte);
+        return 0;
+    }
     if (!image.name.empty())
         image.image->new_name(image.name.c_str());
     return 1;
+}
+
+void mrImageBlock::refuse(utString const& reason, std::int64_t byte)
+{
+    m_fault = {.reason = reason, .part = utString(ut_concat("image ", m_number)), .byte = byte};
 }
 
 int mrImageBlock::read_titled(std::function<bool(mrBlockImage&)> const& store, mrFaultcoDList* remarks)

@@ -239,14 +239,14 @@ TEST_F(MemoryTest, FilesAreReadOrNot)
         mrFileMat back;
         mrFileMatReadStatus status{};
         attempt([&] { status = read(back); });
-        EXPECT_TRUE(status == mrFileMatReadOK || status == mrFileMatBadContent) << status;
+        EXPECT_NE(status, mrFileMatNoDocument);
         return status == mrFileMatReadOK ? bytes_of(back) : std::string();
     };
     auto const read_palette = [&](Attempt& attempt, auto const& read) {
         mrColourPalette palette;
         mrPaletteFileError error{};
         attempt([&] { error = read(palette); });
-        EXPECT_TRUE(error == mrPaletteFileOK || error == mrPaletteFileBadFormat) << error;
+        EXPECT_TRUE(error <= mrPaletteFileBadFormat) << error;
         return error == mrPaletteFileOK ? text_of(palette) : std::string();
     };
     Operation const operations[] = {
@@ -280,7 +280,7 @@ TEST_F(MemoryTest, FilesAreReadOrNot)
              mrImageCache read;
              mrFileMatReadStatus status{};
              attempt([&] { status = read.read(out_path); });
-             EXPECT_TRUE(status == mrFileMatReadOK || status == mrFileMatBadContent) << status;
+             EXPECT_NE(status, mrFileMatNoDocument);
              std::string text = ut_concat(read.max_cache_size());
              for (unsigned int hash : {7u, 9u})
                  if (dgDuctImage* const image = read.get_image(hash)) {

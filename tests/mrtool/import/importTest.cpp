@@ -244,6 +244,9 @@ TEST(mrtool_import, replaces_nothing_unless_told)
     only_facet(red, folder.path("out/red.multimat"));
 
     // Not even when told, where that would be the scene.
+    fs::remove(folder.path("out/red.multimat"));
+    fs::create_symlink(folder.path("a.glb"), folder.path("out/red.multimat"));
+    EXPECT_THAT(import(folder, "a.glb", " --force").errors, HasSubstr("red.multimat leads to the scene "));
     fs::rename(folder.path("a.glb"), folder.path("out/red.multimat"));
     fs::create_symlink(folder.path("out/red.multimat"), folder.path("a.glb"));
     Outcome const spared = import(folder, "a.glb", " --force");
