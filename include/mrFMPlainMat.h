@@ -33,7 +33,8 @@ struct MR_API mrPlainMatValues
     bool operator==(mrPlainMatValues const& other) const = default;
 };
 
-/// A plain material: the look of a surface without textures. Valid exactly when its name is.
+/// A plain material: the look of a surface without textures. Valid exactly when its name is. Making one may throw
+/// std::bad_alloc.
 class MR_API mrFMPlainMat
 {
 public:
@@ -83,7 +84,7 @@ public:
     /// Invalid when the material has no definition.
     utString const& shader_definition() const { return check_values().shader_definition; }
 
-    /// Appends the material to @p parent as a "plain_material" element.
+    /// Appends the material to @p parent as a "plain_material" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the material is invalid; the element is appended all the same
     void xml_write(xmlElement& parent) const;
 
@@ -97,6 +98,7 @@ public:
 
 private:
     mrPlainMatValues const& check_values() const;
+    int read_values(xmlElement const& element, mrFault* fault);
 
     mrPlainMatValues m_values;
     utCheckValid m_check{this};

@@ -22,7 +22,7 @@ struct mrFault;
 /// those of the lowest ages: see shrink_by(). An entry that was evicted, removed or overwritten stays alive, with its
 /// reference on its image, for the process's life. The destructor deletes the entries that are still in the cache.
 ///
-/// Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
+/// Making one may throw std::bad_alloc. Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
 /// null key. For one thread at a time, all caches together.
 class MR_API mrImageCache
 {
@@ -58,7 +58,7 @@ public:
     int hash_value_exists(unsigned int hash) const;
 
     /// Enters the image with the present age. Evicts entries of a full cache first. Replaces an entry of the same hash
-    /// value.
+    /// value. May throw std::bad_alloc, with the cache and the image's references unchanged.
     /// @param image  null makes an entry without an image
     /// @report as hash_value_exists()
     /// @report "argument out of range | Hash value already present!"
@@ -145,7 +145,7 @@ protected:
     /// @report as shrink_by() when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Makes @p n the shrinkage and evicts that many entries. Visits the entries in the order in which their hash
+    /// Makes @p n the shrinkage and evicts that many entries. May throw std::bad_alloc, with none evicted. Visits the entries in the order in which their hash
     /// values were entered. If ages are above 0 and rise strictly in that order, the entries of the lowest ages go;
     /// otherwise a later entry may go instead of an older one.
     ///

@@ -9,13 +9,15 @@
 #include <cstddef>
 #include <cstdint>
 
+class mrElementReader;
 class xmlElement;
 struct mrFault;
 
 /// A property that the application attaches to a material or a material file: a name, a value that is a string, an
 /// integer or a double, and an integer of client data for the application to use.
 ///
-/// A plain value. Valid exactly when its name is.
+/// A plain value. Valid exactly when its name is. Making one, and copying, which then changes nothing, may throw
+/// std::bad_alloc.
 class MR_API mrMatProp
 {
 public:
@@ -56,7 +58,7 @@ public:
     /// write `first == std::as_const(second)` there.
     int operator==(mrMatProp const& other);
 
-    /// Appends the property to @p parent as a "property" element.
+    /// Appends the property to @p parent as a "property" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the property is invalid; the element is appended all the same
     /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when
     ///         the type is no enumerator; "type" is then written empty, and no "value"
@@ -76,7 +78,8 @@ private:
 
     mrMatProp const& check() const;
     mrMatProp const& check(mrMatPropType type) const;
-    int read_value(xmlElement const& element);
+    int read_fields(mrElementReader const& reader);
+    int read_value(mrElementReader const& reader);
 
     utString m_name;
     utString m_string_value;

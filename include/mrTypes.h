@@ -72,7 +72,8 @@ enum mrColourEncoding : int
     mrColourEncodingCmyk = 3  ///< cyan, magenta, yellow, black, 0 to 100 per cent each
 };
 
-/// Turns enumerators into the words of files and back. Words are compared exactly, case and blanks included.
+/// Turns enumerators into the words of files and back. Words are compared exactly, case and blanks included. Only
+/// print() and find_word() may throw std::bad_alloc.
 class MR_API mrTypes
 {
 public:

@@ -55,7 +55,7 @@ public:
 
     /// Hashes the path's characters (high), the six numbers of the date of the last change added up (middle) and the
     /// size (low). The file is not opened. Different paths of one file may have different hashes. A file that is
-    /// written again with the same size within the same second keeps its hash.
+    /// written again with the same size within the same second keeps its hash. May throw std::bad_alloc.
     /// @param path  date and size of a missing file count as 0
     /// @report "argument out of range | Args" when nothing has that path
     static unsigned int file_hash(utString const& path);
@@ -115,7 +115,8 @@ public:
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
     /// after it. Names are written as they are. A name is not read back the same if it has "#", a NUL, a line end or
-    /// spaces at an end, is empty, or is too long for a line; the second colour of one name ends the reading. The state of @p out shows a failure; it throws if it was set to.
+    /// spaces at an end, is empty, or is too long for a line; the second colour of one name ends the reading. The state
+    /// of @p out shows a failure, and becomes bad (std::ios::badbit) without enough memory; it throws if it was set to.
     /// @return @p out
     static std::ostream& write_pcp(mrColourPalette const& palette, std::ostream& out);
 };

@@ -6,6 +6,8 @@
 #include "dgOffscreenTarget.h"
 #include "dgOffscreenTexture.h"
 
+#include "utConcat.h"
+
 #include <epoxy/gl.h>
 
 #include <algorithm>
@@ -66,6 +68,16 @@ void turn_rows(unsigned char* pixels, int width, int height)
 } // namespace
 
 dgOffscreenRenderer* dgOffscreenRenderer::create(utString& reason)
+{
+    try {
+        return start(reason);
+    } catch (std::bad_alloc const&) {
+        ut_say(reason, "there is not enough memory for a renderer");
+        return nullptr;
+    }
+}
+
+dgOffscreenRenderer* dgOffscreenRenderer::start(utString& reason)
 {
     auto state = std::make_unique<State>();
     state->context = dgOffscreenContext::create(reason);

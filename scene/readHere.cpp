@@ -15,6 +15,22 @@
 #include <new>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
+
+namespace {
+
+/// A list that owns its blocks.
+struct OwnBlocks
+{
+    OwnBlocks() = default;
+    OwnBlocks(OwnBlocks const&) = delete;
+    OwnBlocks& operator=(OwnBlocks const&) = delete;
+    ~OwnBlocks() { gsTriUtils::delete_and_clear(blocks); }
+
+    giTriBlockcoDListPtrcoPtrcoDList blocks;
+};
+
+} // namespace
 
 namespace sc {
 
@@ -31,15 +47,16 @@ Expected<scScene> read_materials_here(std::string const& path)
 
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
 {
-    giTriBlockcoDListPtrcoPtrcoDList blocks;
+    OwnBlocks meshes;
     std::vector<utString> materials;
     utString reason;
-    if (!gx_read_dmt_file(utString(path), blocks, &reason, &materials))
+    if (!gx_read_dmt_file(utString(path), meshes.blocks, &reason, &materials))
         return because(ut_concat("not a readable mesh: ", reason));
     std::vector<scSurface> surfaces;
-    for (giTriBlock* const block : blocks)
-        surfaces.push_back(
-            {std::unique_ptr<giTriBlock>(block), std::string(materials[surfaces.size()].view()), {}});
+    for (giTriBlock*& block : meshes.blocks)
+        surfaces.push_back({std::unique_ptr<giTriBlock>(std::exchange(block, nullptr)),
+                            std::string(materials[surfaces.size()].view()),
+                            {}});
     return surfaces;
 }
 

@@ -41,7 +41,8 @@ struct scReadOptions
 /// Reading here has no limits of time and memory, and loaders may print. Assimp has one logger for the whole
 /// process, to which the reader listens meanwhile: do not read here from two threads at once.
 ///
-/// Each function fills in @p reason, in words, when a file does not read. Reasons may quote bytes of a
+/// Only the constructor may throw: std::bad_alloc. Each function fills in @p reason, in words, when a file does not
+/// read, "not enough memory" for example. Reasons may quote bytes of a
 /// stranger's choice. A child that fails gives "reading it took longer than 60 s", "reading it crashed
 /// (signal 11)", "reading it used more than 2 GiB" or "reading it gave no sensible answer"; one that cannot
 /// be started "the program PATH, which reads files for others, does not start: No such file or directory".

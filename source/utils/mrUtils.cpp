@@ -415,15 +415,17 @@ mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& pa
 
 std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)
 {
-    for (int index = 0; index < palette.size(); ++index) {
-        utString name;
-        giColour const& colour = palette.colour(index, name);
-        utString line = "rgb8";
-        for (unsigned char const channel : {colour.red(), colour.green(), colour.blue()})
-            (line += ' ').append_integer(channel);
-        if (!name.invalid())
-            (line += ' ') += name;
-        out.write(line.c_str(), static_cast<std::streamsize>(line.length())) << std::endl;
-    }
+    mr_guard_stream(out, [&] {
+        for (int index = 0; index < palette.size(); ++index) {
+            utString name;
+            giColour const& colour = palette.colour(index, name);
+            utString line = "rgb8";
+            for (unsigned char const channel : {colour.red(), colour.green(), colour.blue()})
+                (line += ' ').append_integer(channel);
+            if (!name.invalid())
+                (line += ' ') += name;
+            out.write(line.c_str(), static_cast<std::streamsize>(line.length())) << std::endl;
+        }
+    });
     return out;
 }
