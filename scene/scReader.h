@@ -25,6 +25,8 @@ struct scReadOptions
     /// Path of the program that reads in the child. Empty for mr-scene-reader, which is installed with this
     /// library.
     std::string helper{};
+    /// Folders in which scTextures looks for files that it does not find where the scene names them.
+    std::vector<std::string> texture_folders{};
 };
 
 /// Reads each file in a child process of its own, or in this process. The results are the same either way.
@@ -47,6 +49,8 @@ class SC_API scReader
 {
 public:
     explicit scReader(scReadOptions options = {});
+
+    scReadOptions const& options() const { return m_options; }
 
     /// Reads materials, embedded images and notes, in the scene's order. They replace those in @p scene.
     /// OBJ, MTL and glTF 2 have readers of the library's own, which read all materials; Assimp reads every

@@ -15,6 +15,9 @@ check_packages="clang clang-format libclang-rt-14-dev llvm-14 python3"
 # What the benchmarks need beyond those of building.
 benchmark_packages="libbenchmark-dev"
 
+# What benchmarks/peers sets the program beside.
+peer_packages="f3d libvips-tools python3 xvfb"
+
 # install PACKAGE...: installs what is missing of them; silent and quick when nothing is.
 install() {
   local missing=() package

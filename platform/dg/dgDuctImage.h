@@ -29,6 +29,11 @@ public:
 
     /// 1 when @p other is this image, or has the same size and pixels. Null equals none.
     virtual int equal(dgImage const* other) const = 0;
+
+protected:
+    // Not inline, here and in other classes to derive from: so that one library has what identifies the class,
+    // instead of every one that includes this.
+    ~dgImage() override;
 };
 
 /// An image in memory: four bytes a pixel (red, green, blue, alpha), rows from the top, packed.
@@ -61,6 +66,13 @@ public:
     void get_pixel(int x, int y, short* components) const override;
     void set_pixel(int x, int y, short const* components) override;
     int equal(dgImage const* other) const override;
+
+    /// What equal() asks of an image of this class.
+    bool same_as(dgDuctImage const& other) const
+    {
+        return &other == this ||
+               (other.m_width == m_width && other.m_height == m_height && other.m_pixels == m_pixels);
+    }
 
     /// Fills every pixel with the colour, alpha 255.
     void set_all(gsColour const& colour);

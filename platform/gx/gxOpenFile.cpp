@@ -10,11 +10,6 @@
 
 namespace {
 
-bool has_nul(utString const& path)
-{
-    return path.view().find('\0') != std::string_view::npos;
-}
-
 /// @param file  none where opening failed, with the reason in errno
 /// @return the file with its size, or none where it is no regular one
 gxDescriptor check_regular(gxDescriptor file, off_t& size, utString& reason)
@@ -91,8 +86,8 @@ gxFile open_stream(gxDescriptor opened, utString& reason)
 gxDescriptor open_for_reading(utString const& path)
 {
     errno = EINVAL;
-    return gxDescriptor(has_nul(path) ? -1
-                                      : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    return gxDescriptor(
+        gx_has_nul(path) ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
 /// The buffer between a stream and its file.
@@ -132,7 +127,8 @@ private:
     {
         if (offset != 0 || way != std::ios::cur)
             return off_type(-1);
-        return std::ftell(m_file) - (egptr() - gptr());
+        long const here = std::ftell(m_file);
+        return here < 0 ? off_type(-1) : here - (egptr() - gptr());
     }
 
     std::FILE* m_file;
@@ -140,6 +136,11 @@ private:
 };
 
 } // namespace
+
+bool gx_has_nul(utString const& path)
+{
+    return path.view().find('\0') != std::string_view::npos;
+}
 
 gxDescriptor gx_open_regular(utString const& path, utString& reason)
 {
@@ -166,9 +167,10 @@ gxFile gx_open_memory(std::string_view bytes, utString& reason)
     return file;
 }
 
-gxFile gx_create_file(utString const& path, char const* mode)
+gxFile gx_append_to_file(utString const& path)
 {
-    return gxFile(has_nul(path) ? nullptr : std::fopen(path.c_str(), mode));
+    errno = EINVAL;
+    return gxFile(gx_has_nul(path) ? nullptr : std::fopen(path.c_str(), "abe"));
 }
 
 gxFileStream::gxFileStream(std::FILE* file)

@@ -18,6 +18,9 @@ struct gxCloseFile
 };
 using gxFile = std::unique_ptr<std::FILE, gxCloseFile>;
 
+/// Whether a path has a NUL in it. The system would take it for a shorter one, so no file has such a path.
+UT_API bool gx_has_nul(utString const& path);
+
 /// An open file, closed at the end.
 class gxDescriptor
 {
@@ -50,7 +53,7 @@ private:
 // tells about itself, is empty. fileno() of it is -1.
 
 /// Opens a regular file for reading, once and without waiting: folders, pipes and devices are refused, and so is a
-/// path with a NUL, which the system would take for a shorter one.
+/// path with a NUL.
 UT_API gxDescriptor gx_open_regular(utString const& path, utString& reason);
 
 /// The same as a stream.
@@ -62,10 +65,9 @@ UT_API gxFile gx_open_descriptor(int descriptor, utString& reason);
 /// @param bytes  borrowed for as long as the file is open
 UT_API gxFile gx_open_memory(std::string_view bytes, utString& reason);
 
-/// Opens a file for writing.
-/// @param mode  of fopen: "wbe" empties the file, "abe" appends to it
-/// @return null where it cannot be opened, or the path holds a NUL
-UT_API gxFile gx_create_file(utString const& path, char const* mode);
+/// Opens a file for writing at its end; a missing one is made.
+/// @return null where it cannot be opened, or the path holds a NUL, with the reason in errno
+UT_API gxFile gx_append_to_file(utString const& path);
 
 /// An open file as a stream, for what reads lines or writes text. The position of the file is of use again after
 /// a flush, or a seek to what tellg() said.

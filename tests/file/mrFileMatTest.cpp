@@ -66,13 +66,10 @@ TEST_F(mrFileMatTest, ComesBackWithItsImagesWhateverTheirNames)
     {
         char const* name;
         char const* as_read = nullptr; ///< where it is another
-    } const cases[] = {{"\n two\r\n lines\t"},
-                       {"gr\xc3\xbcn gr\xfcn"},
-                       {"\xef\xbf\xbe\xed\xa0\x80"},
-                       {"<!-- -->]]>&amp;<![CDATA[&#13;]]>"},
-                       {"a\1b", "a?b"},
-                       {"\n</multimat>\n"},
-                       {long_name.c_str()}};
+    } const cases[] = {{"\n two\r\n lines\t"},       {"gr\xc3\xbcn gr\xfcn"},
+                       {"\xef\xbf\xbe\xed\xa0\x80"}, {"<!-- -->]]>&amp;<![CDATA[&#13;]]>"},
+                       {"a\1b", "a\u2401b"},         {"\xfc\x1f", "\xfc\u241f"},
+                       {"\n</multimat>\n"},          {long_name.c_str()}};
     for (auto const& [name, as_read] : cases) {
         write_sample(name, true);
         EXPECT_EQ(weave->references(), 1);

@@ -1,6 +1,9 @@
 #include "scReader.h"
 
+#include "scMaterialMaker.h"
 #include "wired.h"
+
+#include "mrFMPlainMat.h"
 
 #include "giTriBlock.h"
 
@@ -196,6 +199,46 @@ TEST(scReader, says_that_its_helper_does_not_start)
     EXPECT_EQ(reason_of(helped_by(helper)), subject + "Permission denied");
     std::filesystem::permissions(helper, std::filesystem::perms::owner_all);
     EXPECT_EQ(reason_of(helped_by(helper)), subject + "Exec format error");
+}
+
+TEST(scReader, takes_what_lets_more_light_through_in_glTF)
+{
+    struct
+    {
+        char const* alpha;
+        char const* transmission;
+        double transparency;
+        char const* note;
+    } const cases[] = {
+        {"OPAQUE", "0.9", 0.9, "its opacity of 0.25 counts for nothing, as its alphaMode is OPAQUE"},
+        {"BLEND", "0.9", 0.9, nullptr},
+        {"BLEND", "0.5", 0.75,
+         "not carried over, a material file has no place for it: the transmission of 0.5, since alpha makes "
+         "it more "
+         "transparent"},
+        {"MASK", "0", 1.0,
+         "not carried over, a material file has no place for it: the cutting away of what is less opaque "
+         "than 0.5 "
+         "(alphaMode MASK)"},
+    };
+    for (auto const& each : cases) {
+        TestFolder const folder;
+        write_bytes(folder.path("a.gltf"),
+                    ut_concat(R"({"asset":{"version":"2.0"},"materials":[{"alphaMode":")", each.alpha,
+                              R"(","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.25]},)",
+                              R"("extensions":{"KHR_materials_transmission":{"transmissionFactor":)",
+                              each.transmission, "}}}]}"));
+        scScene scene;
+        std::string reason;
+        ASSERT_TRUE(in_child.read_materials(folder.path("a.gltf"), scene, reason)) << reason;
+        std::vector<scNote> notes = scene.materials.at(0).notes;
+        EXPECT_EQ(scMaterialMaker::make_plain(scene.materials[0], "a", notes)->transparency(),
+                  each.transparency)
+            << each.alpha << each.transmission;
+        EXPECT_EQ(scNote::lines(notes),
+                  each.note ? std::vector<std::string>{each.note} : std::vector<std::string>{})
+            << each.alpha << each.transmission;
+    }
 }
 
 TEST(scReader, takes_d_before_Tr)

@@ -145,13 +145,10 @@ public:
             int const status = wait_for_end();
             if (end.end == ChildEnd::finished)
                 judge(status, {}, end);
-            m_lost = std::exchange(m_process, -1);
+            m_process = -1;
         }
         return fail(describe(end, m_limits.job));
     }
-
-    /// The process that did not do its job; -1 without one.
-    pid_t lost_process() const { return m_lost; }
 
     bool is_worn_out() const { return m_jobs >= m_limits.jobs || read_resident() >= m_limits.resident; }
 
@@ -196,7 +193,6 @@ private:
 
     WorkerLimits const& m_limits;
     pid_t m_process = -1;
-    pid_t m_lost = -1;
     int m_socket = -1;
     int m_error = 0;
     int m_jobs = 0;
@@ -215,7 +211,7 @@ void run_in_workers(Jobs const& jobs, WorkerLimits const& limits)
         if (result)
             jobs.done(number, *result);
         else
-            jobs.lost(number, worker->lost_process(), result.error().words);
+            jobs.lost(number, result.error().words);
         if (!result || worker->is_worn_out())
             worker.reset();
     }

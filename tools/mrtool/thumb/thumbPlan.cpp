@@ -5,6 +5,7 @@
 #include "utConcat.h"
 
 #include "gxFileHints.h"
+#include "gxReplacement.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,8 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The path with its folder resolved, the same for all names of one file. A link keeps its own name, since writing
-/// to it replaces the link.
+/// The path with its folder resolved, the same for all names of one file. A link keeps its own name.
 fs::path resolve_folder(fs::path const& path)
 {
     std::error_code failed;
@@ -28,11 +28,12 @@ fs::path resolve_folder(fs::path const& path)
     return failed ? path : folder / path.filename();
 }
 
-/// The path with all its links resolved.
+/// The path with all its links resolved; it need not exist.
 fs::path resolve(fs::path const& path)
 {
     std::error_code failed;
-    fs::path const target = fs::weakly_canonical(path, failed);
+    std::string const whole = fs::absolute(path, failed).string();
+    fs::path const target = fs::weakly_canonical(gxReplacement::follow_links(whole), failed);
     return failed ? path : target;
 }
 
@@ -42,7 +43,7 @@ bool is_passed_over(fs::path const& path)
     // Assimp reads these formats, but such files are often no meshes.
     constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
     std::string const name = path.filename().string();
-    return name.ends_with(".thumb.png") || is_pending_name(name) ||
+    return name.ends_with(".thumb.png") || gxReplacement::is_temporary_name(name) ||
            std::find(std::begin(vague), std::end(vague), gx_extension(name)) != std::end(vague);
 }
 
@@ -56,9 +57,12 @@ public:
         if (!output)
             return;
         std::error_code ignored;
+        if (*output == standard_output && (inputs.size() > 1 || fs::is_directory(inputs.front(), ignored)))
+            throw WrongUsage{"standard output takes one thumbnail, of one input that is no folder"};
         m_output_folder = resolve(*output);
-        m_into_folder = inputs.size() > 1 || output->ends_with('/') || fs::is_directory(*output, ignored) ||
-                        fs::is_directory(inputs.front(), ignored);
+        m_into_folder = *output != standard_output &&
+                        (inputs.size() > 1 || output->ends_with('/') || fs::is_directory(*output, ignored) ||
+                         fs::is_directory(inputs.front(), ignored));
     }
 
     /// @throws WrongUsage when the output is an input, or no folder although one is needed
@@ -188,7 +192,7 @@ void check_replaced(ThumbJob const& job, fs::path const& place, Places const& in
         throw WrongUsage{ut_concat(would_replace, "the input ", input->second)};
     if (auto const link = targets.find(place); link != targets.end())
         throw WrongUsage{
-            ut_concat(would_replace, job.output, ", to which the input ", link->second, " leads")};
+            ut_concat(would_replace, place.string(), ", to which the input ", link->second, " leads")};
     if (Result<> const checked = check_picture_path(job.output); !checked)
         throw WrongUsage{ut_concat(would_replace, job.output, ", ", checked.error().words)};
 }
@@ -215,7 +219,11 @@ std::vector<ThumbJob> check_outputs(std::vector<ThumbJob> jobs)
     }
     std::vector<ThumbJob> checked;
     for (ThumbJob& job : jobs) {
-        fs::path const place = resolve_folder(job.output);
+        if (job.output == standard_output) {
+            checked.push_back(std::move(job));
+            continue;
+        }
+        fs::path const place = resolve(job.output);
         check_replaced(job, place, inputs, targets);
         auto const [at, added] = outputs.emplace(place, job.input);
         if (!added && resolve(at->second) != resolve(job.input))

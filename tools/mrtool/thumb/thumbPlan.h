@@ -36,10 +36,11 @@ struct ThumbPlan
 /// names, see named_descriptor(), is read, and has to be the only one.
 ///
 /// @param output  without it, the thumbnail of DIR/NAME.EXT is DIR/NAME.EXT.thumb.png. With one input that is a
-///                file, it is the thumbnail, unless it is a folder or ends in "/". Otherwise it is a folder, in
-///                which each thumbnail has its input's path below the folder given, as NAME.EXT.png
-/// @throws WrongUsage when an output would be written twice, would replace an input or a file other than a
-///                    picture, or has no place; when an open file is not the only input or has no output
+///                file, it is the thumbnail, unless it is a folder or ends in "/"; "-" is standard output.
+///                Otherwise it is a folder, in which each thumbnail has its input's path below the folder given, as
+///                NAME.EXT.png
+/// @throws WrongUsage when an output would be written twice, over links too, would replace an input or a file other
+///                    than a picture, or has no place; when an open file is not the only input or has no output
 ThumbPlan plan_thumbs(std::vector<std::string> const& inputs, std::optional<std::string> const& output);
 
 } // namespace mrtool
