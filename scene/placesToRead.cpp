@@ -94,6 +94,19 @@ std::vector<std::string> split_paths(std::string_view list)
     return paths;
 }
 
+/// The loaders in a list of them, which has the path of each in quotes in a line of its own.
+std::vector<std::string> list_modules(std::string const& list)
+{
+    std::vector<std::string> modules;
+    utString ignored;
+    gxFile const file = gx_open_file(utString(list), ignored);
+    gxFileStream in(file.get());
+    for (std::string line; std::getline(in, line);)
+        if (line.starts_with("\"/"))
+            modules.push_back(line.substr(1, line.find('"', 1) - 1));
+    return modules;
+}
+
 } // namespace
 
 std::vector<std::string> places_of_scene(std::string const& path)
@@ -135,6 +148,8 @@ std::vector<std::string> places_of_loaders()
                                    "FONTCONFIG_FILE", "FONTCONFIG_PATH"})
         for (std::string const& path : split_paths(read_variable(name, "")))
             places.push_back(path);
+    for (std::string const& module : list_modules(read_variable("GDK_PIXBUF_MODULE_FILE", "")))
+        places.push_back(module);
     return places;
 }
 
