@@ -11,6 +11,13 @@ function(mr_compile_whole target)
   set_target_properties(${target} PROPERTIES INTERPROCEDURAL_OPTIMIZATION_RELEASE ${mr_ipo_supported})
 endfunction()
 
+# A library of the project: it exports its own names alone, so that nothing ties it to the process and it unloads.
+function(mr_export_own target)
+  set(exports ${PROJECT_SOURCE_DIR}/cmake/exports.map)
+  target_link_options(${target} PRIVATE LINKER:--version-script=${exports})
+  set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS ${exports})
+endfunction()
+
 function(mr_compile target)
   target_compile_options(${target} PRIVATE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow

@@ -35,7 +35,7 @@ public:
 
     /// The palette of that path, the cache's own until it is loaded again or removed, or the
     /// cache is deleted.
-    /// @return an empty palette for an unknown path
+    /// @return an empty palette for an unknown path, there until the library is unloaded
     /// @report "No such palette" for an unknown path
     mrColourPalette const& get_palette(utString const& path);
 

@@ -13,9 +13,9 @@ class giColour;
 /// Tinted images, each computed once for equal images and equal colours.
 ///
 /// Entries are only ever added, without a limit. What the cache made stays alive for the process's life, also
-/// after clear() and after the cache itself is gone, so that the images handed out stay good: the tinted image's
-/// four bytes a pixel and about 300 bytes more for each entry, and the image that it was made from. Created on first
-/// use, deleted when the library is unloaded. For one thread at a time.
+/// after clear() and after the cache itself is gone, so that the images handed out stay good until the libraries are
+/// unloaded: the tinted image's four bytes a pixel and about 300 bytes more for each entry, and the image that it was
+/// made from. Created on first use, deleted when the library is unloaded. For one thread at a time.
 class MR_API mrRecolouredImageCache
 {
 public:

@@ -36,16 +36,19 @@ int pixels_up_to(double coordinate)
     return coordinate > 0.0 && coordinate <= INT_MAX ? static_cast<int>(std::ceil(coordinate)) : 0;
 }
 
-void keep_within(giBox2 const& view_port, int width, int height)
+/// The pixels of a frame that belong to the viewport, begun ones counted.
+dgOffscreenPart part_within(giBox2 const& view_port, int width, int height)
 {
-    auto const within = [](double value, int most) {
+    auto const low = [](double value, int most) {
         // Written so that a value that is no number gives 0.
         return value > 0.0 ? static_cast<int>(std::min(value, static_cast<double>(most))) : 0;
     };
-    int const x = within(view_port.low().x, width);
-    int const y = within(view_port.low().y, height);
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(x, y, width - x, height - y);
+    dgOffscreenPart part;
+    part.low_x = low(view_port.low().x, width);
+    part.low_y = low(view_port.low().y, height);
+    part.high_x = std::clamp(pixels_up_to(view_port.high().x), part.low_x, width);
+    part.high_y = std::clamp(pixels_up_to(view_port.high().y), part.low_y, height);
+    return part;
 }
 
 /// Turns rows from the bottom into rows from the top.
@@ -143,8 +146,10 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
     if (use.coordinates && !texture.emplace(state.texture))
         return false;
     target.bind();
-    keep_within(projection.view_port, target.width(), target.height());
-    program.use(projection, state, use.coordinates);
+    dgOffscreenPart const part = part_within(projection.view_port, target.width(), target.height());
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.low_x, part.low_y, part.high_x - part.low_x, part.high_y - part.low_y);
+    program.use(projection, state, use.coordinates, part);
     if (state.cull_back_faces)
         glEnable(GL_CULL_FACE);
     else

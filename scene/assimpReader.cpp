@@ -2,6 +2,8 @@
 
 #include "gxFileHints.h"
 #include "gxMeshFiles.h"
+#include "utConcat.h"
+#include "utNeverDestroyed.h"
 
 #include <assimp/DefaultLogger.hpp>
 #include <assimp/GltfMaterial.h>
@@ -427,6 +429,13 @@ bool is_plain_ply(std::string const& path)
     return beginning.starts_with("ply") && beginning.find("element material") == beginning.npos;
 }
 
+std::string list_extensions()
+{
+    std::string list;
+    Assimp::Importer().GetExtensionList(list);
+    return ut_concat(";", list, ";");
+}
+
 } // namespace
 
 Expected<scScene> read_with_assimp(std::string const& path)
@@ -446,8 +455,11 @@ Expected<scScene> read_with_assimp(std::string const& path)
 
 bool assimp_knows(std::string const& extension)
 {
-    static Assimp::Importer const importer; // making one makes all its readers, which takes long
-    return importer.IsExtensionSupported(extension);
+    // Kept as text, "*.3ds;*.obj": making an importer makes all its readers, which takes long.
+    static utNeverDestroyed<std::string> const list(list_extensions());
+    std::string const& known = *list;
+    return extension.find(';') == std::string::npos &&
+           known.find(ut_concat(";*.", extension, ";")) != std::string::npos;
 }
 
 } // namespace sc

@@ -1,7 +1,9 @@
 #include "gltfFile.h"
 
-#include "gxOpenFile.h"
 #include "siblingFile.h"
+
+#include "gxOpenFile.h"
+#include "utNeverDestroyed.h"
 
 #include <cerrno>
 #include <cstring>
@@ -87,18 +89,18 @@ std::optional<std::string> decode_base64(std::string_view digits)
 
 Json const& get_member(Json const& object, char const* name)
 {
-    static Json const none;
+    static utNeverDestroyed<Json> const none;
     auto const found = object.is_object() ? object.find(name) : object.end();
-    return found == object.end() ? none : *found;
+    return found == object.end() ? *none : *found;
 }
 
 Json const& get_entry(Json const& file, char const* list, Json const& index)
 {
-    static Json const none;
+    static utNeverDestroyed<Json> const none;
     Json const& entries = get_member(file, list);
     bool const there =
         entries.is_array() && index.is_number_unsigned() && index.get<std::size_t>() < entries.size();
-    return there ? entries[index.get<std::size_t>()] : none;
+    return there ? entries[index.get<std::size_t>()] : *none;
 }
 
 Expected<std::string> decode_data_uri(std::string_view uri)

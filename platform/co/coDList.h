@@ -2,6 +2,7 @@
 #pragma once
 
 #include "utExport.h"
+#include "utNeverDestroyed.h"
 
 #include <cstddef>
 #include <iterator>
@@ -47,11 +48,11 @@ public:
     /// @report "argument out of range | CO_DLIST::index" past either end
     T const& operator[](int index) const
     {
-        static T const missing{};
+        static utNeverDestroyed<T> const missing;
         if (index >= 0 && static_cast<std::size_t>(index) < m_elements.size())
             return *std::next(m_elements.begin(), index);
         co_report_list_index();
-        return missing;
+        return *missing;
     }
 
     /// Sets the cursor to the first element.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "utExport.h"
+#include "utNeverDestroyed.h"
 
 #include <cstddef>
 #include <memory>
@@ -41,12 +42,12 @@ public:
     /// @report "argument out of range | CO_PAGEARR::index" past either end
     T const& operator[](int index) const
     {
-        static T const missing{};
+        static utNeverDestroyed<T> const missing;
         auto const at = static_cast<std::size_t>(index);
         if (index >= 0 && at < m_size)
             return m_pages[at / page_size][at % page_size];
         co_report_array_index();
-        return missing;
+        return *missing;
     }
 
 private:

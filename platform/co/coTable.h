@@ -4,6 +4,7 @@
 #include "coHash.h"
 #include "coOrdered.h"
 #include "utExport.h"
+#include "utNeverDestroyed.h"
 
 #include <cstddef>
 
@@ -69,11 +70,11 @@ public:
     /// @report "argument out of range | CO_TABLE::read | null key" for the null key
     Value const& read(Key const& key) const
     {
-        static Value const missing{};
+        static utNeverDestroyed<Value> const missing;
         if (NullKey::is_null(key))
             co_report_null_key_read();
         Value const* const found = find(key);
-        return found ? *found : missing;
+        return found ? *found : *missing;
     }
 
     /// The value of the key, which is entered with a default value when the table does not hold it.

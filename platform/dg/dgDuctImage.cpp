@@ -4,6 +4,8 @@
 #include <cstring>
 #include <typeinfo>
 
+dgImage::~dgImage() = default;
+
 dgDuctImage::dgDuctImage(char const* name, int width, int height) : m_name(name ? name : "")
 {
     resize(width, height);

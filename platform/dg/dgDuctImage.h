@@ -29,6 +29,11 @@ public:
 
     /// 1 when @p other is this image, or has the same size and pixels. Null equals none.
     virtual int equal(dgImage const* other) const = 0;
+
+protected:
+    // Not inline, here and in other classes to derive from: so that one library has what identifies the class,
+    // instead of every one that includes this.
+    ~dgImage() override;
 };
 
 /// An image in memory: four bytes a pixel (red, green, blue, alpha), rows from the top, packed.

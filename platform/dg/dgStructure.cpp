@@ -2,6 +2,12 @@
 
 #include <utility>
 
+dgStructure::~dgStructure() = default;
+
+dgStructureStore::~dgStructureStore() = default;
+
+dgClientStructure::~dgClientStructure() = default;
+
 void dgClientStructure::append(dgElement* element)
 {
     std::unique_ptr<dgElement> owned(element);

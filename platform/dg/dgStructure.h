@@ -24,6 +24,9 @@ public:
     virtual std::size_t size() const = 0;
     /// @param index  0 to size() - 1
     virtual dgElement const& element(std::size_t index) const = 0;
+
+protected:
+    ~dgStructure() override;
 };
 
 /// A structure in the client's own memory.
@@ -36,11 +39,14 @@ public:
     dgElement const& element(std::size_t index) const override { return *m_elements[index]; }
 
 private:
-    ~dgClientStructure() override = default;
+    ~dgClientStructure() override;
 
     std::vector<std::unique_ptr<dgElement>> m_elements;
 };
 
 /// Where an application keeps shared structures; a view that draws a structure of its own needs none.
 class UT_API dgStructureStore : public dgBase
-{};
+{
+protected:
+    ~dgStructureStore() override;
+};

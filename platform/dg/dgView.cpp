@@ -38,6 +38,10 @@ bool make_directions(giVector3& normal, giVector3& up)
 
 } // namespace
 
+dgCamera::~dgCamera() = default;
+
+dgView::~dgView() = default;
+
 void dgCamera::view_port_dc(giBox2 const& box)
 {
     m_projection.view_port = box;

@@ -39,6 +39,8 @@ protected:
     /// cube (0 to 1); a box without any extent is shown with a scale of 1.
     void fit(giBox3 const& box);
 
+    ~dgCamera() override;
+
 private:
     dgProjection m_projection;
 };
@@ -65,7 +67,7 @@ public:
     void render_network(dgStructure* structure);
 
 private:
-    ~dgView() override = default;
+    ~dgView() override;
 
     dgCounted<dgRenderer> m_renderer;
     dgCounted<dgStructureStore> m_store;

@@ -1,12 +1,14 @@
 #include "xmlNode.h"
 
+#include "utNeverDestroyed.h"
+
 #include <utility>
 
 namespace {
 
-utString const text_name = "#text";
-utString const no_value;
-xmlNodeList const no_children;
+utNeverDestroyed<utString> const text_name("#text");
+utNeverDestroyed<utString> const no_value;
+utNeverDestroyed<xmlNodeList> const no_children;
 
 // Of an element that holds more than one node, white space included.
 constexpr std::size_t usual_length = 8;
@@ -30,17 +32,17 @@ void xmlNodeList::append(xmlNode& node)
 
 utString const& xmlNode::node_name() const
 {
-    return m_type == xmlElementNode ? *static_cast<xmlElement const*>(this)->m_name : text_name;
+    return m_type == xmlElementNode ? *static_cast<xmlElement const*>(this)->m_name : *text_name;
 }
 
 utString const& xmlNode::node_value() const
 {
-    return m_type == xmlTextNode ? static_cast<xmlText const*>(this)->m_value : no_value;
+    return m_type == xmlTextNode ? static_cast<xmlText const*>(this)->m_value : *no_value;
 }
 
 xmlNodeList const& xmlNode::child_nodes() const
 {
-    return m_type == xmlElementNode ? static_cast<xmlElement const*>(this)->m_children : no_children;
+    return m_type == xmlElementNode ? static_cast<xmlElement const*>(this)->m_children : *no_children;
 }
 
 xmlNode const* xmlNode::first_child() const

@@ -4,6 +4,7 @@
 #include "mrUtils.h"
 
 #include "utAssert.h"
+#include "utNeverDestroyed.h"
 
 #include <new>
 #include <utility>
@@ -52,11 +53,11 @@ int mrColourPaletteCache::palette_exists(utString const& path)
 
 mrColourPalette const& mrColourPaletteCache::get_palette(utString const& path)
 {
-    static mrColourPalette const absent;
+    static utNeverDestroyed<mrColourPalette> const absent;
     UT_CHECK_VALID(m_check);
     mrColourPalettecoTablePrgcoPrg const& palette = m_palettes.read(key_of(path));
     UT_REQUIRE(palette, "No such palette");
-    return palette ? *palette : absent;
+    return palette ? *palette : *absent;
 }
 
 mrPaletteFileError mrColourPaletteCache::load_palette(utString const& path)

@@ -5,6 +5,7 @@
 #include "mrFMTexture.h"
 
 #include "utAssert.h"
+#include "utNeverDestroyed.h"
 
 #include <algorithm>
 #include <utility>
@@ -46,8 +47,8 @@ mrFMPlainMat const& mrFMFacet::plain_mat() const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_plain_mat, "State");
-    static mrFMPlainMat const invalid_plain_mat;
-    return m_plain_mat ? *m_plain_mat : invalid_plain_mat;
+    static utNeverDestroyed<mrFMPlainMat> const invalid_plain_mat;
+    return m_plain_mat ? *m_plain_mat : *invalid_plain_mat;
 }
 
 mrFMTexturecoDList const& mrFMFacet::textures() const

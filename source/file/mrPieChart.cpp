@@ -3,6 +3,7 @@
 #include "dgkCurve3.h"
 #include "mlMath.h"
 #include "utAssert.h"
+#include "utNeverDestroyed.h"
 
 #include <vector>
 
@@ -11,9 +12,10 @@ namespace {
 dgkCurve3* default_profile()
 {
     // A horizontal tangent on the axis makes the top flat.
-    static dgkBezCurve3 curve(3,
-                              {{0.0, 0.0, 0.0}, {57.0, 0.0, 0.0}, {144.0, 0.0, -31.0}, {148.0, 0.0, -54.0}});
-    return &curve;
+    static utNeverDestroyed<dgkBezCurve3> curve(
+        3,
+        std::vector<giPoint3>{{0.0, 0.0, 0.0}, {57.0, 0.0, 0.0}, {144.0, 0.0, -31.0}, {148.0, 0.0, -54.0}});
+    return &*curve;
 }
 
 /// The nodes along an edge of a segment, with their normals and texture coordinates.

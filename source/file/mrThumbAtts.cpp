@@ -3,6 +3,7 @@
 #include "mrPieChart.h"
 
 #include "utAssert.h"
+#include "utNeverDestroyed.h"
 
 #include <algorithm>
 
@@ -13,14 +14,14 @@ using BlockList = giTriBlockcoDListPtrcoPtrcoDList;
 
 FaceCountTable const& table_or_empty(FaceCountTable const* table)
 {
-    static FaceCountTable const empty(mrInitialSize, mrFillLimit);
-    return table ? *table : empty;
+    static utNeverDestroyed<FaceCountTable> const empty(mrInitialSize, mrFillLimit);
+    return table ? *table : *empty;
 }
 
 BlockList const& list_or_empty(BlockList const* list)
 {
-    static BlockList const empty;
-    return list ? *list : empty;
+    static utNeverDestroyed<BlockList> const empty;
+    return list ? *list : *empty;
 }
 
 /// Compares the block pointers and their order, not the contents of the blocks.
@@ -179,8 +180,8 @@ FaceCountTable const& mrThumbAtts::tex_blocks() const
 mrPieChart const& mrThumbAtts::pie_chart()
 {
     UT_CHECK_VALID(m_check);
-    static mrPieChart const default_chart;
-    return m_pie_chart ? *m_pie_chart : default_chart;
+    static utNeverDestroyed<mrPieChart> const default_chart;
+    return m_pie_chart ? *m_pie_chart : *default_chart;
 }
 
 void mrThumbAtts::become(mrThumbAtts const& other)

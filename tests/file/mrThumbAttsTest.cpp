@@ -92,6 +92,9 @@ TEST(mrThumbAtts, ComparesAllButThePieChart)
           Atts{.normal = {1, 0.00035, 0}}, Atts{.up = {1, 0, 0}}, Atts{.plain_block = &block_a}})
         EXPECT_TRUE(usual != different);
     EXPECT_TRUE(mrThumbAtts() != usual);
+    mrThumbAtts const without_up = Atts{.up = giVector3()};
+    EXPECT_THAT(reports(), ElementsAre(args));
+    EXPECT_TRUE(without_up != without_up);
 
     // As the last pair of lists is.
     Filled const ab{&block_a, &block_b}, bb{&block_b, &block_b}, ba{&block_b, &block_a};

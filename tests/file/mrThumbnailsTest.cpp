@@ -191,7 +191,8 @@ TEST_F(mrThumbnailsTest, DrawsTheRestWithoutAnImageCoordinatesOrFacets)
 {
     EXPECT_TRUE(draw({}).empty());
     EXPECT_THAT(reports(),
-                ElementsAre("platform/co/coTable.cpp: argument out of range | CO_TABLE::read | null key",
+                ElementsAre("platform/co/coDList.cpp: argument out of range | CO_DLIST::index",
+                            "platform/co/coTable.cpp: argument out of range | CO_TABLE::read | null key",
                             "source/file/mrPieChart.cpp: Args"));
     EXPECT_EQ(draw({new_facet(red, {layer("lost", &blue)})}).size(), 1u);
     std::vector<std::string> const made = reports();

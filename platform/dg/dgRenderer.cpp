@@ -1,0 +1,3 @@
+#include "dgRenderer.h"
+
+dgRenderer::~dgRenderer() = default;
