@@ -69,8 +69,17 @@ TEST(mrThumbAtts, ReportsAndStoresAllTheSame)
 
     mrThumbAtts atts;
     EXPECT_EQ(atts.background_colour(), gsRGB());
-    atts.geom_view_up_vector(giVector3());
-    EXPECT_THAT(reports(), ElementsAre(args, state));
+    atts.height(-2);
+    atts.surface_colour(gsRGB(7, 8, 9));
+    atts.geom_view_normal_vector(giVector3());
+    atts.geom_view_up_vector({0, 3, 0});
+    EXPECT_THAT(reports(), ElementsAre(args, state, state, args, state, state));
+    atts.width(5); // from here on it is valid
+    EXPECT_THAT(reports(), ElementsAre(state));
+    EXPECT_EQ(atts.width() * atts.height(), -10);
+    EXPECT_EQ(atts.surf_colour(), gsRGB(7, 8, 9));
+    EXPECT_TRUE(atts.geom_view_normal_vector().invalid());
+    EXPECT_EQ(atts.geom_view_up_vector().y, 3.0);
 }
 
 TEST(mrThumbAtts, ComparesAllButThePieChart)
