@@ -96,6 +96,21 @@ public:
                       {{"all resident", [&] { benchmark::DoNotOptimize(opengl.frame()); }}});
     }
 
+    /// Draws many meshes beside fewer.
+    void compare_counts(Table& table, char const* work, int count, char const* fewer, int fewer_count)
+    {
+        mrThumbnails thumbnails(m_renderer.get(), *m_atts);
+        giTriBlock block;
+        fill_sheet(block, 1, 1);
+        auto const drawing = [&](int meshes) {
+            giTriBlockcoDListPtrcoPtrcoDList list;
+            for (int i = 0; i < meshes; ++i)
+                list.append(&block);
+            return [&thumbnails, list] { benchmark::DoNotOptimize(dg_hold(thumbnails.from_meshes(list))); };
+        };
+        table.compare(work, drawing(count), {fewer, drawing(fewer_count)}, 5.0);
+    }
+
 private:
     dgCounted<dgOffscreenRenderer> m_renderer;
     giTriBlock m_sphere;
@@ -124,4 +139,5 @@ int main(int argc, char** argv)
     meshes.append(&sheet);
     pair.compare(table, "from_meshes of 1,000,000 triangles, 256²",
                  [&](mrThumbnails& thumbnails) { return dg_hold(thumbnails.from_meshes(meshes)); });
+    pair.compare_counts(table, "from_meshes of 1,000 meshes of two triangles, 256²", 1000, "250 meshes", 250);
 }

@@ -16,7 +16,6 @@ class mrFMTexture;
 class mrImageCacheItem;
 class mrItemKey;
 class mrMatProp;
-class mrRecolouredImage;
 
 /// The properties of a material or of a material file, in the order in which they were added.
 using mrMatPropcoSet = coSet<mrMatProp>;
@@ -29,8 +28,6 @@ using mrFMFacetcoDListPtrcoPtrcoDList = coDList<mrFMFacet*>;
 
 /// The image table: image name to image; the table's owner holds one reference on each image.
 using utStringdgDuctImagecoTablePtrcoPtrcoTable = coTable<utString, dgDuctImage*>;
-
-using mrRecolouredImagecoDListPtrcoPtrcoDList = coDList<mrRecolouredImage*>;
 
 /// The image cache's entries by hash value; the cache deletes them.
 using intmrImageCacheItemcoTablePtrcoPtrcoTable = coTable<int, mrImageCacheItem*, coZeroIsNullKey>;

@@ -38,9 +38,11 @@ public:
     mrFMFacetcoDListPtrcoPtrcoDList const& facets() const { return check().m_facets; }
     utStringdgDuctImagecoTablePtrcoPtrcoTable const& images() const { return check().m_images; }
 
-    /// Writes the document and the images to the path, over an existing file.
-    /// @return 1, or 0 when the file cannot be created, the disk is full, or an image cannot be written; the part
-    ///         written before stays
+    /// Writes the document and the images to the path. They take the place of an older file when all is written;
+    /// mrTarget says what a crash leaves.
+    /// @return 1, or 0 when the file cannot be opened for writing, the disk is full, or an image cannot be written; an
+    ///         older file stays as it was then, and where there was none, the part written before stays. Or 0
+    ///         with the path untouched when two images would have one title: see mrImageBlock::check_titles
     /// @report "State" when the file is empty; a document without members is written all the same
     int write(utString const& path) const;
 

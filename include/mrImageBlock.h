@@ -61,8 +61,16 @@ public:
     /// The fault that ended the walk: part "image 2", its byte, the reason. Without a reason while nothing is wrong.
     mrFault const& fault() const { return m_fault; }
 
-    /// Appends images to a file, each with its key in the table as title and with its own name. Replaces control
-    /// characters that XML cannot carry as a document does, so that a title stays the name that layers use.
+    /// Whether each image would have a title of its own. Characters that XML cannot carry become their pictures
+    /// (see xmlUtils::carried), so keys that differ may have one title: "\x01" and "\u2401", or an invalid and an
+    /// empty one. In time linear in the number of images.
+    /// @param fault  receives the two keys
+    /// @return 1, or 0 when two would have the same or memory runs out
+    static int check_titles(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, mrFault& fault);
+
+    /// Appends images to a file, each with its own name and with its key in the table as title, in which control
+    /// characters become their pictures as they do in a document: a title stays the name that layers use. A file is
+    /// to be begun after check_titles() alone, since readers keep the last image of a title.
     /// @param fault  receives the image that cannot be written, and the reason
     /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay
     static int write(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, std::FILE* file,

@@ -82,9 +82,12 @@ public:
     void remove_image(unsigned int hash);
 
     /// Writes the limits, the entries and, as mrUtils::write_images does, the images under their hash values to the
-    /// path, over an existing file. Ages stay as they are.
-    /// @return 1, or 0 when the file cannot be created or the limits and entries cannot be written. An image that is
-    ///         null, empty or cannot be written ends the images, but the result stays 1
+    /// path. They take the place of an older file when all is written; mrTarget says what a crash leaves. Ages stay as
+    /// they are.
+    /// @return 1, or 0 when the file cannot be opened for writing, the limits and entries cannot be written, or the
+    ///         file cannot be completed; an older file stays as it was then. An image that is null, empty or no PNG can
+    ///         hold ends the images, and the file has those before it. An older file stays as it was also when the
+    ///         disk or the memory has no room for the images. The result is 1 in both cases
     /// @report "argument out of range | Args" when invalid; both limits are written all the same
     /// @report "argument out of range | Args" when @p path is empty
     /// @report "Invalid image!" from mrImageCacheItem for each entry without an image
@@ -118,8 +121,8 @@ public:
 
     // The same for any target or source, with the reason for a failure.
 
-    /// @param fault  receives the reason for a result of 0; with a result of 1, the first image that is missing, if
-    ///               any, and the reason
+    /// @param fault  receives the reason for a result of 0; with a result of 1, the first image that could not be
+    ///               written, if any, and the reason
     /// @report as above, except for the path
     int write(mrTarget const& target, mrFault& fault) const;
 

@@ -1,18 +1,21 @@
 // The process's store of tinted images.
 #pragma once
 
-#include "mrContainers.h"
 #include "mrExport.h"
 #include "utCheckValid.h"
 #include "utSingleton.h"
 
+#include <memory>
+
+class dgDuctImage;
 class giColour;
 
 /// Tinted images, each computed once for equal images and equal colours.
 ///
 /// Entries are only ever added, without a limit. What the cache made stays alive for the process's life, also
 /// after clear() and after the cache itself is gone, so that the images handed out stay good until the libraries are
-/// unloaded. Created on first use, deleted when the library is unloaded. For one thread at a time.
+/// unloaded: the tinted image's four bytes a pixel and about 300 bytes more for each entry, and the image that it was
+/// made from. Created on first use, deleted when the library is unloaded. For one thread at a time.
 class MR_API mrRecolouredImageCache
 {
 public:
@@ -26,7 +29,8 @@ public:
 
     /// The image tinted towards the colour: that of the youngest entry whose image equals @p image and whose
     /// colour equals @p colour, else that of a new entry, which takes one reference on @p image.
-    /// Time is linear in the number of entries, with one comparison of images for each of the same colour.
+    /// Takes one comparison of images for each entry of the same colour and image size, the youngest first, however
+    /// many others there are: so n different images of one size take the square of n to tint in one colour.
     /// @param image  null gets an entry of its own, which no later call finds
     /// @return borrowed, without a reference for the caller; null for a null image
     /// @report "Args" when @p image is null, followed by what mrRecolouredImage reports of it
@@ -47,7 +51,9 @@ protected:
 private:
     friend class utKillerOfmrRecolouredImageCache;
 
-    mrRecolouredImagecoDListPtrcoPtrcoDList m_list;
+    struct Entries;
+
+    std::unique_ptr<Entries> m_entries;
     utCheckValid m_check{this};
 };
 

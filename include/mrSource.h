@@ -15,11 +15,11 @@ struct mrFault;
 class MR_API mrSource
 {
 public:
-    /// A regular file. It is opened once, without waiting: a folder, pipe or device cannot be opened.
+    /// A regular file. It is opened once, without waiting, and read no further than the size it had then: a folder,
+    /// pipe or device cannot be opened, a file without a size is empty.
     static mrSource from_path(utString const& path) { return mrSource(path); }
 
-    /// A regular file that is open for reading. It is read from its beginning and stays open; its position
-    /// afterwards is unspecified.
+    /// A regular file that is open for reading. It is read from its beginning, stays open and keeps its position.
     static mrSource from_descriptor(int descriptor) { return mrSource(descriptor); }
 
     /// @param bytes  stay in place while they are read

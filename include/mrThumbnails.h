@@ -40,8 +40,9 @@ public:
     /// later facet that names the same image starts from the tinted one. A null facet is passed over, and its
     /// block with it.
     ///
-    /// Drawing takes one copy of the image for each such layer, kept for the process's life: materials from
-    /// strangers are safe to read, but are drawn in a process of their own.
+    /// Drawing takes one copy of the image for each such layer, kept for the process's life; see
+    /// mrRecolouredImageCache for what each takes of memory and time. So materials from strangers are safe to read,
+    /// but are drawn in a process of their own.
     ///
     /// Seen by the view's default camera. The renderer is left with read buffer 1.
     /// @return as the renderer reads it back, which may be null; without facets, the background

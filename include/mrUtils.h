@@ -19,9 +19,10 @@ class MR_API mrUtils
 public:
     /// Appends the images of the table to a file, one PNG image after the other, each with two text entries:
     /// "Title", its key in the table, and "DuctImageName", its own name. Characters that XML cannot carry
-    /// are written as "?", as in a document, so that a title stays the name that layers use. An empty table touches no
-    /// file.
-    /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay in the file
+    /// are written as their pictures, as in a document, so that a title stays the name that layers use. An empty table
+    /// touches no file.
+    /// @return 1, or 0 at the first image that is null or cannot be written, with those before it in the file; or 0
+    ///         with the file untouched when two images would have one title: see mrImageBlock::check_titles
     static int write_images(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, utString const& path);
 
     /// Reads the images that stand end to end from a position to the end of the file. Fewer than ten bytes

@@ -1,6 +1,8 @@
 #include "readHere.h"
 
 #include "childProcess.h"
+#include "containment.h"
+#include "placesToRead.h"
 #include "readers.h"
 #include "sceneWire.h"
 
@@ -41,10 +43,12 @@ Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
     return surfaces;
 }
 
-Expected<dgCounted<dgDuctImage>> read_image_here(std::string const& path, gxImageFileFormat format)
+Expected<dgCounted<dgDuctImage>> read_image_here(int file, gxImageFileFormat format)
 {
     utString reason;
-    auto image = dg_hold(gxImageFileUtils::read_image_file(utString(path), format, &reason));
+    dgCounted<dgDuctImage> image;
+    if (gxFile const stream = gx_open_descriptor(file, reason))
+        image = dg_hold(gxImageFileUtils::read_image_file(stream.get(), format, &reason));
     if (!image)
         return because(ut_concat("not a readable image: ", reason));
     return image;
@@ -58,13 +62,18 @@ int run_reader(std::string const& what, std::string const& path)
     dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     sandbox::WireWriter wire(result);
     auto const answer = [&](auto read) { wire(read); };
+    sandbox::Containment containment = sandbox::contain_process();
+    bool const is_scene = what == materials_wanted || what == surfaces_wanted;
+    containment.landlock = sandbox::restrict_reading(is_scene ? places_of_scene(path) : places_of_loaders());
     if (what == materials_wanted)
         answer(read_materials_here(path));
     else if (what == surfaces_wanted)
         answer(read_surfaces_here(path));
     else if (what.starts_with(image_wanted))
-        answer(read_image_here(path, static_cast<gxImageFileFormat>(
-                                         std::atoi(what.c_str() + std::string_view(image_wanted).size()))));
+        answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
+                                                 what.c_str() + std::string_view(image_wanted).size()))));
+    else if (what == containment_wanted)
+        answer(Expected<std::vector<std::string>>(containment.words()));
     return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

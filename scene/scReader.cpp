@@ -83,13 +83,15 @@ bool read_safely(T& value, std::string& reason, Read read)
 }
 
 /// Nobody but this process is asked for a PNG image.
-Expected<Image> read_image_of(scReadOptions const& options, std::string const& path, gxImageFileFormat format,
-                              int input = -1)
+/// @param file  the descriptor of a regular file
+Expected<Image> read_image_of(scReadOptions const& options, int file, gxImageFileFormat format)
 {
+    utString reason;
+    if (gxFile const stream = gx_open_descriptor(file, reason))
+        gxImageFileUtils::file_format_from_content(gx_read_beginning(stream.get()), format);
     if (format == gxImageFilePNG || options.place == scReadHere)
-        return sc::read_image_here(path, format);
-    Expected<Image> image = ask_child<Image>(options, ut_concat(sc::image_wanted, int{format}),
-                                             input < 0 ? path : "/proc/self/fd/0", input);
+        return sc::read_image_here(file, format);
+    Expected<Image> image = ask_child<Image>(options, ut_concat(sc::image_wanted, int{format}), "-", file);
     if (image && !*image)
         return because(no_sense);
     return image;
@@ -115,13 +117,10 @@ Expected<Image> read_embedded(scReadOptions const& options, scImage const& image
     }
     gxImageFileFormat format = gxImageFilePNG;
     gxImageFileUtils::file_format_from_extension(utString(image.extension), format);
-    gxImageFileUtils::file_format_from_content(image.bytes, format);
     gxFile const file = make_memory_file(image.bytes);
     if (!file)
         return because(ut_concat("no memory for it: ", std::strerror(errno)));
-    // From its beginning: the child opens what it inherits anew.
-    int const descriptor = fileno(file.get());
-    return read_image_of(options, ut_concat("/proc/self/fd/", descriptor), format, descriptor);
+    return read_image_of(options, fileno(file.get()), format);
 }
 
 void find_materials(scScene& scene)
@@ -176,9 +175,14 @@ bool scReader::read_surfaces(std::string const& path, scScene& scene, std::strin
 
 Image scReader::read_image(std::string const& path, gxImageFileFormat format, std::string& reason) const
 {
-    gxImageFileUtils::file_format_from_content(gx_read_beginning(path), format);
     Image read;
-    read_safely(read, reason, [&] { return read_image_of(m_options, path, format); });
+    read_safely(read, reason, [&]() -> Expected<Image> {
+        utString why_not;
+        gxDescriptor const file = gx_open_regular(utString(path), why_not);
+        if (!file)
+            return because(ut_concat("not a readable image: the file cannot be opened: ", why_not));
+        return read_image_of(m_options, file.get(), format);
+    });
     return read;
 }
 
@@ -187,6 +191,15 @@ Image scReader::read_image(scImage const& image, std::string& reason) const
     Image read;
     read_safely(read, reason, [&] { return read_embedded(m_options, image); });
     return read;
+}
+
+std::vector<std::string> scReader::containment() const
+{
+    std::vector<std::string> words;
+    std::string ignored;
+    read_safely(words, ignored,
+                [&] { return ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"); });
+    return words;
 }
 
 bool scReader::knows_extension(std::string const& extension)

@@ -27,7 +27,7 @@ void exchange(Wire& wire, scMaterial& material)
 {
     wire(material.name, material.colour, material.opacity, material.transparency, material.roughness,
          material.shininess, material.metalness, material.reflectivity, material.refractive_index,
-         material.emission, material.texture, material.embedded, material.notes);
+         material.emission, material.linear, material.texture, material.embedded, material.notes);
 }
 
 /// The scene without its surfaces.
@@ -100,6 +100,9 @@ inline void exchange(sandbox::WireReader& wire, dgCounted<dgDuctImage>& image)
     image = make_image(width, height, pixels);
 }
 
+// Found through the wire, whatever the value is.
+namespace sandbox {
+
 /// An answer: a value, or the reason for a failure.
 template <class Wire, class T>
 void exchange(Wire& wire, sc::Expected<T>& answer)
@@ -113,3 +116,5 @@ void exchange(Wire& wire, sc::Expected<T>& answer)
     else
         wire(answer.error());
 }
+
+} // namespace sandbox

@@ -67,6 +67,13 @@ public:
     void set_pixel(int x, int y, short const* components) override;
     int equal(dgImage const* other) const override;
 
+    /// What equal() asks of an image of this class.
+    bool same_as(dgDuctImage const& other) const
+    {
+        return &other == this ||
+               (other.m_width == m_width && other.m_height == m_height && other.m_pixels == m_pixels);
+    }
+
     /// Fills every pixel with the colour, alpha 255.
     void set_all(gsColour const& colour);
 

@@ -26,7 +26,7 @@ inline std::string gx_read_beginning(std::FILE* file)
     return bytes;
 }
 
-/// The first 4 KiB of a regular file; empty when it cannot be read.
+/// The same of a regular file; empty when it cannot be read.
 inline std::string gx_read_beginning(std::string const& path)
 {
     utString ignored;

@@ -262,17 +262,18 @@ dgDuctImage* read_with_loader(std::FILE* file, Format const& format, utString& r
     return pixbuf ? image_of(pixbuf.get()) : nullptr;
 }
 
-dgDuctImage* read_with_format(utString const& path, Format const& format, utString& reason)
+dgDuctImage* read_with_format(std::FILE* file, gxImageFileFormat format, utString& reason)
 {
-    gxFile const file = gx_open_file(path, reason);
-    if (!file) {
-        reason = utString(ut_concat("the file cannot be opened: ", reason));
+    auto const known = std::find_if(std::begin(formats), std::end(formats),
+                                    [format](Format const& row) { return row.format == format; });
+    if (known == std::end(formats)) {
+        reason = "the format is not known";
         return nullptr;
     }
-    if (format.loader)
-        return read_with_loader(file.get(), format, reason);
+    if (known->loader)
+        return read_with_loader(file, *known, reason);
     utStringutStringcoTable texts(4, 50);
-    return gxPNGReaderDuctImage::read_file(file.get(), texts, gxImageFileUtils::max_pixels, &reason);
+    return gxPNGReaderDuctImage::read_file(file, texts, gxImageFileUtils::max_pixels, &reason);
 }
 
 } // namespace
@@ -313,17 +314,27 @@ int gxImageFileUtils::file_format_from_content(std::string_view beginning, gxIma
 dgDuctImage* gxImageFileUtils::read_image_file(utString const& path, gxImageFileFormat format,
                                                utString* reason)
 {
-    auto const known = std::find_if(std::begin(formats), std::end(formats),
-                                    [format](Format const& row) { return row.format == format; });
-    utString why_not = "the format is not known";
+    utString why_not;
+    try {
+        if (gxFile const file = gx_open_file(path, why_not))
+            return read_image_file(file.get(), format, reason);
+        why_not = utString(ut_concat("the file cannot be opened: ", why_not));
+    } catch (std::bad_alloc const&) {
+        why_not = "there is not enough memory for the image";
+    }
+    if (reason)
+        *reason = why_not;
+    return nullptr;
+}
+
+dgDuctImage* gxImageFileUtils::read_image_file(std::FILE* file, gxImageFileFormat format, utString* reason)
+{
+    utString why_not;
     dgDuctImage* image = nullptr;
-    if (known != std::end(formats)) {
-        why_not.set_invalid();
-        try {
-            image = read_with_format(path, *known, why_not);
-        } catch (std::bad_alloc const&) {
-            why_not = "there is not enough memory for the image";
-        }
+    try {
+        image = read_with_format(file, format, why_not);
+    } catch (std::bad_alloc const&) {
+        why_not = "there is not enough memory for the image";
     }
     if (!image && reason)
         *reason = why_not;

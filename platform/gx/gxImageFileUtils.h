@@ -6,6 +6,7 @@
 #include "utString.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <string_view>
 
 enum gxImageFileFormat
@@ -52,5 +53,10 @@ public:
     /// @param reason  where not null, receives the reason for a failure, in words
     /// @return a new image without a name and without references, or null
     static dgDuctImage* read_image_file(utString const& path, gxImageFileFormat format,
+                                        utString* reason = nullptr);
+
+    /// The same of an open file, from its position on.
+    /// @param file  borrowed
+    static dgDuctImage* read_image_file(std::FILE* file, gxImageFileFormat format,
                                         utString* reason = nullptr);
 };

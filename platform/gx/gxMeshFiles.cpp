@@ -13,7 +13,9 @@ namespace {
 class MeshFile final : public Assimp::DefaultIOStream
 {
 public:
-    MeshFile(gxFile file, char const* path) : DefaultIOStream(file.release(), path) {}
+    MeshFile(gxFile file, char const* path)
+        : DefaultIOStream(file.get(), path), m_size(measure(file.release()))
+    {}
 
     std::size_t Read(void* buffer, std::size_t size, std::size_t count) override
     {
@@ -26,7 +28,19 @@ public:
         return read;
     }
 
+    std::size_t FileSize() const override { return m_size; }
+
 private:
+    /// Asks the file itself: the path may lead elsewhere by now.
+    static std::size_t measure(std::FILE* file)
+    {
+        std::fseek(file, 0, SEEK_END);
+        long const size = std::ftell(file);
+        std::rewind(file);
+        return size < 0 ? 0 : static_cast<std::size_t>(size);
+    }
+
+    std::size_t m_size;
     int m_vain_reads = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "gxOpenFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <string>
@@ -9,31 +10,84 @@
 
 namespace {
 
-bool has_nul(utString const& path)
-{
-    return path.view().find('\0') != std::string_view::npos;
-}
-
-/// @param descriptor  below 0 where opening failed, with the reason in errno; closed here on failure
-gxFile open_regular(int descriptor, utString& reason)
+/// @param file  none where opening failed, with the reason in errno
+/// @return the file with its size, or none where it is no regular one
+gxDescriptor check_regular(gxDescriptor file, off_t& size, utString& reason)
 {
     struct stat status
     {};
-    bool const known = descriptor >= 0 && ::fstat(descriptor, &status) == 0;
-    gxFile file(known && S_ISREG(status.st_mode) ? ::fdopen(descriptor, "rb") : nullptr);
-    if (file)
-        return file;
+    bool const known = file && ::fstat(file.get(), &status) == 0;
     int const error = errno;
-    // Before words are made: they may find no memory.
-    if (descriptor >= 0)
-        ::close(descriptor);
-    if (known && S_ISDIR(status.st_mode))
-        reason = "a folder, not a file";
-    else if (known && !S_ISREG(status.st_mode))
-        reason = "not a file";
+    size = status.st_size;
+    if (known && S_ISREG(status.st_mode))
+        return file;
+    if (known)
+        reason = S_ISDIR(status.st_mode) ? "a folder, not a file" : "not a file";
     else
         reason = utString(std::generic_category().message(error));
-    return nullptr;
+    return gxDescriptor();
+}
+
+/// A file as it was when it was opened, behind a stream.
+struct BoundedFile
+{
+    gxDescriptor file;
+    off_t size;
+    off_t at = 0;
+
+    static ssize_t read(void* self, char* to, std::size_t count)
+    {
+        auto& that = *static_cast<BoundedFile*>(self);
+        off_t const left = std::max<off_t>(that.size - that.at, 0);
+        ssize_t got = 0;
+        do
+            got = ::pread(that.file.get(), to, std::min(count, static_cast<std::size_t>(left)), that.at);
+        while (got < 0 && errno == EINTR);
+        that.at += std::max<ssize_t>(got, 0);
+        return got;
+    }
+
+    static int seek(void* self, off64_t* offset, int whence)
+    {
+        auto& that = *static_cast<BoundedFile*>(self);
+        off_t const from = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? that.at : that.size;
+        off_t to = 0;
+        if (__builtin_add_overflow(from, *offset, &to) || to < 0) {
+            errno = EINVAL;
+            return -1;
+        }
+        *offset = that.at = to;
+        return 0;
+    }
+
+    static int close(void* self)
+    {
+        delete static_cast<BoundedFile*>(self);
+        return 0;
+    }
+};
+
+gxFile open_stream(gxDescriptor opened, utString& reason)
+{
+    off_t size = 0;
+    gxDescriptor file = check_regular(std::move(opened), size, reason);
+    if (!file)
+        return nullptr;
+    auto bounded = std::make_unique<BoundedFile>(BoundedFile{std::move(file), size});
+    gxFile stream(::fopencookie(bounded.get(), "rb",
+                                {BoundedFile::read, nullptr, BoundedFile::seek, BoundedFile::close}));
+    if (stream)
+        bounded.release(); // the stream's
+    else
+        reason = utString(std::generic_category().message(errno));
+    return stream;
+}
+
+gxDescriptor open_for_reading(utString const& path)
+{
+    errno = EINVAL;
+    return gxDescriptor(
+        gx_has_nul(path) ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
 /// The buffer between a stream and its file.
@@ -73,7 +127,8 @@ private:
     {
         if (offset != 0 || way != std::ios::cur)
             return off_type(-1);
-        return std::ftell(m_file) - (egptr() - gptr());
+        long const here = std::ftell(m_file);
+        return here < 0 ? off_type(-1) : here - (egptr() - gptr());
     }
 
     std::FILE* m_file;
@@ -82,19 +137,25 @@ private:
 
 } // namespace
 
+bool gx_has_nul(utString const& path)
+{
+    return path.view().find('\0') != std::string_view::npos;
+}
+
+gxDescriptor gx_open_regular(utString const& path, utString& reason)
+{
+    off_t size = 0;
+    return check_regular(open_for_reading(path), size, reason);
+}
+
 gxFile gx_open_file(utString const& path, utString& reason)
 {
-    errno = EINVAL;
-    return open_regular(
-        has_nul(path) ? -1 : ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC), reason);
+    return open_stream(open_for_reading(path), reason);
 }
 
 gxFile gx_open_descriptor(int descriptor, utString& reason)
 {
-    gxFile file = open_regular(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0), reason);
-    if (file)
-        std::rewind(file.get());
-    return file;
+    return open_stream(gxDescriptor(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)), reason);
 }
 
 gxFile gx_open_memory(std::string_view bytes, utString& reason)
@@ -106,9 +167,10 @@ gxFile gx_open_memory(std::string_view bytes, utString& reason)
     return file;
 }
 
-gxFile gx_create_file(utString const& path, char const* mode)
+gxFile gx_append_to_file(utString const& path)
 {
-    return gxFile(has_nul(path) ? nullptr : std::fopen(path.c_str(), mode));
+    errno = EINVAL;
+    return gxFile(gx_has_nul(path) ? nullptr : std::fopen(path.c_str(), "abe"));
 }
 
 gxFileStream::gxFileStream(std::FILE* file)

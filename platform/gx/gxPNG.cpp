@@ -1,23 +1,31 @@
 #include "gxPNG.h"
 
 #include "dgCounted.h"
+#include "utConcat.h"
 #include "utUTF8.h"
 
 #include <png.h>
 
 #include <algorithm>
 #include <csetjmp>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
 
-/// The message of libpng's error. Its size is fixed because it is written where no exception may pass.
+constexpr char out_of_memory[] = "there is not enough memory for the image";
+
+/// What libpng has to complain of. The size of the text is fixed because it is written where no exception may pass.
 struct Complaint
 {
+    char const* words() const { return no_memory ? out_of_memory : text; }
+
     char text[128] = "";
+    bool no_memory = false; ///< libpng only warns of it and leaves a text out
 };
 
 [[noreturn]] void complain(png_structp png, char const* message)
@@ -25,6 +33,19 @@ struct Complaint
     auto& complaint = *static_cast<Complaint*>(png_get_error_ptr(png));
     std::strncpy(complaint.text, message, sizeof complaint.text - 1);
     png_longjmp(png, 1);
+}
+
+png_voidp allocate(png_structp png, png_alloc_size_t size)
+{
+    void* const memory = std::malloc(size);
+    if (!memory)
+        static_cast<Complaint*>(png_get_mem_ptr(png))->no_memory = true;
+    return memory;
+}
+
+void release(png_structp, png_voidp memory)
+{
+    std::free(memory);
 }
 
 // Drops warnings: libpng reads such images all the same.
@@ -51,7 +72,8 @@ public:
     /// @param file_bytes  from the file's position to its end
     Decoder(std::FILE* file, std::int64_t file_bytes) : m_file(file), m_bytes_left(file_bytes)
     {
-        m_png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &m_complaint, complain, keep_quiet);
+        m_png = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, &m_complaint, complain, keep_quiet,
+                                         &m_complaint, allocate, release);
         m_info = m_png ? png_create_info_struct(m_png) : nullptr;
     }
     ~Decoder() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
@@ -65,9 +87,15 @@ public:
     std::int64_t width() const { return png_get_image_width(m_png, m_info); }
     std::int64_t height() const { return png_get_image_height(m_png, m_info); }
     std::int64_t raw_bytes() const;
-    char const* complaint() const { return m_complaint.text; }
+    char const* complaint() const { return m_complaint.words(); }
 
 private:
+    template <class Step>
+    bool attempt(Step const& step)
+    {
+        return ::attempt(m_png, step) && !m_complaint.no_memory;
+    }
+
     static void read_bytes(png_structp png, png_bytep bytes, std::size_t count);
     void set_limits();
     void ask_for_rgba();
@@ -125,7 +153,7 @@ bool Decoder::read_header()
 {
     if (!m_info)
         throw std::bad_alloc();
-    return attempt(m_png, [this] {
+    return attempt([this] {
         png_set_read_fn(m_png, this, read_bytes);
         set_limits();
         png_read_info(m_png, m_info);
@@ -159,7 +187,7 @@ void Decoder::ask_for_rgba()
 
 bool Decoder::read_pixels(dgDuctImage& image)
 {
-    return attempt(m_png, [this, &image] {
+    return attempt([this, &image] {
         ask_for_rgba();
         int const passes = png_set_interlace_handling(m_png);
         png_read_update_info(m_png, m_info);
@@ -290,7 +318,8 @@ class Encoder
 public:
     Encoder()
     {
-        m_png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &m_complaint, complain, keep_quiet);
+        m_png = png_create_write_struct_2(PNG_LIBPNG_VER_STRING, &m_complaint, complain, keep_quiet,
+                                          &m_complaint, allocate, release);
         m_info = m_png ? png_create_info_struct(m_png) : nullptr;
     }
     ~Encoder() { png_destroy_write_struct(&m_png, &m_info); }
@@ -324,7 +353,7 @@ bool Encoder::write(dgDuctImage const& image, std::vector<png_text> const& texts
     if (!m_info)
         return false;
     bool const opaque = is_opaque(image);
-    return attempt(m_png, [&] {
+    bool const written = attempt(m_png, [&] {
         png_init_io(m_png, file);
         png_set_text(m_png, m_info, texts.data(), static_cast<int>(texts.size()));
         write_header(image, opaque);
@@ -333,6 +362,7 @@ bool Encoder::write(dgDuctImage const& image, std::vector<png_text> const& texts
             png_write_row(m_png, image.pixels() + at);
         png_write_end(m_png, m_info);
     });
+    return written && !m_complaint.no_memory;
 }
 
 } // namespace
@@ -345,10 +375,10 @@ dgDuctImage* gxPNGReaderDuctImage::read_file(std::FILE* file, utStringutStringco
     try {
         image = decode(file, texts, pixel_limit, why_not);
     } catch (std::bad_alloc const&) {
-        why_not = "there is not enough memory for the image";
+        ut_say(why_not, out_of_memory);
     }
     if (!image && reason)
-        *reason = why_not;
+        *reason = std::move(why_not);
     return image.release();
 }
 

@@ -2,6 +2,17 @@
 
 #include "utUTF8.h"
 
+#include <exception>
+
+void ut_say(utString& text, std::string_view words) noexcept
+{
+    try {
+        text = utString(words);
+    } catch (std::exception const&) {
+        text = "no memory"; // short enough to need none
+    }
+}
+
 std::string ut_quote(std::string_view text)
 {
     std::string quoted = "\"";

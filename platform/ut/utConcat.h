@@ -43,6 +43,9 @@ std::string ut_concat(Parts const&... parts)
     return text;
 }
 
+/// Makes the text these words, or, where there is no memory for them, "no memory".
+UT_API void ut_say(utString& text, std::string_view words) noexcept;
+
 /// The text in quotes, with a backslash before each quote and backslash in it.
 UT_API std::string ut_quote(std::string_view text);
 

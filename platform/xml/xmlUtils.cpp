@@ -1,7 +1,10 @@
 #include "xmlUtils.h"
 
+#include "utUTF8.h"
+
 #include <algorithm>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -14,6 +17,9 @@ void collect(xmlElement const& parent, utString const& name, std::vector<xmlElem
             found.push_back(child);
     }
 }
+
+/// U+2400 and on, one for each control character.
+constexpr char32_t control_pictures = 0x2400;
 
 bool cannot_be_carried(char character)
 {
@@ -61,7 +67,14 @@ utString xmlUtils::carried(utString const& text)
 {
     if (text.invalid())
         return text;
-    std::string result(text.view());
-    std::replace_if(result.begin(), result.end(), cannot_be_carried, '?');
-    return utString(std::move(result));
+    std::string_view rest = text.view();
+    std::string result;
+    for (;;) {
+        auto const end = std::find_if(rest.begin(), rest.end(), cannot_be_carried);
+        result.append(rest.begin(), end);
+        if (end == rest.end())
+            return utString(std::move(result));
+        utUTF8::append(result, control_pictures + static_cast<unsigned char>(*end));
+        rest.remove_prefix(static_cast<std::size_t>(end - rest.begin()) + 1);
+    }
 }

@@ -28,7 +28,8 @@ public:
     static xmlElement& append_child_text_element(xmlElement& element, utString const& name,
                                                  utString const& text);
 
-    /// The text with every character that XML cannot carry (NUL and the control characters below 32 other
-    /// than tab, line feed and carriage return) replaced by "?". An invalid string stays invalid.
+    /// The text with its picture, U+2400 and the code in UTF-8, in the place of every character that XML cannot
+    /// carry: NUL and the control characters below 32 other than tab, line feed and carriage return. These bytes
+    /// come back from a text in an 8-bit encoding too. An invalid string stays invalid.
     static utString carried(utString const& text);
 };

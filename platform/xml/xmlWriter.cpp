@@ -15,13 +15,13 @@ constexpr std::string_view break_start = "<!--";
 constexpr std::string_view break_end = "-->";
 
 /// The text that stands in the file for a byte; empty for a byte that stands there itself.
-std::array<std::string_view, 256> make_replacements()
+std::array<std::string, 256> make_replacements()
 {
-    std::array<std::string_view, 256> made;
+    std::array<std::string, 256> made;
     for (std::size_t byte = 0; byte < made.size(); ++byte) {
         utString const character(std::string(1, static_cast<char>(byte)));
-        if (xmlUtils::carried(character) != character)
-            made[byte] = "?";
+        if (utString const picture = xmlUtils::carried(character); picture != character)
+            made[byte] = picture.view();
     }
     made['\n'] = "\n";
     made['\r'] = "&#13;"; // a reader makes a line feed of a carriage return that stands there itself
@@ -31,7 +31,7 @@ std::array<std::string_view, 256> make_replacements()
     return made;
 }
 
-std::array<std::string_view, 256> const replacements = make_replacements();
+std::array<std::string, 256> const replacements = make_replacements();
 
 std::string_view replacement_of(char character)
 {

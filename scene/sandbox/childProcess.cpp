@@ -4,14 +4,19 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/close_range.h>
+#include <new>
 #include <poll.h>
 #include <string_view>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -19,17 +24,6 @@
 namespace sandbox {
 
 namespace {
-
-constexpr bool keeps_memory_limit()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    return false;
-#elif defined(__has_feature)
-    return !__has_feature(address_sanitizer);
-#else
-    return true;
-#endif
-}
 
 void limit(int resource, rlim_t most)
 {
@@ -80,12 +74,15 @@ int keep_above_standard(int file)
                          int output, int words)
 {
     die_with(parent, SIGKILL);
+    setpgid(0, 0);
     int const from = keep_above_standard(input >= 0 ? input : open("/dev/null", O_RDWR | O_CLOEXEC));
     int const to = keep_above_standard(output);
     int const errors = keep_above_standard(words);
     dup2(from, STDIN_FILENO);
     dup2(to, STDOUT_FILENO);
     dup2(errors, STDERR_FILENO);
+    // What this process got from its own parent is not the child's either.
+    syscall(SYS_close_range, STDERR_FILENO + 1, ~0U, CLOSE_RANGE_CLOEXEC);
     limit_memory(RLIMIT_AS, limits.memory);
     signal(SIGPIPE, SIG_DFL);
     execv(arguments[0], arguments);
@@ -93,28 +90,86 @@ int keep_above_standard(int file)
     _exit(write(STDERR_FILENO, &error, sizeof error) < 0 ? EXIT_FAILURE : exec_failed);
 }
 
-/// Collects output and last words until the child closed both.
-/// @return finished, or which limit was reached before
-ChildEnd collect(int output, int words, ChildLimits const& limits, Deadline& deadline, std::string& caught,
-                 std::string& last_words)
+/// Collects what a child writes.
+class Collector
 {
-    pollfd both[] = {{output, POLLIN, 0}, {words, POLLIN, 0}};
-    std::string* const texts[] = {&caught, &last_words};
-    while (both[0].fd >= 0 || both[1].fd >= 0) {
-        int const wait = deadline.wait();
-        if (wait == 0)
-            return ChildEnd::out_of_time;
-        if (poll(both, 2, wait) <= 0)
-            continue;
-        for (int which : {0, 1})
-            if (both[which].fd >= 0 && both[which].revents != 0 && !drain(both[which].fd, *texts[which]))
-                both[which].fd = -1;
-        if (caught.size() > limits.output)
-            return ChildEnd::too_much_output;
-        if (last_words.size() > last_words_kept)
-            last_words.erase(0, last_words.size() - last_words_kept);
+public:
+    Collector(int output, int words, ChildLimits const& limits, ChildResult& result)
+        : m_files{{output, POLLIN, 0}, {words, POLLIN, 0}}, m_left(limits.output), m_result(result)
+    {}
+
+    /// Goes on until the child closed both files.
+    /// @return finished, or which limit was reached before
+    ChildEnd collect(Deadline const& deadline)
+    {
+        // When the time is over: once for what the pipe holds, once for its end.
+        int last_looks = 2;
+        while (m_files[0].fd >= 0 || m_files[1].fd >= 0) {
+            int const wait = deadline.wait();
+            if (wait == 0 && last_looks-- == 0)
+                return ChildEnd::out_of_time;
+            if (poll(m_files, 2, wait) <= 0)
+                continue;
+            if (!take(m_files[0], m_result.output) || !take(m_files[1], m_last_words))
+                return ChildEnd::too_much_output;
+            if (m_last_words.size() > last_words_kept)
+                m_last_words.erase(0, m_last_words.size() - last_words_kept);
+        }
+        return ChildEnd::finished;
     }
-    return ChildEnd::finished;
+
+    std::string const& last_words() const { return m_last_words; }
+
+private:
+    /// @return false when more came than may; one byte of it is taken
+    bool take(pollfd& file, std::string& into)
+    {
+        if (file.fd < 0 || file.revents == 0)
+            return true;
+        std::size_t const before = into.size();
+        if (!drain(file.fd, into,
+                   static_cast<std::size_t>(std::min<std::uint64_t>(m_left, SIZE_MAX - 1)) + 1))
+            file.fd = -1;
+        std::size_t const taken = into.size() - before;
+        bool const fits = taken <= m_left;
+        m_left -= fits ? taken : m_left;
+        return fits;
+    }
+
+    pollfd m_files[2];
+    std::uint64_t m_left; ///< bytes that the child may still write
+    ChildResult& m_result;
+    std::string m_last_words;
+};
+
+/// A child that is gone at the end of this object's life, whatever happens until then.
+struct RunningChild
+{
+    pid_t process;
+
+    ~RunningChild()
+    {
+        if (process > 0)
+            kill_child(process);
+    }
+};
+
+/// Waits for a child's end or its limits.
+void wait_for(RunningChild& child, Collector& collector, Deadline const& deadline, ChildResult& result)
+{
+    try {
+        result.end = collector.collect(deadline);
+    } catch (std::bad_alloc const&) {
+        result.end = ChildEnd::no_room;
+    }
+    if (result.end != ChildEnd::finished)
+        return;
+    result.end = ChildEnd::out_of_time;
+    int status = 0;
+    if (!ended(child.process, deadline, status))
+        return;
+    child.process = -1;
+    judge(status, collector.last_words(), result);
 }
 
 /// Some loaders end the process when an allocation fails. They say so first, in these words (the run-time
@@ -152,7 +207,7 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
         pointers.push_back(const_cast<char*>(argument.c_str())); // exec's signature; it changes nothing
     pointers.push_back(nullptr);
 
-    Deadline deadline(limits.time);
+    Deadline const deadline(limits.time);
     pid_t const parent = getpid();
     pid_t const child = output.open && words.open ? fork() : -1;
     if (child < 0) {
@@ -161,19 +216,13 @@ ChildResult run_child(std::vector<std::string> const& arguments, ChildLimits con
     }
     if (child == 0)
         become(pointers.data(), limits, parent, input, output.ends[1], words.ends[1]);
+    RunningChild running{child};
+    setpgid(child, child); // the child's own call may come later, or fail when this one came first
     output.close_end(1);
     words.close_end(1);
 
-    std::string last_words;
-    result.end = collect(output.ends[0], words.ends[0], limits, deadline, result.output, last_words);
-    int status = 0;
-    if (result.end == ChildEnd::finished && ended(child, deadline, status)) {
-        judge(status, last_words, result);
-        return result;
-    }
-    if (result.end == ChildEnd::finished)
-        result.end = ChildEnd::out_of_time;
-    kill_child(child);
+    Collector collector(output.ends[0], words.ends[0], limits, result);
+    wait_for(running, collector, deadline, result);
     return result;
 }
 
@@ -198,36 +247,32 @@ std::string describe(ChildResult const& result, ChildLimits const& limits)
         return "used more than " + size(limits.memory);
     case ChildEnd::too_much_output:
         return "gave more than " + size(limits.output);
+    case ChildEnd::no_room:
+        return "gave more than there is memory for";
     case ChildEnd::not_started:
         break;
     }
     return std::string("could not be done in a process of its own: ") + std::strerror(result.code);
 }
 
-bool drain(int file, std::string& into)
+bool drain(int file, std::string& into, std::size_t most)
 {
     char chunk[1 << 16];
-    ssize_t const got = read(file, chunk, sizeof chunk);
+    ssize_t const got = read(file, chunk, std::min(most, sizeof chunk));
     if (got < 0)
         return errno == EINTR || errno == EAGAIN;
     into.append(chunk, static_cast<std::size_t>(got));
     return got > 0;
 }
 
-int Deadline::wait()
+int Deadline::wait() const
 {
     using std::chrono::milliseconds;
-    constexpr milliseconds longest(1000);
-    auto const now = Clock::now();
-    // So long between two questions, though told to wait less: this process was stopped.
-    if (now - m_asked > 2 * longest)
-        m_end += now - m_asked;
-    m_asked = now;
-    auto const left = std::chrono::ceil<milliseconds>(m_end - now);
-    return static_cast<int>(std::clamp(left, milliseconds(0), longest).count());
+    auto const left = std::chrono::ceil<milliseconds>(m_end - Clock::now());
+    return static_cast<int>(std::clamp(left, milliseconds(0), milliseconds(INT_MAX)).count());
 }
 
-bool ended(pid_t child, Deadline& deadline, int& status)
+bool ended(pid_t child, Deadline const& deadline, int& status)
 {
     for (;;) {
         pid_t const done = waitpid(child, &status, WNOHANG);
@@ -241,6 +286,7 @@ bool ended(pid_t child, Deadline& deadline, int& status)
 
 int kill_child(pid_t child)
 {
+    kill(-child, SIGKILL);
     kill(child, SIGKILL);
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR)
@@ -258,7 +304,7 @@ void die_with(pid_t parent, int signal)
 void limit_memory(int resource, std::uint64_t bytes)
 {
     limit(RLIMIT_CORE, 0);
-    if (keeps_memory_limit())
+    if (!under_address_sanitizer())
         limit(resource, bytes);
 }
 

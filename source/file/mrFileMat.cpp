@@ -61,6 +61,8 @@ int mrFileMat::write(mrTarget const& target, mrFault& fault) const
 
 int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
 {
+    if (!mrImageBlock::check_titles(m_images, fault))
+        return 0;
     mrOutput out(target, mrOutput::Mode::replace, fault);
     if (!out.file())
         return 0;
@@ -68,8 +70,10 @@ int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
     auto const encapsulation = m_images.empty() ? mrImageEncapsulationNone : mrImageEncapsulationEmbeddedPng;
     mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
-    int const written = stream.flush() && mrImageBlock::write(m_images, out.file(), fault);
-    return out.close(fault) && written;
+    if (stream.flush() && mrImageBlock::write(m_images, out.file(), fault))
+        return out.close(fault);
+    out.explain(fault);
+    return 0;
 }
 
 mrFileMatReadStatus mrFileMat::read(utString const& path)
@@ -106,7 +110,8 @@ mrFileMatReadStatus mrFileMat::read_parts(std::FILE* file, mrReadLimits const& l
         return mrFileMatBadContent;
     }
     in.clear(); // a document may end with the file, and tellg() would fail then
-    mrImageBlock block(file, std::streamoff(in.tellg()) + 1, limits);
+    std::streamoff const end = in.tellg(); // of the document, or -1
+    mrImageBlock block(file, end < 0 ? end : end + 1, limits);
     if (m_encapsulation != mrImageEncapsulationNone) {
         int const whole = block.read_into(m_images, remarks);
         fault = block.fault();

@@ -126,11 +126,16 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
     // This fails on a full disk.
     bool const written =
         std::fwrite(text.data(), 1, text.size(), out.file()) == text.size() && std::fflush(out.file()) == 0;
-    if (written)
-        mr_guard(fault, 0, [&] { return mrImageBlock::write(images, out.file(), fault); });
-    // The text of a cache without images may fail to reach the file only now.
-    bool const closed = out.close(fault);
-    return written && (closed || !images.empty());
+    if (!written) {
+        out.explain(fault);
+        return 0;
+    }
+    constexpr int no_memory = -1;
+    int const images_written =
+        mr_guard(fault, no_memory, [&] { return mrImageBlock::write(images, out.file(), fault); });
+    if (images_written == no_memory)
+        return 1; // An older file is worth more than one without images.
+    return out.close(fault) || !images_written;
 }
 
 mrFileMatReadStatus mrImageCache::read(utString const& path)

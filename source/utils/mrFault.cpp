@@ -2,8 +2,6 @@
 
 #include "utConcat.h"
 
-#include <new>
-
 utString mrFault::words() const
 {
     if (reason.invalid())
@@ -24,9 +22,5 @@ void mrFault::within(utString const& larger)
 void mrFault::set_out_of_memory() noexcept
 {
     *this = {};
-    try {
-        reason = "not enough memory";
-    } catch (std::bad_alloc const&) {
-        reason = "no memory"; // short enough to need none
-    }
+    ut_say(reason, "not enough memory");
 }

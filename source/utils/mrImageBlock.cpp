@@ -16,6 +16,8 @@ using Images = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 utString const title_key = mrImageBlock::title_key;
 utString const name_key = mrImageBlock::name_key;
 
+constexpr char reading_failed[] = "reading it failed before its end";
+
 /// Counts the bytes from a position to the end of the file, and moves to the position, at most to the end.
 /// @return -1 on failure
 std::int64_t count_bytes_from(std::FILE* file, std::int64_t start)
@@ -64,7 +66,10 @@ int mrImageBlock::read_next(mrBlockImage& image)
         return 0;
     ++m_number;
     image = {};
-    image.byte = std::ftell(m_file);
+    if (image.byte = std::ftell(m_file); image.byte < 0) {
+        fail(reading_failed);
+        return 0;
+    }
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
     utString reason;
     image.image = dg_hold(gxPNGReaderDuctImage::read_file(
@@ -126,8 +131,30 @@ std::size_t mrImageBlock::peek(char (&bytes)[fewest_bytes])
 {
     std::size_t const count = std::fread(bytes, 1, fewest_bytes, m_file);
     if (std::ferror(m_file) || std::fseek(m_file, -static_cast<long>(count), SEEK_CUR) != 0)
-        fail("reading it failed before its end");
+        fail(reading_failed);
     return m_fault.reason.invalid() ? count : 0;
+}
+
+int mrImageBlock::check_titles(Images const& images, mrFault& fault)
+{
+    return mr_guard(fault, 0, [&] {
+        coTable<utString, utString> changed(mrInitialSize, mrFillLimit); // from a title to its key
+        for (auto const& [key, image] : images) {
+            utString const title(xmlUtils::carried(key).view());
+            if (title == key)
+                continue;
+            utString const* const other = images.member(title) ? &title : changed.find(title);
+            if (other) {
+                fault = {.reason =
+                             utString(ut_concat("its title would be that of image ", ut_quote(other->view()),
+                                                ", since control characters are written as pictures")),
+                         .part = utString(ut_concat("image ", ut_quote(key.view())))};
+                return 0;
+            }
+            changed[title] = key;
+        }
+        return 1;
+    });
 }
 
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)

@@ -314,6 +314,8 @@ int mrUtils::write_images(Images const& images, mrTarget const& target, mrFault&
     if (images.empty())
         return 1;
     return mr_guard(fault, 0, [&] {
+        if (!mrImageBlock::check_titles(images, fault))
+            return 0;
         mrOutput out(target, mrOutput::Mode::append, fault);
         int const written = out.file() && mrImageBlock::write(images, out.file(), fault);
         return out.file() && out.close(fault) && written ? 1 : 0;

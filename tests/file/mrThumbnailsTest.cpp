@@ -127,6 +127,7 @@ protected:
         mrFileMat const material(mrMatPropcoSet(mrInitialSize, mrFillLimit),
                                  list_of<mrFMFacetcoDListPtrcoPtrcoDList>(facets), images);
         take(on(renderer).from_material(material));
+        EXPECT_EQ(material.images().read("wood"), image); // whatever was tinted
         return renderer->drawn;
     }
 

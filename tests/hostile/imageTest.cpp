@@ -61,7 +61,7 @@ TEST_F(HostileImage, Blocks)
     std::string block;
     for (int i = 0; i < 32; ++i)
         block += packed.substr(0, 33) + chunk("tEXt", "Title\0"s + std::to_string(i)) + packed.substr(33);
-    // The block may have 2^28 pixels, and 256 more for each byte of it, which is just not enough for two.
+    // The block may have 2^28 pixels, and 64 more for each byte of it, which is not enough for two.
     expect("32 images of 16,384 x 16,384 in one block of a megabyte", block, read_block,
            "1 images, then none", large_pixels);
 }

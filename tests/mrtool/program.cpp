@@ -19,8 +19,8 @@ Outcome run_mrtool(std::string const& arguments, std::string const& before, std:
     TestFolder const folder;
     std::string const caught = folder.path("output"), errors = folder.path("errors");
     write_bytes(caught, {});
-    std::string const command = before + " " MRTOOL " " + arguments + " >" +
-                                (output.empty() ? caught : output) + " 2>" + errors + " </dev/null";
+    std::string const command = before + " " MRTOOL " </dev/null " + arguments + " >" +
+                                (output.empty() ? caught : output) + " 2>" + errors;
     int const status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_bytes(caught), read_bytes(errors)};
 }

@@ -20,6 +20,7 @@ struct Outcome
 };
 
 /// Runs mrtool with arguments as a shell takes them.
+/// Its standard input is empty unless the arguments redirect it.
 /// @param before  shell commands that come before it, each with its ";"
 /// @param output  where its output goes instead of to the Outcome
 Outcome run_mrtool(std::string const& arguments, std::string const& before = {},

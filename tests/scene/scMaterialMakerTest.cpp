@@ -41,7 +41,7 @@ TEST(scMaterialMaker, brings_values_into_range_and_says_so)
     other.texture = "oak.png";
     notes.clear();
     auto const second = scMaterialMaker::make_plain(other, "\x01", notes);
-    EXPECT_EQ(second->name(), "?");
+    EXPECT_EQ(second->name(), "\u2401");
     EXPECT_EQ(second->polish(), 1.0);
     EXPECT_EQ(second->diffuse_colour(), giColour(255, 255, 255, 0));
     EXPECT_THAT(scNote::lines(notes), ElementsAre("the shininess of 4000 is taken as 1000",

@@ -1,8 +1,12 @@
 #include "mrUtils.h"
 
+#include "mrFileMat.h"
+#include "mrMatProp.h"
+#include "mrTarget.h"
 #include "mrTest.h"
 
 #include "dgDuctImage.h"
+#include "utConcat.h"
 
 #include <chrono>
 #include <tuple>
@@ -67,6 +71,34 @@ TEST_F(mrUtilsTest, ImagesFollowWhatAFileHoldsAndTheLaterOfOneTitleCounts)
     EXPECT_STREQ(in.table.read("b")->name(), "");
     EXPECT_EQ(replaced->references(), 1);
     replaced->unreference();
+}
+
+TEST_F(mrUtilsTest, KeepsControlCharactersApartAndRefusesTwoImagesOfOneTitle)
+{
+    std::string const nul("\0", 1);
+    std::string const names[] = {nul, "\x01", "\x1f\xfc", "?", "\t"};
+    for (std::string const& name : names)
+        out.add(utString(name));
+    ASSERT_EQ(mrUtils::write_images(out.table, path.c_str()), 1);
+    ASSERT_EQ(mrUtils::read_images(path.c_str(), 0, in.table), 1);
+    ASSERT_EQ(in.table.size(), std::size(names));
+    for (char const* title : {"\u2400", "\u2401", "\u241f\xfc", "?", "\t"})
+        EXPECT_TRUE(in.table.member(title)) << title;
+
+    std::string const before = read_bytes(path);
+    for (auto const& [one, other] :
+         {std::pair{"\x02", "\u2402"}, {"\x05\u2406", "\u2405\x06"}, {"", nullptr}}) {
+        Images both;
+        both.add(one);
+        both.add(other);
+        mrFault fault;
+        EXPECT_EQ(mrUtils::write_images(both.table, mrTarget::to_path(path.c_str()), fault), 0) << one;
+        for (char const* key : {one, other ? other : ""})
+            EXPECT_NE(fault.words().locate_substring(ut_quote(key)), -1) << fault.words().view();
+        mrFileMat const file({mrInitialSize, mrFillLimit}, {}, both.table);
+        EXPECT_EQ(file.write(path.c_str()), 0) << one;
+        EXPECT_EQ(read_bytes(path), before) << one;
+    }
 }
 
 TEST_F(mrUtilsTest, ReadsFromAnImageOnAndKeepsThoseBeforeWhatIsNone)

@@ -90,6 +90,11 @@ TEST(mrtool_palette, converts_and_says_what_it_changes)
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o a.pcp --force", there).status, 0);
     EXPECT_THAT(read_bytes(folder.path("a.pcp")), StartsWith("rgb8 1 2 3 Grey 1\n"));
 
+    EXPECT_EQ(run_mrtool("palette --from a.gpl -o -", there).output, read_bytes(folder.path("a.pcp")));
+    Outcome const unheard = run_mrtool("palette a.pcp -o -", there, "/dev/full");
+    EXPECT_EQ(unheard.errors, "mrtool: palette: standard output cannot be written: No space left on device\n");
+    EXPECT_EQ(unheard.status, 1);
+
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;").status, 1);
     EXPECT_EQ(files_in(folder.path("")), 2);
 }
@@ -102,7 +107,8 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
     write_bytes(folder.path("a.gpl"), "GIMP Palette\n1 2 3\n");
     fs::create_symlink("a.pcp", folder.path("link"));
     // A fault in the program may replace this one; /dev/null would be lost to the whole machine.
-    ASSERT_EQ(mkfifo(folder.path("pipe").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo(folder.path("real pipe").c_str(), 0600), 0);
+    fs::create_symlink("real pipe", folder.path("pipe"));
     struct
     {
         char const* arguments;

@@ -33,7 +33,7 @@ std::vector<std::string> run(std::vector<std::function<JobResult()>> const& work
         for (std::string const& message : result.messages)
             outcomes.back() += ", " + message;
     };
-    jobs.lost = [&](std::size_t, pid_t, std::string const& fate) { outcomes.back() += fate; };
+    jobs.lost = [&](std::size_t, std::string const& fate) { outcomes.back() += fate; };
     run_in_workers(jobs, limits);
     EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD) << "a worker is left";
     return outcomes;

@@ -23,7 +23,7 @@ protected:
     thumbPlan()
     {
         for (char const* name : {"all/chair.OBJ", "all/oak.multimat", "all/sub/oak.multimat",
-                                 "all/sub/photo.jpg", "all/sub/photo.jpg.thumb.png", "all/.mrtool-12-3.tmp",
+                                 "all/sub/photo.jpg", "all/sub/photo.jpg.thumb.png", "all/.mr-0123abcd-3.tmp",
                                  "all/notes.txt", "all/feed.xml", "other/oak.multimat"})
             make(name);
         make("all/plain", "<?xml version=\"1.0\"?>\n<multimat>\n");
@@ -84,6 +84,9 @@ TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
     make("all/notes.txt", "work");
     make("other/oak.multimat", "work");
     make("tree/plain", "<multimat>");
+    fs::create_directory(path("links"));
+    fs::create_symlink("really.png", path("links/plain.png"));
+    fs::create_symlink(image, path("links/image"));
     make("tree/plain.png/photo.jpg");
     struct
     {
@@ -95,6 +98,12 @@ TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
          path("out"),
          "the thumbnails of " + oak + " and " + other + " would both be " + path("out/oak.multimat.png")},
         {{image}, image, "the thumbnail of " + image + " would replace the input"},
+        {{image}, path("links/image"), "the thumbnail of " + image + " would replace the input"},
+        {{image, plain},
+         path("links"),
+         "the thumbnails of " + image + " and " + plain + " would both be " + path("links/plain.png")},
+        {{image, plain}, "-", "standard output takes one thumbnail"},
+        {{path("all")}, "-", "standard output takes one thumbnail"},
         {{link},
          other,
          "the thumbnail of " + link + " would replace " + other + ", to which the input " + link + " leads"},

@@ -101,6 +101,8 @@ TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)
     EXPECT_EQ(read_png(output)->height(), 48);
     EXPECT_EQ(pixel(*read_png(output), 12, 4), "255 0 0");
     EXPECT_EQ(pixel(*read_png(output), 4, 4), "0 0 255");
+    EXPECT_EQ(run_mrtool("thumb " + input + " --size 64x48 --background 0000ff -o -").output,
+              read_bytes(output));
 }
 
 TEST(mrtool_thumb, draws_images_without_a_renderer)

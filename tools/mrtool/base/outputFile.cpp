@@ -3,6 +3,7 @@
 #include "fileKind.h"
 
 #include "gxPNG.h"
+#include "gxReplacement.h"
 #include "utConcat.h"
 
 #include <atomic>
@@ -11,7 +12,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <random>
+#include <optional>
+#include <set>
 #include <unistd.h>
 
 namespace mrtool {
@@ -31,141 +33,155 @@ void remove_and_end(int signal)
     std::raise(signal);
 }
 
-constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP};
+constexpr int interrupts[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
-constexpr std::string_view pending_prefix = ".mrtool-";
-constexpr std::string_view pending_suffix = ".tmp";
-
-/// The same in this process and its workers. It keeps runs on several machines apart, which share a folder and
-/// may have the same process numbers.
-unsigned const run_number = std::random_device()();
-
-/// The beginning of the names of a process's temporary files.
-std::string make_prefix(pid_t process)
+/// Delays interruptions during its life.
+class Uninterrupted
 {
-    return ut_concat(pending_prefix, process, "-", run_number, "-");
-}
-
-/// Creates an empty file, which an interruption from then on removes.
-/// @return 0, or the error number: EEXIST when the path is taken
-int create(char const* path)
-{
-    sigset_t delayed, before;
-    sigemptyset(&delayed);
-    for (int const signal : interrupts)
-        sigaddset(&delayed, signal);
-    pthread_sigmask(SIG_BLOCK, &delayed, &before);
-    int const file = open(path, O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666);
-    int const error = file < 0 ? errno : 0;
-    if (file >= 0) {
-        close(file);
-        pending_path = path;
+public:
+    Uninterrupted()
+    {
+        sigset_t delayed;
+        sigemptyset(&delayed);
+        for (int const signal : interrupts)
+            sigaddset(&delayed, signal);
+        pthread_sigmask(SIG_BLOCK, &delayed, &m_before);
     }
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-    return error;
-}
+    ~Uninterrupted() { pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    Uninterrupted(Uninterrupted const&) = delete;
+    Uninterrupted& operator=(Uninterrupted const&) = delete;
 
-/// A temporary file, which is removed at the end unless it was renamed.
-struct PendingFile
+private:
+    sigset_t m_before;
+};
+
+/// A file that is being written, whose temporary file an interruption removes.
+class PendingFile
 {
-    std::string path;
+public:
+    explicit PendingFile(std::string const& path)
+    {
+        Uninterrupted const now;
+        m_file.emplace(utString(path), gxReplacement::NewFile::beside);
+        if (!m_file->temporary().empty())
+            pending_path = m_file->temporary().c_str();
+    }
 
     ~PendingFile()
     {
-        if (!path.empty())
-            unlink(path.c_str());
+        Uninterrupted const now;
+        m_file.reset();
         pending_path = nullptr;
     }
 
-    /// Creates the file, empty, beside @p target.
-    Result<> create_beside(fs::path const& target)
+    PendingFile(PendingFile const&) = delete;
+    PendingFile& operator=(PendingFile const&) = delete;
+
+    /// @return 0 or the error number
+    int fill(std::function<bool(std::FILE*)> const& write)
     {
-        fs::path const folder = target.parent_path();
-        std::error_code failed;
-        if (!folder.empty())
-            fs::create_directories(folder, failed);
-        if (failed)
-            return fail(ut_concat("the folder ", folder.string(), " cannot be made: ", failed.message()));
-        static int count = 0;
-        int error = EEXIST;
-        while (error == EEXIST) {
-            path = (folder / ut_concat(make_prefix(getpid()), ++count, pending_suffix)).string();
-            error = create(path.c_str());
-        }
-        if (error == 0)
-            return {};
-        path.clear();
-        return fail(ut_concat("the folder ", folder.empty() ? "." : folder.string(),
-                              " takes no file: ", std::strerror(error)));
+        if (m_file->error() != 0)
+            return m_file->error();
+        errno = EIO;
+        if (!write(m_file->file()))
+            return errno;
+        Uninterrupted const now;
+        int const error = m_file->finish();
+        pending_path = nullptr;
+        return error;
     }
+
+private:
+    std::optional<gxReplacement> m_file;
 };
+
+Result<> cannot_be_written(std::string_view path, std::string const& reason)
+{
+    return fail(ut_concat(path, " cannot be written: ", reason));
+}
+
+Result<> write_to_standard_output(std::function<bool(std::FILE*)> const& write)
+{
+    errno = EIO;
+    int const own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
+    gxFile file(own < 0 ? nullptr : fdopen(own, "wb"));
+    bool const written = file && write(file.get()) && std::fclose(file.release()) == 0;
+    return written ? Result<>() : cannot_be_written("standard output", std::strerror(errno));
+}
+
+/// Makes the folder of a file, and removes what was left behind in it.
+/// @return why it could not be made, or an empty text
+std::string prepare_folder(std::string const& path)
+{
+    fs::path const folder = fs::path(gxReplacement::follow_links(path)).parent_path();
+    std::error_code failed;
+    if (!folder.empty())
+        fs::create_directories(folder, failed);
+    if (failed)
+        return ut_concat("the folder ", folder.string(), " cannot be made: ", failed.message());
+    static std::set<std::string> cleared;
+    if (cleared.insert(folder.string()).second)
+        gxReplacement::remove_left_overs_in(folder.string());
+    return {};
+}
+
+/// Whether nobody may write the file. That binds whoever made it so, even if the system lets root write it.
+bool is_read_only(std::string const& path)
+{
+    std::error_code ignored;
+    fs::file_status const status = fs::status(path, ignored);
+    constexpr fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    return fs::exists(status) && (status.permissions() & write) == fs::perms::none;
+}
 
 } // namespace
 
-Result<> write_whole(std::string const& path,
-                     std::function<Result<>(std::string const& temporary)> const& write)
+Result<> write_file(std::string const& path, std::function<bool(std::FILE*)> const& write)
 {
-    PendingFile pending;
-    return pending.create_beside(path)
-        .and_then([&] { return write(pending.path); })
-        .and_then([&]() -> Result<> {
-            if (std::rename(pending.path.c_str(), path.c_str()) != 0)
-                return fail(ut_concat(path, " cannot be replaced: ", std::strerror(errno)));
-            return {};
-        });
+    if (path == standard_output)
+        return write_to_standard_output(write);
+    if (!check_output_path(path))
+        return cannot_be_written(path, "it is no file");
+    if (is_read_only(path))
+        return cannot_be_written(path, "it is read-only");
+    if (std::string const reason = prepare_folder(path); !reason.empty())
+        return cannot_be_written(path, reason);
+    int const error = PendingFile(path).fill(write);
+    return error == 0 ? Result<>() : cannot_be_written(path, std::strerror(error));
 }
 
-Result<> write_temporary(std::string const& path, std::string const& temporary,
-                         std::function<bool(std::FILE*)> const& write)
+Result<> write_bytes(std::string const& path, std::string_view bytes)
 {
-    errno = 0;
-    std::FILE* const file = std::fopen(temporary.c_str(), "wb");
-    bool written = file && write(file);
-    int const error = errno;
-    written = file && std::fclose(file) == 0 && written;
-    if (!written)
-        return fail(ut_concat(path, " cannot be written: ", std::strerror(error != 0 ? error : errno)));
-    return {};
+    return write_file(path, [&](std::FILE* file) {
+        return std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    });
 }
 
 Result<> write_png(dgDuctImage const& image, std::string const& path)
 {
-    return write_whole(path, [&](std::string const& temporary) {
-        return write_temporary(path, temporary, [&](std::FILE* file) {
-            return gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
-        });
+    return write_file(path, [&](std::FILE* file) {
+        return gxPNGWriterDuctImage::write_file(image, file, utStringutStringcoTable(1, 50)) != 0;
     });
+}
+
+Result<> check_output_path(std::string const& path)
+{
+    std::error_code ignored;
+    fs::file_status const status = fs::status(path, ignored);
+    if (path != standard_output && fs::exists(status) && !fs::is_regular_file(status))
+        return fail("which is no file");
+    return {};
 }
 
 Result<> check_picture_path(std::string const& path)
 {
-    std::error_code ignored;
-    fs::file_status const status = fs::status(path, ignored);
-    if (!fs::exists(status))
-        return {};
-    if (!fs::is_regular_file(status))
-        return fail("which is no file");
-    if (fs::file_size(path, ignored) != 0 && detect_kind(path).kind != FileKind::image)
+    if (Result<> const checked = check_output_path(path); !checked)
+        return checked;
+    std::error_code missing;
+    std::uintmax_t const size = path == standard_output ? 0 : fs::file_size(path, missing);
+    if (!missing && size != 0 && detect_kind(path).kind != FileKind::image)
         return fail("which is no picture");
     return {};
-}
-
-bool is_pending_name(std::string_view name)
-{
-    return name.starts_with(pending_prefix) && name.ends_with(pending_suffix);
-}
-
-void remove_left_over(std::string const& path, pid_t process)
-{
-    fs::path const folder = fs::path(path).parent_path();
-    std::string const prefix = make_prefix(process);
-    std::error_code failed;
-    fs::directory_iterator at(folder.empty() ? "." : folder, failed);
-    for (; !failed && at != fs::directory_iterator(); at.increment(failed)) {
-        std::string const name = at->path().filename().string();
-        if (name.starts_with(prefix) && is_pending_name(name))
-            unlink(at->path().c_str());
-    }
 }
 
 void remove_pending_file_on_interrupt()

@@ -5,38 +5,35 @@
 
 #include <cstdio>
 #include <functional>
-#include <sys/types.h>
+#include <string_view>
 
 class dgDuctImage;
 
 namespace mrtool {
 
-/// Writes a file under a temporary name beside its own and renames it when it is complete, so that the path holds
-/// the old file or the whole new one. The folder is made when missing.
-/// @param write  writes the file with the temporary name
-Result<> write_whole(std::string const& path,
-                     std::function<Result<>(std::string const& temporary)> const& write);
+/// The name of an output that means standard output.
+inline constexpr std::string_view standard_output = "-";
 
-/// Fills the temporary file of write_whole().
-/// @param path   what the fault names
+/// Writes a file beside its place and has it take the place when it is complete, see gxReplacement, so that the path
+/// holds the older file or the whole new one. The folder is made when missing. What earlier runs left there when they
+/// were killed is removed, once for each folder in the life of this process.
+/// @param path   a new or a regular file, which allows writing, or standard output
 /// @param write  writes to the open file
 /// @return else the fault "PATH cannot be written: REASON"
-Result<> write_temporary(std::string const& path, std::string const& temporary,
-                         std::function<bool(std::FILE*)> const& write);
+Result<> write_file(std::string const& path, std::function<bool(std::FILE*)> const& write);
 
-/// Writes a PNG file the same way.
+Result<> write_bytes(std::string const& path, std::string_view bytes);
 Result<> write_png(dgDuctImage const& image, std::string const& path);
 
-/// Checks that a picture may be written to a path: nothing is there, or a picture or an empty file. Anything else
-/// is somebody's work, or a device.
-/// @return else the fault "which is no picture" or "which is no file"
+// These check what an output would replace; standard output replaces nothing.
+
+/// Nothing or a regular file, over links too.
+/// @return else the fault "which is no file"
+Result<> check_output_path(std::string const& path);
+
+/// Nothing, a picture or an empty file. Anything else is somebody's work.
+/// @return else also the fault "which is no picture"
 Result<> check_picture_path(std::string const& path);
-
-/// Whether a file of this name is a temporary one.
-bool is_pending_name(std::string_view name);
-
-/// Removes the temporary files that a process, which has ended, left beside a path.
-void remove_left_over(std::string const& path, pid_t process);
 
 /// From now on, a program that is interrupted removes its temporary file before it ends.
 void remove_pending_file_on_interrupt();

@@ -11,12 +11,16 @@
 #include "mrFileMat.h"
 #include "mrFMFacet.h"
 #include "mrMatProp.h"
+#include "mrSource.h"
 #include "mrTarget.h"
+
+#include "gxReplacement.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 
 namespace mrtool {
@@ -29,6 +33,7 @@ struct ImportOptions
 {
     std::vector<std::string> scenes;
     std::string folder;
+    scReadOptions reading;
     bool force = false; ///< whether to replace existing files
 };
 
@@ -50,25 +55,36 @@ bool same_material(mrFileMat const& first, mrFileMat const& second)
            same_images(first.images(), second.images());
 }
 
-/// Writes a material file and checks that it reads back the same.
+/// Writes a material file that reads back the same.
 Result<> write_material(mrFileMat const& material, std::string const& path)
 {
-    return write_whole(path, [&](std::string const& name) -> Result<> {
-        mrFileMat read_back;
-        mrFault fault;
-        if (!material.write(mrTarget::to_path(utString(name)), fault))
-            return fail(ut_concat(path, " cannot be written: ", fault.reason));
-        if (read_back.read(utString(name)) != mrFileMatReadOK || !same_material(material, read_back))
-            return fail(path + " does not read back as it was written");
-        return {};
-    });
+    std::string bytes;
+    mrFileMat read_back;
+    mrFault fault;
+    if (!material.write(mrTarget::to_memory(bytes), fault))
+        return fail(ut_concat(path, " cannot be written: ", fault.reason));
+    if (read_back.read(mrSource::from_memory(bytes), {}, fault) != mrFileMatReadOK ||
+        !same_material(material, read_back))
+        return fail(path + " would not read back as it is written");
+    return write_bytes(path, bytes);
+}
+
+/// The file to which a path leads, under one name.
+fs::path resolve(fs::path const& path)
+{
+    std::error_code failed;
+    return fs::weakly_canonical(gxReplacement::follow_links(fs::absolute(path, failed).string()), failed);
 }
 
 /// Imports the materials of one scene after the other into one folder.
 class Importer
 {
 public:
-    explicit Importer(ImportOptions const& options) : m_options(options) {}
+    explicit Importer(ImportOptions const& options) : m_options(options), m_reader(options.reading)
+    {
+        for (std::string const& scene : options.scenes)
+            m_taken.emplace(resolve(scene), "the scene " + scene);
+    }
 
     /// @return whether all went well
     bool import(std::string const& path)
@@ -109,6 +125,10 @@ private:
             say(subject, path + " is there already; --force replaces it");
             return false;
         }
+        if (auto const [place, free] = m_taken.emplace(resolve(path), path); !free) {
+            say(subject, ut_concat(path, " leads to ", place->second));
+            return false;
+        }
         std::vector<scNote> notes;
         if (!check_result(subject, write_material(*maker.make(at, notes), path)))
             return false;
@@ -120,6 +140,8 @@ private:
     ImportOptions const& m_options;
     scReader m_reader;
     scFileNames m_names;
+    /// What may not be replaced any more, each with words for it.
+    std::map<fs::path, std::string> m_taken;
 };
 
 /// @throws WrongUsage when a scene lies where a material file may come to lie, itself or what it links to
@@ -168,6 +190,12 @@ Subcommand add_import(CLI::App& program)
         ->type_name("DIR")
         ->check(check_not_empty, "")
         ->required();
+    import
+        ->add_option("--textures", options->reading.texture_folders,
+                     "A further folder in which textures are looked for; may be given several times")
+        ->type_name("DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
     import->add_flag("--force", options->force, "Replace files that are there already");
     import->footer("Example: mrtool import kitchen.obj -o materials");
     return {import, [options] { return run_import(*options); }};

@@ -1,6 +1,7 @@
 #include "fileInfo.h"
 
 #include "fileKind.h"
+#include "inputFile.h"
 #include "readFile.h"
 
 #include "mrFMFacet.h"
@@ -207,13 +208,18 @@ void read_file_info(std::string const& path, FileInfo& info)
 {
     info.path = path;
     utString reason;
-    gxFile const file = gx_open_file(utString(path), reason);
-    choose_format(info, file ? gx_read_beginning(file.get()) : std::string());
-    if (!file) {
+    gxDescriptor file;
+    if (Result<InputFile> const input = find_input(path))
+        file = gx_open_regular(utString(input->path), reason);
+    else
+        reason = utString(input.error().words);
+    gxFile const stream = file ? gx_open_descriptor(file.get(), reason) : nullptr;
+    choose_format(info, stream ? gx_read_beginning(stream.get()) : std::string());
+    if (!stream) {
         info.fault.words = reason.view();
         return;
     }
-    mrSource const source = mrSource::from_descriptor(fileno(file.get()));
+    mrSource const source = mrSource::from_descriptor(file.get());
     std::visit([&](auto& contents) { read_contents(source, info, contents); }, info.contents);
 }
 

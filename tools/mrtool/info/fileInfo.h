@@ -43,7 +43,7 @@ struct FileInfo
     bool is_read() const { return status == mrFileMatReadOK; }
 };
 
-/// Reads a file, which is opened once. A palette has the extension "pcp" or is_palette(), an image cache file a first
+/// Reads a file, which is opened once, or a pipe; see find_input(). A palette has the extension "pcp" or is_palette(), an image cache file a first
 /// line of two integers; any other file is read as a material.
 ///
 /// A material file has warnings of a layer whose image is missing, of an image that

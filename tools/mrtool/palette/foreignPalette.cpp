@@ -2,6 +2,7 @@
 
 #include "ase.h"
 #include "fileKind.h"
+#include "inputFile.h"
 #include "readFile.h"
 #include "textPalette.h"
 
@@ -14,8 +15,11 @@ namespace {
 
 Result<std::string> read_bytes(std::string const& path)
 {
+    Result<InputFile> const input = find_input(path);
+    if (!input)
+        return fail(describe_read_fault(mrFileMatOpenFailed, input.error().words));
     utString reason;
-    gxFile const file = gx_open_file(utString(path), reason);
+    gxFile const file = gx_open_file(utString(input->path), reason);
     if (!file)
         return fail(describe_read_fault(mrFileMatOpenFailed, reason.view()));
     // In pieces, since the size of a file may change while it is read.

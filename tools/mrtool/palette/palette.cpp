@@ -1,6 +1,7 @@
 // mrtool palette: pictures of palettes, and palettes of other formats in this library's.
 #include "commandLine.h"
 #include "foreignPalette.h"
+#include "inputFile.h"
 #include "outputFile.h"
 #include "palettePicture.h"
 #include "progress.h"
@@ -37,6 +38,8 @@ struct PaletteOptions
 void check_output(PaletteOptions const& options, std::vector<std::string> const& inputs)
 {
     std::string const& output = options.output;
+    if (output == standard_output)
+        return;
     fs::path const name = fs::path(output).filename();
     std::error_code ignored;
     if (name.empty() || name == "." || name == ".." || fs::is_directory(output, ignored))
@@ -68,9 +71,14 @@ void check_picture_usage(PaletteOptions const& options)
 /// @return whether it was read
 bool read_colours(std::string const& path, Swatches& swatches)
 {
+    Result<InputFile> const input = find_input(path);
+    if (!input) {
+        say(path, describe_read_fault(mrFileMatOpenFailed, input.error().words));
+        return false;
+    }
     mrColourPalette palette;
     Fault warning;
-    if (!check_result(path, read_palette(mrSource::from_path(utString(path)), palette, warning)))
+    if (!check_result(path, read_palette(mrSource::from_path(utString(input->path)), palette, warning)))
         return false;
     if (!warning.words.empty())
         say(path, Fault{"warning: " + warning.words, warning.line});
@@ -137,10 +145,9 @@ void check_conversion_usage(PaletteOptions const& options)
         throw WrongUsage{ut_concat(options.output,
                                    " is a picture by its name, and what would be written is a palette "
                                    "file; without --from it becomes a picture")};
-    std::error_code ignored;
-    fs::file_status const status = fs::status(options.output, ignored);
-    if (fs::exists(status) && !fs::is_regular_file(status))
-        throw WrongUsage{ut_concat("the palette would replace ", options.output, ", which is no file")};
+    if (Result<> const checked = check_output_path(options.output); !checked)
+        throw WrongUsage{
+            ut_concat("the palette would replace ", options.output, ", ", checked.error().words)};
 }
 
 bool convert(std::string const& from, std::string const& path)
@@ -166,7 +173,8 @@ int run_conversion(PaletteOptions const& options)
 {
     check_conversion_usage(options);
     std::error_code ignored;
-    if (!options.force && fs::exists(fs::symlink_status(options.output, ignored))) {
+    if (!options.force && options.output != standard_output &&
+        fs::exists(fs::symlink_status(options.output, ignored))) {
         say(*options.from, options.output + " is there already; --force replaces it");
         return something_failed;
     }
@@ -189,7 +197,8 @@ Subcommand add_palette(CLI::App& program)
         ->type_name("FILE")
         ->check(check_not_empty, "");
     palette
-        ->add_option("-o,--output", options->output, "The picture, a PNG file; with --from, the palette file")
+        ->add_option("-o,--output", options->output,
+                     "The picture, a PNG file; with --from, the palette file; - for standard output")
         ->type_name("OUT")
         ->check(check_not_empty, "")
         ->required();

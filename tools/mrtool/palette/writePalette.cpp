@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
@@ -155,19 +154,11 @@ Result<std::vector<std::string>> write_palette(std::vector<ForeignColour> colour
     colours = {};
     // At once, since the library flushes after every line, which costs a system call each on a file.
     std::string const text = print(palette);
-    Result<> const written = write_whole(path, [&](std::string const& temporary) -> Result<> {
-        auto const write = [&](std::FILE* file) {
-            return std::fwrite(text.data(), 1, text.size(), file) == text.size();
-        };
-        if (Result<> const filled = write_temporary(path, temporary, write); !filled)
-            return filled;
-        mrColourPalette read_back;
-        std::ifstream in(temporary, std::ios::binary);
-        if (mrUtils::read_pcp(in, read_back) != mrPaletteFileOK || print(read_back) != text)
-            return fail(path + " does not read back as it was written");
-        return {};
-    });
-    return written.map([&] { return std::move(changes); });
+    mrColourPalette read_back;
+    std::istringstream in(text);
+    if (mrUtils::read_pcp(in, read_back) != mrPaletteFileOK || print(read_back) != text)
+        return fail(path + " would not read back as it is written");
+    return write_bytes(path, text).map([&] { return std::move(changes); });
 }
 
 } // namespace mrtool

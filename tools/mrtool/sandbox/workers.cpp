@@ -107,9 +107,12 @@ public:
         m_error = errno;
         if (m_process == 0) {
             die_with(parent, SIGTERM);
+            setpgid(0, 0);
             close(ends[0]);
             serve(work, ends[1], limits.job.memory);
         }
+        if (m_process > 0)
+            setpgid(m_process, m_process); // whichever of the two comes first
         close(ends[1]);
         m_socket = ends[0];
     }
@@ -142,13 +145,10 @@ public:
             int const status = wait_for_end();
             if (end.end == ChildEnd::finished)
                 judge(status, {}, end);
-            m_lost = std::exchange(m_process, -1);
+            m_process = -1;
         }
         return fail(describe(end, m_limits.job));
     }
-
-    /// The process that did not do its job; -1 without one.
-    pid_t lost_process() const { return m_lost; }
 
     bool is_worn_out() const { return m_jobs >= m_limits.jobs || read_resident() >= m_limits.resident; }
 
@@ -157,20 +157,19 @@ private:
     /// @return which limit was exceeded; "finished" when the answer is complete or the worker ended
     ChildEnd receive(std::size_t number, std::string& answer) const
     {
-        Deadline deadline(m_limits.job.time);
+        Deadline const deadline(m_limits.job.time);
         // If the worker has ended already, this fails and poll() says so.
         send(m_socket, &number, sizeof number, MSG_NOSIGNAL);
         while (!is_complete(answer)) {
             int const wait = deadline.wait();
-            if (wait == 0)
-                return ChildEnd::out_of_time;
             pollfd socket{m_socket, POLLIN, 0};
-            if (poll(&socket, 1, wait) <= 0)
-                continue;
-            if (!drain(m_socket, answer))
+            if (poll(&socket, 1, wait) > 0 &&
+                !drain(m_socket, answer, m_limits.job.output + 1 - answer.size()))
                 break;
             if (answer.size() > m_limits.job.output)
                 return ChildEnd::too_much_output;
+            if (wait == 0 && !is_complete(answer))
+                return ChildEnd::out_of_time;
         }
         return ChildEnd::finished;
     }
@@ -180,7 +179,7 @@ private:
     int wait_for_end() const
     {
         int status = 0;
-        Deadline deadline(grace);
+        Deadline const deadline(grace);
         return ended(m_process, deadline, status) ? status : kill_child(m_process);
     }
 
@@ -194,7 +193,6 @@ private:
 
     WorkerLimits const& m_limits;
     pid_t m_process = -1;
-    pid_t m_lost = -1;
     int m_socket = -1;
     int m_error = 0;
     int m_jobs = 0;
@@ -213,7 +211,7 @@ void run_in_workers(Jobs const& jobs, WorkerLimits const& limits)
         if (result)
             jobs.done(number, *result);
         else
-            jobs.lost(number, worker->lost_process(), result.error().words);
+            jobs.lost(number, result.error().words);
         if (!result || worker->is_worn_out())
             worker.reset();
     }

@@ -27,9 +27,8 @@ struct Jobs
     std::function<void(std::size_t)> begun;
     std::function<void(std::size_t, JobResult const&)> done;
     /// Called instead of done() when the worker ended before the job did.
-    /// @param worker  the process, which has ended; -1 when it could not be started
-    /// @param fate    how it ended: "crashed (signal 11)"
-    std::function<void(std::size_t, pid_t worker, std::string const& fate)> lost;
+    /// @param fate  how it ended: "crashed (signal 11)"
+    std::function<void(std::size_t, std::string const& fate)> lost;
 };
 
 struct WorkerLimits

@@ -1,11 +1,12 @@
 // mrtool thumb: thumbnails of materials, meshes and images.
 #include "commandLine.h"
-#include "outputFile.h"
 #include "progress.h"
 #include "thumbnailer.h"
 #include "thumbPlan.h"
 #include "utConcat.h"
 #include "workers.h"
+
+#include "gxReplacement.h"
 
 #include <CLI/CLI.hpp>
 
@@ -111,8 +112,8 @@ bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbStyle const& sty
             say(planned[number].input, message);
         all_made = all_made && result.made;
     };
-    jobs.lost = [&](std::size_t number, pid_t worker, std::string const& fate) {
-        remove_left_over(planned[number].output, worker);
+    jobs.lost = [&](std::size_t number, std::string const& fate) {
+        gxReplacement::remove_left_overs_of(planned[number].output);
         say(planned[number].input, "drawing it " + fate);
         all_made = false;
     };
@@ -146,8 +147,8 @@ Subcommand add_thumb(CLI::App& program)
         ->required();
     thumb
         ->add_option("-o,--output", options->output,
-                     "The thumbnail of one file, or the folder for several; DIR/NAME.EXT.thumb.png for "
-                     "DIR/NAME.EXT when not given")
+                     "The thumbnail of one file, - for standard output, or the folder for several; "
+                     "DIR/NAME.EXT.thumb.png for DIR/NAME.EXT when not given")
         ->type_name("OUT")
         ->check(check_not_empty, "");
     add_style(*thumb, options->style);

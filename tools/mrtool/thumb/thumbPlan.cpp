@@ -5,6 +5,7 @@
 #include "utConcat.h"
 
 #include "gxFileHints.h"
+#include "gxReplacement.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,8 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The path with its folder resolved, the same for all names of one file. A link keeps its own name, since writing
-/// to it replaces the link.
+/// The path with its folder resolved, the same for all names of one file. A link keeps its own name.
 fs::path resolve_folder(fs::path const& path)
 {
     std::error_code failed;
@@ -28,11 +28,12 @@ fs::path resolve_folder(fs::path const& path)
     return failed ? path : folder / path.filename();
 }
 
-/// The path with all its links resolved.
+/// The path with all its links resolved; it need not exist.
 fs::path resolve(fs::path const& path)
 {
     std::error_code failed;
-    fs::path const target = fs::weakly_canonical(path, failed);
+    std::string const whole = fs::absolute(path, failed).string();
+    fs::path const target = fs::weakly_canonical(gxReplacement::follow_links(whole), failed);
     return failed ? path : target;
 }
 
@@ -42,7 +43,7 @@ bool is_passed_over(fs::path const& path)
     // Assimp reads these formats, but such files are often no meshes.
     constexpr std::string_view vague[] = {"xml", "raw", "prj", "uc"};
     std::string const name = path.filename().string();
-    return name.ends_with(".thumb.png") || is_pending_name(name) ||
+    return name.ends_with(".thumb.png") || gxReplacement::is_temporary_name(name) ||
            std::find(std::begin(vague), std::end(vague), gx_extension(name)) != std::end(vague);
 }
 
@@ -56,9 +57,12 @@ public:
         if (!output)
             return;
         std::error_code ignored;
+        if (*output == standard_output && (inputs.size() > 1 || fs::is_directory(inputs.front(), ignored)))
+            throw WrongUsage{"standard output takes one thumbnail, of one input that is no folder"};
         m_output_folder = resolve(*output);
-        m_into_folder = inputs.size() > 1 || output->ends_with('/') || fs::is_directory(*output, ignored) ||
-                        fs::is_directory(inputs.front(), ignored);
+        m_into_folder = *output != standard_output &&
+                        (inputs.size() > 1 || output->ends_with('/') || fs::is_directory(*output, ignored) ||
+                         fs::is_directory(inputs.front(), ignored));
     }
 
     /// @throws WrongUsage when the output is an input, or no folder although one is needed
@@ -73,7 +77,30 @@ public:
     }
 
 private:
-    void add_given(fs::path const& input)
+    void add_given(std::string const& input)
+    {
+        if (named_descriptor(input))
+            add_open_file(input);
+        else
+            add_path(input);
+    }
+
+    void add_open_file(std::string const& input)
+    {
+        if (m_inputs.size() > 1)
+            throw WrongUsage{ut_concat(input, " has to be the only input")};
+        if (!m_output || m_into_folder)
+            throw WrongUsage{
+                ut_concat("the thumbnail of ", input, " has no name; -o FILE gives it one, and the file")};
+        Result<InputFile> file = find_input(input);
+        if (!file)
+            return reject(input, file.error().words);
+        m_plan.piped = std::move(file->piped);
+        if (!add_file(file->path, {}, input))
+            reject(input, not_known);
+    }
+
+    void add_path(fs::path const& input)
     {
         std::error_code failed;
         fs::file_status const status = fs::status(input, failed);
@@ -86,8 +113,8 @@ private:
         }
         if (!fs::is_regular_file(status))
             return reject(input, failed ? failed.message() : "neither a file nor a folder");
-        if (!add_file(input, input.filename()))
-            reject(input, "not a material, mesh or image file");
+        if (!add_file(input, input.filename(), input.string()))
+            reject(input, not_known);
     }
 
     /// @param below  the folder's path below the one that was given
@@ -119,23 +146,24 @@ private:
         if (failed || !fs::exists(status))
             return reject(entry.path(), failed ? failed.message() : std::strerror(ENOENT));
         if (fs::is_regular_file(status))
-            add_file(entry.path(), below);
+            add_file(entry.path(), below, entry.path().string());
     }
 
+    /// @param name  of the input for the user
     /// @return false when no thumbnail can be made of it
-    bool add_file(fs::path const& input, fs::path const& below)
+    bool add_file(fs::path const& path, fs::path const& below, std::string const& name)
     {
-        if (access(input.c_str(), R_OK) != 0) {
-            reject(input, std::strerror(errno));
+        if (access(path.c_str(), R_OK) != 0) {
+            reject(name, std::strerror(errno));
             return true;
         }
-        KnownFile const file = detect_kind(input.string());
+        KnownFile const file = detect_kind(path.string());
         if (file.kind == FileKind::none)
             return false;
-        std::string output = input.string() + ".thumb.png";
+        std::string output = name + ".thumb.png";
         if (m_output)
             output = m_into_folder ? (fs::path(*m_output) / below).string() + ".png" : *m_output;
-        m_plan.jobs.push_back({input.string(), file, std::move(output)});
+        m_plan.jobs.push_back({name, file, std::move(output), path.string()});
         return true;
     }
 
@@ -143,6 +171,8 @@ private:
     {
         m_plan.rejected.push_back({path.string(), std::move(reason)});
     }
+
+    static constexpr char not_known[] = "not a material, mesh or image file";
 
     std::vector<std::string> const& m_inputs;
     std::optional<std::string> const& m_output;
@@ -162,7 +192,7 @@ void check_replaced(ThumbJob const& job, fs::path const& place, Places const& in
         throw WrongUsage{ut_concat(would_replace, "the input ", input->second)};
     if (auto const link = targets.find(place); link != targets.end())
         throw WrongUsage{
-            ut_concat(would_replace, job.output, ", to which the input ", link->second, " leads")};
+            ut_concat(would_replace, place.string(), ", to which the input ", link->second, " leads")};
     if (Result<> const checked = check_picture_path(job.output); !checked)
         throw WrongUsage{ut_concat(would_replace, job.output, ", ", checked.error().words)};
 }
@@ -184,12 +214,16 @@ std::vector<ThumbJob> check_outputs(std::vector<ThumbJob> jobs)
 {
     Places inputs, targets, outputs;
     for (ThumbJob const& job : jobs) {
-        inputs.emplace(resolve_folder(job.input), job.input);
-        targets.emplace(resolve(job.input), job.input);
+        inputs.emplace(resolve_folder(job.path), job.input);
+        targets.emplace(resolve(job.path), job.input);
     }
     std::vector<ThumbJob> checked;
     for (ThumbJob& job : jobs) {
-        fs::path const place = resolve_folder(job.output);
+        if (job.output == standard_output) {
+            checked.push_back(std::move(job));
+            continue;
+        }
+        fs::path const place = resolve(job.output);
         check_replaced(job, place, inputs, targets);
         auto const [at, added] = outputs.emplace(place, job.input);
         if (!added && resolve(at->second) != resolve(job.input))

@@ -97,24 +97,24 @@ Result<Thumbnailer::Picture> Thumbnailer::draw(ThumbJob const& job)
 {
     switch (job.file.kind) {
     case FileKind::material:
-        return draw_material(job.input);
+        return draw_material(job);
     case FileKind::mesh:
-        return draw_meshes(job.input);
+        return draw_meshes(job);
     default:
         return draw_image(job);
     }
 }
 
-Result<Thumbnailer::Picture> Thumbnailer::draw_material(std::string const& path)
+Result<Thumbnailer::Picture> Thumbnailer::draw_material(ThumbJob const& job)
 {
     mrFileMat material;
     mrFault fault;
-    mrFileMatReadStatus const status = material.read(mrSource::from_path(utString(path)), {}, fault);
+    mrFileMatReadStatus const status = material.read(mrSource::from_path(utString(job.path)), {}, fault);
     if (status != mrFileMatReadOK)
         return fail(describe_read_fault(status, fault.words().view()));
     if (Result<> const started = start_renderer(); !started)
         return tl::unexpected(started.error());
-    mrThumbnails thumbnails(m_renderer.get(), make_atts(path));
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(job.path));
     if (material.facets().empty()) {
         warn({"there are no facets, so the picture is empty"});
         return dg_hold(thumbnails.from_colour(m_style.background));
@@ -129,28 +129,28 @@ Result<Thumbnailer::Picture> Thumbnailer::draw_material(std::string const& path)
     return check_drawn(image);
 }
 
-Result<Thumbnailer::Picture> Thumbnailer::draw_meshes(std::string const& path)
+Result<Thumbnailer::Picture> Thumbnailer::draw_meshes(ThumbJob const& job)
 {
     scScene scene;
     std::string reason;
-    if (!m_reader.read_surfaces(path, scene, reason))
+    if (!m_reader.read_surfaces(job.path, scene, reason))
         return fail(reason);
     if (Result<> const started = start_renderer(); !started)
         return tl::unexpected(started.error());
     giTriBlockcoDListPtrcoPtrcoDList blocks;
     for (scSurface const& surface : scene.surfaces)
         blocks.append(surface.block.get());
-    mrThumbnails thumbnails(m_renderer.get(), make_atts(path));
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(job.path));
     return check_drawn(thumbnails.from_meshes(blocks));
 }
 
 Result<Thumbnailer::Picture> Thumbnailer::draw_image(ThumbJob const& job)
 {
     std::string reason;
-    Picture const image = m_reader.read_image(job.input, job.file.format, reason);
+    Picture const image = m_reader.read_image(job.path, job.file.format, reason);
     if (!image)
         return fail(reason);
-    mrThumbnails thumbnails(m_renderer.get(), make_atts(job.input));
+    mrThumbnails thumbnails(m_renderer.get(), make_atts(job.path));
     m_reports.pop(); // that there is no renderer, which an image does not need
     return dg_hold(thumbnails.from_image(*image));
 }

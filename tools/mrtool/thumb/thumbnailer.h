@@ -41,8 +41,8 @@ private:
     using Picture = dgCounted<dgDuctImage>;
 
     Result<Picture> draw(ThumbJob const& job);
-    Result<Picture> draw_material(std::string const& path);
-    Result<Picture> draw_meshes(std::string const& path);
+    Result<Picture> draw_material(ThumbJob const& job);
+    Result<Picture> draw_meshes(ThumbJob const& job);
     Result<Picture> draw_image(ThumbJob const& job);
 
     Result<> start_renderer();
