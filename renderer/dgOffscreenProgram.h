@@ -21,16 +21,25 @@ struct dgOffscreenPart
 class dgOffscreenProgram
 {
 public:
+    /// What of the frame is drawn. Keeping to a part takes longer, for hidden pixels are shaded too.
+    enum class Extent
+    {
+        whole,
+        part
+    };
+
     /// @param problem  receives the driver's words when it cannot be built
-    bool build(utString& problem);
+    bool build(Extent extent, utString& problem);
+    bool is_built() const { return m_built; }
 
     /// Puts the program and its values in force.
-    /// @param part  where pixels are drawn
+    /// @param part  where pixels are drawn, unless it was built for the whole frame
     void use(dgProjection const& projection, dgDrawState const& state, bool textured,
              dgOffscreenPart const& part) const;
 
 private:
     unsigned m_program = 0;
+    bool m_built = false;
     int m_to_view = -1;
     int m_part = -1;
     int m_depth_scale = -1;

@@ -20,10 +20,13 @@ struct dgOffscreenRenderer::State
 {
     /// @return false when there is not enough memory
     bool draw(dgProjection const& projection, dgDrawState const& state, giTriBlock const& block);
+    /// @return the program that keeps to the part, or null when it cannot be built
+    dgOffscreenProgram const* program_for(dgOffscreenPart const& part);
 
     std::unique_ptr<dgOffscreenContext> context;
     utString device;
-    dgOffscreenProgram program;
+    dgOffscreenProgram whole_program;
+    dgOffscreenProgram part_program; // built when it is first needed
     dgOffscreenMesh mesh;
     dgOffscreenTarget target;
     int read_buffer = dgBackBuffer;
@@ -85,7 +88,7 @@ dgOffscreenRenderer* dgOffscreenRenderer::start(utString& reason)
         return nullptr;
     dgOffscreenContext::Scope const scope(*state->context);
     utString problem;
-    if (!scope || !state->program.build(problem)) {
+    if (!scope || !state->whole_program.build(dgOffscreenProgram::Extent::whole, problem)) {
         reason = "the OpenGL driver does not take the shading program: ";
         reason += problem;
         return nullptr;
@@ -159,14 +162,29 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
         return false;
     target.bind();
     dgOffscreenPart const part = part_within(projection.view_port, target.width(), target.height());
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(part.low_x, part.low_y, part.high_x - part.low_x, part.high_y - part.low_y);
-    program.use(projection, state, use.coordinates, part);
+    dgOffscreenProgram const* const program = program_for(part);
+    if (!program)
+        return false;
+    program->use(projection, state, use.coordinates, part);
     if (state.cull_back_faces)
         glEnable(GL_CULL_FACE);
     else
         glDisable(GL_CULL_FACE);
     return mesh.draw(block, use, projection, target.width(), target.height());
+}
+
+dgOffscreenProgram const* dgOffscreenRenderer::State::program_for(dgOffscreenPart const& part)
+{
+    glDisable(GL_SCISSOR_TEST);
+    if (part.low_x == 0 && part.low_y == 0 && part.high_x == target.width() && part.high_y == target.height())
+        return &whole_program;
+    // Saves time; but a software renderer lets half the samples through along the lower and left edge.
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.low_x, part.low_y, part.high_x - part.low_x, part.high_y - part.low_y);
+    utString ignored;
+    bool const built =
+        part_program.is_built() || part_program.build(dgOffscreenProgram::Extent::part, ignored);
+    return built ? &part_program : nullptr;
 }
 
 void dgOffscreenRenderer::begin_read_image() {}
