@@ -62,8 +62,14 @@ int run_reader(std::string const& what, std::string const& path)
     auto const answer = [&](auto read) { wire(read); };
     if (what == materials_wanted)
         answer(read_materials_here(path));
-    else if (what == surfaces_wanted)
-        answer(read_surfaces_here(path));
+    else if (what == surfaces_wanted) {
+        sandbox::WireWriter room(STDIN_FILENO);
+        auto surfaces = read_surfaces_here(path);
+        room(surfaces);
+        if (!room.finish())
+            return sandbox::child_out_of_memory; // the room is as large as the memory that it may take
+        answer(Expected<std::uint64_t>(lseek(STDIN_FILENO, 0, SEEK_CUR)));
+    }
     else if (what.starts_with(image_wanted))
         answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
                                                  what.c_str() + std::string_view(image_wanted).size()))));
