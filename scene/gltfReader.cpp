@@ -6,6 +6,7 @@
 #include "gxFileHints.h"
 #include "utNeverDestroyed.h"
 
+#include <cmath>
 #include <map>
 
 namespace sc {
@@ -444,6 +445,20 @@ void leave_out_extensions(Json const& file, scScene& scene)
                 make_note(scNoteLeftOut, "the extension %1 of the file: not carried over", name));
 }
 
+constexpr std::string_view binary_version_1("glTF\1\0\0\0", 8);
+
+/// Version 1 may leave its number out, and has objects where version 2 has lists.
+bool is_version_1(Json const& file)
+{
+    Json const& version = get_member(get_member(file, "asset"), "version");
+    if (version.is_string())
+        return version.get_ref<std::string const&>().starts_with("1.");
+    if (version.is_number())
+        return std::floor(version.get<double>()) == 1.0;
+    return version.is_null() &&
+           (get_member(file, "meshes").is_object() || get_member(file, "nodes").is_object());
+}
+
 } // namespace
 
 bool is_gltf(std::string const& path)
@@ -452,18 +467,28 @@ bool is_gltf(std::string const& path)
     return extension == "gltf" || extension == "glb" || gx_read_beginning(path).starts_with("glTF");
 }
 
+bool is_gltf_1(std::string const& path)
+{
+    if (!is_gltf(path))
+        return false;
+    if (gx_read_beginning(path).starts_with(binary_version_1))
+        return true;
+    GltfFile file(path);
+    return file.read() && is_version_1(file.json());
+}
+
 Expected<scScene> read_gltf(std::string const& path)
 {
-    if (gx_read_beginning(path).starts_with("glTF\1"))
+    if (gx_read_beginning(path).starts_with(binary_version_1))
         return read_with_assimp(path);
     GltfFile file(path);
     if (Expected<void> const read = file.read(); !read)
         return because(read.error());
+    if (is_version_1(file.json()))
+        return read_with_assimp(path);
     Json const& version = get_member(get_member(file.json(), "asset"), "version");
     if (!version.is_string())
         return because("no glTF version in it");
-    if (version.get_ref<std::string const&>().starts_with("1."))
-        return read_with_assimp(path);
     Json const& materials = get_member(file.json(), "materials");
     if (!materials.is_array() && !materials.is_null())
         return because("its materials are no list");

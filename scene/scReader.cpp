@@ -197,3 +197,8 @@ bool scReader::knows_extension(std::string const& extension)
 {
     return sc::assimp_knows(extension);
 }
+
+bool scReader::knows_beginning(std::string_view beginning)
+{
+    return sc::is_m3d(beginning);
+}

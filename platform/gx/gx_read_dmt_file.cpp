@@ -202,6 +202,34 @@ void walk(aiScene const& scene, Visit const& visit)
     }
 }
 
+std::string count(std::size_t number, char const* word)
+{
+    return number == 0 ? "" : ut_concat(number, " ", word, number == 1 ? "" : "s");
+}
+
+/// Counts the points and lines of meshes that have nothing else: "3 points and 1 line". Points need not be faces of
+/// their own.
+std::string count_points_and_lines(aiScene const& scene)
+{
+    std::size_t points = 0;
+    std::size_t lines = 0;
+    for (unsigned i = 0; i < scene.mNumMeshes; ++i) {
+        aiMesh const& mesh = *scene.mMeshes[i];
+        if ((mesh.mPrimitiveTypes & (aiPrimitiveType_TRIANGLE | aiPrimitiveType_POLYGON)) != 0)
+            continue;
+        auto const of_size = [&mesh](unsigned size) {
+            if (!mesh.HasFaces())
+                return std::size_t{0};
+            return static_cast<std::size_t>(
+                std::count_if(mesh.mFaces, mesh.mFaces + mesh.mNumFaces,
+                              [size](aiFace const& face) { return face.mNumIndices == size; }));
+        };
+        points += mesh.HasFaces() ? of_size(1) : mesh.mNumVertices;
+        lines += of_size(2);
+    }
+    return ut_concat(count(points, "point"), points > 0 && lines > 0 ? " and " : "", count(lines, "line"));
+}
+
 bool is_too_large(aiScene const& scene)
 {
     std::int64_t triangles = 0;
@@ -251,7 +279,9 @@ Blocks read_blocks(utString const& path, utString& reason)
     importer.SetIOHandler(gx_new_mesh_files()); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
     aiScene const* scene = importer.ReadFile(path.c_str(), 0);
+    std::string others;
     if (scene) {
+        others = count_points_and_lines(*scene);
         // The importer hands its scene out as const, and takes it back for the next step.
         for (unsigned i = 0; i < scene->mNumMeshes; ++i)
             drop_bad_faces(*scene->mMeshes[i]);
@@ -267,7 +297,7 @@ Blocks read_blocks(utString const& path, utString& reason)
     }
     Blocks read = blocks_of(*scene);
     if (read.blocks.empty())
-        reason = "the file holds no triangles";
+        reason = utString(ut_concat("the file holds no triangles", others.empty() ? "" : ", only ", others));
     return read;
 }
 
