@@ -1,6 +1,8 @@
 #include "readHere.h"
 
 #include "childProcess.h"
+#include "containment.h"
+#include "placesToRead.h"
 #include "readers.h"
 #include "sceneWire.h"
 
@@ -13,6 +15,22 @@
 #include <new>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
+
+namespace {
+
+/// A list that owns its blocks.
+struct OwnBlocks
+{
+    OwnBlocks() = default;
+    OwnBlocks(OwnBlocks const&) = delete;
+    OwnBlocks& operator=(OwnBlocks const&) = delete;
+    ~OwnBlocks() { gsTriUtils::delete_and_clear(blocks); }
+
+    giTriBlockcoDListPtrcoPtrcoDList blocks;
+};
+
+} // namespace
 
 namespace sc {
 
@@ -53,18 +71,19 @@ Expected<scScene> read_materials_here(std::string const& path)
 
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
 {
-    giTriBlockcoDListPtrcoPtrcoDList blocks;
+    OwnBlocks meshes;
     std::vector<utString> materials;
     utString reason;
     constexpr char subject[] = "not a readable mesh: ";
     if (Expected<void> const known = check_format(path); !known)
         return because(subject + known.error());
-    if (!gx_read_dmt_file(utString(path), blocks, &reason, &materials))
+    if (!gx_read_dmt_file(utString(path), meshes.blocks, &reason, &materials))
         return because(subject + name_version(path, reason.c_str()));
     std::vector<scSurface> surfaces;
-    for (giTriBlock* const block : blocks)
-        surfaces.push_back(
-            {std::unique_ptr<giTriBlock>(block), std::string(materials[surfaces.size()].view()), {}});
+    for (giTriBlock*& block : meshes.blocks)
+        surfaces.push_back({std::unique_ptr<giTriBlock>(std::exchange(block, nullptr)),
+                            std::string(materials[surfaces.size()].view()),
+                            {}});
     return surfaces;
 }
 
@@ -87,6 +106,9 @@ int run_reader(std::string const& what, std::string const& path)
     dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     sandbox::WireWriter wire(result);
     auto const answer = [&](auto read) { wire(read); };
+    sandbox::Containment containment = sandbox::contain_process();
+    bool const is_scene = what == materials_wanted || what == surfaces_wanted;
+    containment.landlock = sandbox::restrict_reading(is_scene ? places_of_scene(path) : places_of_loaders());
     if (what == materials_wanted)
         answer(read_materials_here(path));
     else if (what == surfaces_wanted)
@@ -94,6 +116,8 @@ int run_reader(std::string const& what, std::string const& path)
     else if (what.starts_with(image_wanted))
         answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
                                                  what.c_str() + std::string_view(image_wanted).size()))));
+    else if (what == containment_wanted)
+        answer(Expected<std::vector<std::string>>(containment.words()));
     return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <new>
 
 using sc::make_note;
 
@@ -130,16 +131,36 @@ std::unique_ptr<mrFMPlainMat> make_coloured(giColour const& colour, scMaterial c
                                           reflect, transparency, emission, refractive_index, utString());
 }
 
+/// Makes something and adds the notes on it; null, without any, when there is not enough memory.
+template <class Made, class Make>
+std::unique_ptr<Made> make_noted(Notes& notes, Make const& make)
+{
+    std::size_t const before = notes.size();
+    try {
+        return make();
+    } catch (std::bad_alloc const&) {
+        notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(before), notes.end());
+        return nullptr;
+    }
+}
+
 } // namespace
 
 std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
                                                           Notes& notes)
 {
-    giColour const colour = make_colour(material, notes);
-    return make_coloured(colour, material, name, notes);
+    return make_noted<mrFMPlainMat>(notes, [&] {
+        giColour const colour = make_colour(material, notes);
+        return make_coloured(colour, material, name, notes);
+    });
 }
 
 std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& notes)
+{
+    return make_noted<mrFileMat>(notes, [&] { return make_file(number, notes); });
+}
+
+std::unique_ptr<mrFileMat> scMaterialMaker::make_file(std::size_t number, Notes& notes)
 {
     scMaterial const& material = m_scene.materials[number];
     auto const left_out = std::find_if(material.notes.begin(), material.notes.end(),
@@ -164,8 +185,12 @@ std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& note
     }
     notes.insert(notes.end(), left_out, material.notes.end());
     mrFMFacetcoDListPtrcoPtrcoDList facets;
-    facets.append(new mrFMFacet(plain.release(), layers));
-    return std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    auto facet = std::make_unique<mrFMFacet>(plain.get(), layers);
+    plain.release();
+    facets.append(facet.get());
+    auto made = std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    facet.release();
+    return made;
 }
 
 /// @return the image of the material's texture, or null when it cannot be read

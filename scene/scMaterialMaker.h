@@ -29,7 +29,7 @@ public:
     /// linear colour multiplies the texture, it becomes the tint of the layer, and the plain material is white.
     /// @param material  less than the number of the scene's materials
     /// @param notes     receives the material's notes, and others on values and texture; see scNote::lines()
-    /// @return never null
+    /// @return null without enough memory, and without notes
     std::unique_ptr<mrFileMat> make(std::size_t material, std::vector<scNote>& notes);
 
     /// Makes the plain material of a material, every number in its range.
@@ -44,10 +44,12 @@ public:
     /// - Refractive index: 1 without one. Other numbers are 0 when the scene does not give them.
     /// @param name   name of the plain material; an empty one becomes "material"
     /// @param notes  receives a note for each value that was changed, to bring it into its range for example
+    /// @return null without enough memory, and without notes
     static std::unique_ptr<mrFMPlainMat> make_plain(scMaterial const& material, std::string const& name,
                                                     std::vector<scNote>& notes);
 
 private:
+    std::unique_ptr<mrFileMat> make_file(std::size_t material, std::vector<scNote>& notes);
     dgCounted<dgDuctImage> read_texture(scMaterial const& material, std::vector<scNote>& notes);
 
     scScene const& m_scene;

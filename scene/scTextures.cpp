@@ -1,6 +1,7 @@
 #include "scTextures.h"
 
 #include "notes.h"
+#include "safely.h"
 #include "textureFinder.h"
 
 #include "gxFileHints.h"
@@ -45,6 +46,14 @@ std::string scTextures::stand_in(scMaterial const& material) const
 }
 
 dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, std::string& reason)
+{
+    dgCounted<dgDuctImage> image;
+    if (!sc::do_safely(reason, [&] { return (image = read_kept(material, reason)) != nullptr; }) && !m_last)
+        m_last_key.clear(); // what ran out of memory is tried again
+    return image;
+}
+
+dgCounted<dgDuctImage> scTextures::read_kept(scMaterial const& material, std::string& reason)
 {
     std::optional<Source> const from = find_source(material, reason);
     if (!from)

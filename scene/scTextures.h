@@ -18,7 +18,8 @@ class TextureFinder;
 /// path or has the name in each of scReadOptions::texture_folders, then in all of these folders the like without
 /// regard to case. Only regular files count. Absolute paths and ".." lead nowhere but where the scene's folder has
 /// them lead, and a name in another case never out of a folder. As safe for untrusted input as the reader is, but
-/// the caller decides what to do about files from outside: see lies_outside().
+/// the caller decides what to do about files from outside: see lies_outside(). Functions without a
+/// reason for a failure may throw std::bad_alloc.
 class SC_API scTextures
 {
 public:
@@ -59,6 +60,7 @@ private:
         std::uint64_t bytes = 0;
     };
 
+    dgCounted<dgDuctImage> read_kept(scMaterial const& material, std::string& reason);
     std::optional<Source> find_source(scMaterial const& material, std::string& reason) const;
     dgCounted<dgDuctImage> read(scMaterial const& material, Source const& source, std::string& reason) const;
 

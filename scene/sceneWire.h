@@ -100,6 +100,9 @@ inline void exchange(sandbox::WireReader& wire, dgCounted<dgDuctImage>& image)
     image = make_image(width, height, pixels);
 }
 
+// Found through the wire, whatever the value is.
+namespace sandbox {
+
 /// An answer: a value, or the reason for a failure.
 template <class Wire, class T>
 void exchange(Wire& wire, sc::Expected<T>& answer)
@@ -113,3 +116,5 @@ void exchange(Wire& wire, sc::Expected<T>& answer)
     else
         wire(answer.error());
 }
+
+} // namespace sandbox

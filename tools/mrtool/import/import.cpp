@@ -130,7 +130,8 @@ private:
             return false;
         }
         std::vector<scNote> notes;
-        if (!check_result(subject, write_material(*maker.make(at, notes), path)))
+        auto const made = maker.make(at, notes);
+        if (!check_result(subject, made ? write_material(*made, path) : Result<>(fail("not enough memory"))))
             return false;
         for (std::string const& line : scNote::lines(notes))
             say(subject, line);
