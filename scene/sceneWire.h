@@ -55,18 +55,13 @@ inline void exchange(sandbox::WireReader& wire, scSurface& surface)
     surface.block = std::make_unique<giTriBlock>();
     giTriBlock& block = *surface.block;
     wire(surface.material_name);
-    giBoxArrPoint3& nodes = gsTriUtils::check_out_nodes(block);
-    wire.array<giPoint3>([&](giPoint3 const& node) { nodes.append(node); });
-    giNormArr& normals = gsTriUtils::check_out_normals(block);
-    wire.array<giVector3>([&](giVector3 const& normal) { normals.push_back(normal); });
+    gsTriUtils::check_out_nodes(block).adopt(wire.array<giPoint3>());
+    gsTriUtils::check_out_normals(block) = wire.array<giVector3>();
     bool textured = false;
     wire(textured);
-    if (textured) {
-        giBoxArrPoint2& tus = gsTriUtils::check_out_tus(block);
-        wire.array<giPoint2>([&](giPoint2 const& tu) { tus.append(tu); });
-    }
-    giTriArr& triangles = gsTriUtils::check_out_triangles(block);
-    wire.array<giTri>([&](giTri const& triangle) { triangles.push_back(triangle); });
+    if (textured)
+        gsTriUtils::check_out_tus(block).adopt(wire.array<giPoint2>());
+    gsTriUtils::check_out_triangles(block) = wire.array<giTri>();
 }
 
 /// @return null when the size and the pixels do not fit each other

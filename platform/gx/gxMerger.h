@@ -1,11 +1,14 @@
 // Numbers the different ones among many points. Used inside the project; not installed.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <type_traits>
 #include <vector>
 
 /// Gives each different key a number, from 0, in the order in which they come.
@@ -22,11 +25,41 @@ public:
         m_keys.reserve(expected);
     }
 
-    int add(Key key)
+    int add(Key const& key)
     {
-        for (Number& number : key)
-            number += Number(0); // -0 becomes 0
-        int& slot = slot_of(key);
+        Key const plain = without_sign_of_zero(key);
+        return add(plain, hash(plain));
+    }
+
+    /// Adds many at once, which takes less time: the memory that each needs is on its way while others are added.
+    /// @param numbers  receives theirs
+    void add(std::span<Key const> keys, int* numbers)
+    {
+        constexpr std::size_t at_once = 64;
+        std::array<Key, at_once> plain;
+        std::array<std::size_t, at_once> hashes;
+        while (!keys.empty()) {
+            std::size_t const count = std::min(keys.size(), at_once);
+            for (std::size_t i = 0; i < count; ++i) {
+                plain[i] = without_sign_of_zero(keys[i]);
+                hashes[i] = hash(plain[i]);
+                __builtin_prefetch(&m_slots[hashes[i] & (m_slots.size() - 1)]);
+            }
+            for (std::size_t i = 0; i < count; ++i)
+                *numbers++ = add(plain[i], hashes[i]);
+            keys = keys.subspan(count);
+        }
+    }
+
+    /// All different keys, by their numbers.
+    std::vector<Key> const& keys() const { return m_keys; }
+
+private:
+    static constexpr int none = -1;
+
+    int add(Key const& key, std::size_t key_hash)
+    {
+        int& slot = slot_of(key, key_hash);
         if (slot != none)
             return slot;
         int const number = slot = static_cast<int>(m_keys.size());
@@ -36,28 +69,20 @@ public:
         return number;
     }
 
-    /// Has the memory that a key's number lies in, or will, brought nearer: when a key is announced some time before
-    /// it is added, that does not wait for it.
-    void announce(Key key) const
-    {
-        for (Number& number : key)
-            number += Number(0);
-        __builtin_prefetch(&m_slots[hash(key) & (m_slots.size() - 1)]);
-    }
-
-    /// All different keys, by their numbers.
-    std::vector<Key> const& keys() const { return m_keys; }
-
-private:
-    static constexpr int none = -1;
-
     /// The slot that holds the key's number, or where it belongs.
-    int& slot_of(Key const& key)
+    int& slot_of(Key const& key, std::size_t key_hash)
     {
-        std::size_t at = hash(key) & (m_slots.size() - 1);
+        std::size_t at = key_hash & (m_slots.size() - 1);
         while (m_slots[at] != none && m_keys[static_cast<std::size_t>(m_slots[at])] != key)
             at = (at + 1) & (m_slots.size() - 1);
         return m_slots[at];
+    }
+
+    static Key without_sign_of_zero(Key key)
+    {
+        for (Number& number : key)
+            number += Number(0);
+        return key;
     }
 
     static std::size_t hash(Key const& key)
@@ -75,7 +100,7 @@ private:
     {
         m_slots.assign(m_slots.size() * 2, none);
         for (std::size_t number = 0; number < m_keys.size(); ++number)
-            slot_of(m_keys[number]) = static_cast<int>(number);
+            slot_of(m_keys[number], hash(m_keys[number])) = static_cast<int>(number);
     }
 
     std::vector<int> m_slots; // a power of two of them

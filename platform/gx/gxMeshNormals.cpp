@@ -262,26 +262,26 @@ gxMesh NormalMaker::make()
 template <std::size_t Size>
 void merge_points(gxMesh& mesh)
 {
-    gxMerger<double, Size> merger(mesh.points.size() / 2);
-    std::vector<int> numbers;
-    numbers.reserve(mesh.points.size());
+    std::vector<std::array<double, Size>> keys;
+    keys.reserve(mesh.points.size());
     for (std::size_t i = 0; i < mesh.points.size(); ++i) {
-        giPoint3 const point = mesh.points[i];
-        std::array<double, Size> key{point.x, point.y, point.z};
-        if constexpr (Size == 5) {
-            key[3] = mesh.tus[i].x;
-            key[4] = mesh.tus[i].y;
-        }
-        int const number = merger.add(key);
-        numbers.push_back(number);
-        // No number is larger than the point's own, so that nothing is lost that is yet to be read.
-        mesh.points[gx_at(number)] = point;
+        giPoint3 const& point = mesh.points[i];
         if constexpr (Size == 5)
-            mesh.tus[gx_at(number)] = mesh.tus[i];
+            keys.push_back({point.x, point.y, point.z, mesh.tus[i].x, mesh.tus[i].y});
+        else
+            keys.push_back({point.x, point.y, point.z});
     }
-    mesh.points.resize(merger.keys().size());
-    if constexpr (Size == 5)
-        mesh.tus.resize(merger.keys().size());
+    gxMerger<double, Size> merger(keys.size() / 2);
+    std::vector<int> numbers(keys.size());
+    merger.add(keys, numbers.data());
+
+    mesh.points.clear();
+    mesh.tus.clear();
+    for (std::array<double, Size> const& key : merger.keys()) {
+        mesh.points.push_back({key[0], key[1], key[2]});
+        if constexpr (Size == 5)
+            mesh.tus.push_back({key[3], key[4]});
+    }
     for (giTri& tri : mesh.triangles)
         tri = {numbers[gx_at(tri.a)], numbers[gx_at(tri.b)], numbers[gx_at(tri.c)]};
 }

@@ -282,16 +282,14 @@ public:
 
     void append(Facet const& facet)
     {
-        for (Triple const& point : facet.points)
-            m_merger.announce(point);
-        m_announced.push_back(facet);
-        if (m_announced.size() == at_once)
-            add_announced();
+        m_waiting.insert(m_waiting.end(), std::begin(facet.points), std::end(facet.points));
+        if (m_waiting.size() >= at_once)
+            add_waiting();
     }
 
     gxMesh finish()
     {
-        add_announced();
+        add_waiting();
         gxMesh mesh;
         mesh.triangles = std::move(m_triangles);
         mesh.points.reserve(m_merger.keys().size());
@@ -301,20 +299,20 @@ public:
     }
 
 private:
-    static constexpr std::size_t at_once = 32;
+    static constexpr std::size_t at_once = 3 * 256;
 
-    void add_announced()
+    void add_waiting()
     {
-        for (Facet const& facet : m_announced) {
-            giTri& tri = m_triangles.emplace_back();
-            for (int which = 0; which < 3; ++which)
-                gx_corner(tri, which) = m_merger.add(facet.points[which]);
-        }
-        m_announced.clear();
+        m_numbers.resize(m_waiting.size());
+        m_merger.add(m_waiting, m_numbers.data());
+        for (std::size_t i = 0; i < m_numbers.size(); i += 3)
+            m_triangles.push_back({m_numbers[i], m_numbers[i + 1], m_numbers[i + 2]});
+        m_waiting.clear();
     }
 
     gxMerger<float, 3> m_merger;
-    std::vector<Facet> m_announced;
+    std::vector<Triple> m_waiting;
+    std::vector<int> m_numbers;
     std::vector<giTri> m_triangles;
 };
 

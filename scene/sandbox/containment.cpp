@@ -21,10 +21,10 @@ namespace sandbox {
 
 namespace {
 
-bool forbid(__rlimit_resource resource)
+bool limit_to(__rlimit_resource resource, rlim_t most)
 {
-    rlimit const none{0, 0};
-    return setrlimit(resource, &none) == 0;
+    rlimit const both{most, most};
+    return setrlimit(resource, &both) == 0;
 }
 
 // ---- Landlock, by its numbers: the headers of a distribution know less of it than the kernels that it runs on.
@@ -114,18 +114,18 @@ std::vector<std::string> Containment::words() const
     return words;
 }
 
-Containment contain_process()
+Containment contain_process(std::uint64_t largest_file)
 {
     Containment given_up;
     given_up.no_new_privileges = prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0;
     // A core that is piped to a program has no limit but this.
     bool const dumpable = !under_address_sanitizer() && prctl(PR_SET_DUMPABLE, 0, 0, 0, 0) != 0;
     signal(SIGXFSZ, SIG_IGN);
-    given_up.limits = forbid(RLIMIT_CORE) && forbid(RLIMIT_FSIZE) && !dumpable;
+    given_up.limits = limit_to(RLIMIT_CORE, 0) && limit_to(RLIMIT_FSIZE, largest_file) && !dumpable;
     given_up.filter = refuse_system_calls();
     // Counts threads too, which loaders may need.
     if (!given_up.filter)
-        forbid(RLIMIT_NPROC);
+        limit_to(RLIMIT_NPROC, 0);
     return given_up;
 }
 

@@ -1,6 +1,7 @@
 // What a process gives up before it reads what comes from anybody. Nothing of it comes back.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,11 @@ struct Containment
     std::vector<std::string> words() const;
 };
 
-/// Keeps this process from gaining privileges (no_new_privs), from leaving a core, from writing files (a size of 0, and
-/// not dumpable), and by refuse_system_calls() from the rest; where there is no such filter, from further processes by
-/// their number, which does not count for root.
-Containment contain_process();
+/// Keeps this process from gaining privileges (no_new_privs), from leaving a core (and from being dumpable), from writing
+/// files beyond a size, and by refuse_system_calls() from the rest; where there is no such filter, from further processes
+/// by their number, which does not count for root.
+/// @param largest_file  bytes of the file that it was handed for writing; 0 where there is none
+Containment contain_process(std::uint64_t largest_file = 0);
 
 /// Has Landlock let this process open files for reading alone, and only the places and what is beneath them; with it go,
 /// as far as the kernel knows of them, TCP, signals to others and their abstract sockets. Files that are open stay so.
