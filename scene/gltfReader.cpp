@@ -6,7 +6,6 @@
 #include "gxFileHints.h"
 #include "utNeverDestroyed.h"
 
-#include <cmath>
 #include <map>
 
 namespace sc {
@@ -447,25 +446,7 @@ void leave_out_extensions(Json const& file, scScene& scene)
 
 constexpr std::string_view binary_version_1("glTF\1\0\0\0", 8);
 
-/// Version 1 may leave its number out, and has objects where version 2 has lists.
-bool is_version_1(Json const& file)
-{
-    Json const& version = get_member(get_member(file, "asset"), "version");
-    if (version.is_string())
-        return version.get_ref<std::string const&>().starts_with("1.");
-    if (version.is_number())
-        return std::floor(version.get<double>()) == 1.0;
-    return version.is_null() &&
-           (get_member(file, "meshes").is_object() || get_member(file, "nodes").is_object());
-}
-
 } // namespace
-
-bool is_gltf(std::string const& path)
-{
-    std::string const extension = gx_extension(path);
-    return extension == "gltf" || extension == "glb" || gx_read_beginning(path).starts_with("glTF");
-}
 
 bool is_gltf_1(std::string const& path)
 {
