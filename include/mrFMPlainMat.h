@@ -49,7 +49,7 @@ public:
     /// @param refractive_index   unchecked; a file is read with 0 to max_refractive_index only
     /// @param shader_definition  stored as invalid when empty
     /// @report "Args" once for each of these, in this order: @p name is empty; @p polish, @p reflect or
-    ///         @p emission is outside 0 to 1. The material is built all the same
+    ///         @p emission is outside 0 to 1 or no number. The material is built all the same
     mrFMPlainMat(utString const& name, mrMatPropcoSet const& properties, int affinity,
                  giColour const& diffuse_colour, double polish, double reflect, double transparency,
                  double emission, double refractive_index, utString const& shader_definition);
@@ -88,7 +88,8 @@ public:
     /// @report "State" when the material is invalid; the element is appended all the same
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the material from a "plain_material" element and adds to its properties. Safe for untrusted input.
+    /// Fills the material from a "plain_material" element and adds to its properties. Without a definition in the
+    /// element it has none afterwards. Safe for untrusted input.
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 at the first child that is missing or wrong: the name stays; the fields read before are
     ///         updated, and so is a number out of its range; a bad property leaves the material without properties

@@ -51,8 +51,8 @@ public:
     /// mrXMLUtils::max_document and mrReadLimits for the limits.
     ///
     /// The file is opened once. Only a regular file can be opened: a pipe would keep the reader waiting. Anything that
-    /// follows a document with "none" is ignored. The status is mrFileMatBadContent also when memory runs out,
-    /// and mrFileMatOpenFailed when there is none to open the file. After
+    /// follows a document with "none" is ignored. Images may stand beyond 2 GiB. The status is mrFileMatBadContent also
+    /// when memory runs out, and mrFileMatOpenFailed when there is none to open the file. After
     /// any status but mrFileMatReadOK the object may hold a part of the file.
     /// @report "State" when the object is not empty; the file is read all the same
     mrFileMatReadStatus read(utString const& path);

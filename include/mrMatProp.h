@@ -61,11 +61,11 @@ public:
     /// Appends the property to @p parent as a "property" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the property is invalid; the element is appended all the same
     /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when
-    ///         the type is no enumerator
+    ///         the type is no enumerator; "type" is then written empty, and no "value"
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the property from a "property" element; the client data stays as it is. Safe for untrusted
-    /// input.
+    /// Fills the property from a "property" element; the client data and the values of other types stay as they
+    /// are. Safe for untrusted input.
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 when a child is missing or wrong: the name stays, the type may be the one that was read, and a
     ///         missing string value makes the string invalid

@@ -27,8 +27,8 @@ public:
     /// @param profile         in the x-z half plane (x the radius, z the height), from the axis outwards;
     ///                        borrowed. Null makes every block empty
     /// @param segments        in the full circle, shared out evenly: what is left over by n slices makes the
-    ///                        segments wider
-    /// @param profile_points  along the profile; of 1, nodes without triangles come out
+    ///                        segments wider; 0 or less makes every block empty
+    /// @param profile_points  along the profile; of 1, nodes without triangles come out, of 0 or less empty blocks
     /// @report "Args" when @p segments <= 0
     /// @report "Args" when @p profile_points <= 0
     mrPieChart(dgkCurve3* profile, int segments, int profile_points);

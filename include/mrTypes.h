@@ -54,9 +54,11 @@ enum mrFileMatReadStatus : int
 /// The status of reading a palette file.
 enum mrPaletteFileError : int
 {
-    mrPaletteFileOK = 0,            ///< no line was in error
-    mrPaletteFileOpenFailed = 1,    ///< the file could not be opened for reading, or is no regular file
-    mrPaletteFileBadFormat = 2,     ///< a line is no colour, or a number in it is too large
+    mrPaletteFileOK = 0,         ///< no line was in error
+    mrPaletteFileOpenFailed = 1, ///< the file could not be opened for reading, or is no regular file
+    /// A line is no colour, or a number in it is too large. From mrColourPaletteCache also: the file has no colour. With
+    /// not enough memory too.
+    mrPaletteFileBadFormat = 2,
     mrPaletteFileDuplicateName = 3, ///< the palette has a colour of this name already
     mrPaletteFileOutOfRange = 4     ///< a component is out of range
 };

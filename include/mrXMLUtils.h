@@ -93,6 +93,7 @@ public:
     }
     static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault* fault);
 
+    /// Null facets are left out.
     static xmlElement* write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
     /// @param facets  receives new facets, which the list's owner deletes
     /// @return 1, or 0 at the first member that fails: the list is then empty and all its facets are deleted, also

@@ -1,20 +1,18 @@
 #include "dgOffscreenMesh.h"
 
+#include "dgOffscreenSamples.h"
+
 #include <epoxy/gl.h>
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cmath>
 #include <cstddef>
 
 namespace {
 
-struct Vertex
-{
-    float place[3];
-    float normal[3];
-    float coordinate[2];
-};
+using Vertex = dgOffscreenMesh::Vertex;
 
 // Triangles are handed to OpenGL as they lie in the block.
 static_assert(sizeof(giTri) == 3 * sizeof(GLuint));
@@ -96,20 +94,51 @@ float coordinate(double value)
     return std::isfinite(value) ? static_cast<float>(std::clamp(value, -furthest, furthest)) : 0.0F;
 }
 
-/// @return whether every node is a finite point
-bool write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Placing const& placing,
-                    Vertex* vertices)
+/// Nodes in normalised device coordinates.
+struct Places
 {
-    giPoint3 const* const nodes = block.nodes().begin();
-    std::size_t const count = block.nodes().size();
-    giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
-    giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
+    std::vector<std::array<float, 3>> nodes;
+    bool finite = false; ///< whether all nodes are finite points
+
+    float const* operator[](int node) const { return nodes[static_cast<std::size_t>(node)].data(); }
+};
+
+Places place_nodes(giBoxArrPoint3 const& nodes, Placing const& placing)
+{
+    Places places;
+    places.nodes.reserve(nodes.size());
     // Stays zero while all are finite, and becomes NaN at the first that is not.
     double sum = 0.0;
-    for (std::size_t i = 0; i < count; ++i) {
+    for (giPoint3 const& node : nodes) {
+        sum += node.x * 0.0 + node.y * 0.0 + node.z * 0.0;
+        placing.place(node, places.nodes.emplace_back().data());
+    }
+    places.finite = sum == 0.0;
+    return places;
+}
+
+/// The triangles that hold together and may cover a sample, in their order.
+giTriArr visible_triangles(giTriBlock const& block, Places const& places, dgOffscreenSamples const& samples)
+{
+    giPoint3 const* const nodes = block.nodes().begin();
+    auto const usable = [&](int index) {
+        return static_cast<unsigned>(index) < places.nodes.size() && (places.finite || finite(nodes[index]));
+    };
+    giTriArr triangles;
+    for (giTri const& triangle : block.triangles())
+        if (usable(triangle.a) && usable(triangle.b) && usable(triangle.c) &&
+            samples.reached(places[triangle.a], places[triangle.b], places[triangle.c]))
+            triangles.push_back(triangle);
+    return triangles;
+}
+
+void write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Places const& places, Vertex* vertices)
+{
+    giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
+    giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
+    for (std::size_t i = 0; i < places.nodes.size(); ++i) {
         Vertex& vertex = vertices[i];
-        sum += nodes[i].x * 0.0 + nodes[i].y * 0.0 + nodes[i].z * 0.0;
-        placing.place(nodes[i], vertex.place);
+        std::copy(places.nodes[i].begin(), places.nodes[i].end(), vertex.place);
         if (normals)
             write_direction(normals[i], vertex.normal);
         else
@@ -117,29 +146,6 @@ bool write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Placing c
         vertex.coordinate[0] = coordinates ? coordinate(coordinates[i].x) : 0.0F;
         vertex.coordinate[1] = coordinates ? coordinate(1.0 - coordinates[i].y) : 0.0F;
     }
-    return sum == 0.0;
-}
-
-bool indices_fit(giTriArr const& triangles, std::size_t nodes)
-{
-    unsigned highest = 0;
-    for (giTri const& triangle : triangles)
-        highest = std::max({highest, static_cast<unsigned>(triangle.a), static_cast<unsigned>(triangle.b),
-                            static_cast<unsigned>(triangle.c)});
-    return highest < nodes;
-}
-
-giTriArr usable_triangles(giTriBlock const& block)
-{
-    giBoxArrPoint3 const& nodes = block.nodes();
-    auto const usable = [&](int index) {
-        return static_cast<unsigned>(index) < nodes.size() && finite(nodes[static_cast<std::size_t>(index)]);
-    };
-    giTriArr triangles;
-    for (giTri const& triangle : block.triangles())
-        if (usable(triangle.a) && usable(triangle.b) && usable(triangle.c))
-            triangles.push_back(triangle);
-    return triangles;
 }
 
 } // namespace
@@ -149,19 +155,18 @@ bool dgOffscreenMesh::draw(giTriBlock const& block, Use use, dgProjection const&
 {
     if (block.triangles().empty() || block.nodes().size() == 0)
         return true;
-    bind();
-    glGetError(); // whatever was left over
-    bool finite_nodes = false;
-    if (!fill_vertices(block, use, projection, width, height, finite_nodes))
-        return false;
-
-    giTriArr usable;
-    bool const clean = finite_nodes && indices_fit(block.triangles(), block.nodes().size());
-    if (!clean)
-        usable = usable_triangles(block);
-    giTriArr const& triangles = clean ? block.triangles() : usable;
+    Places const places = place_nodes(block.nodes(), Placing(projection, width, height));
+    giTriArr const triangles = visible_triangles(block, places, dgOffscreenSamples(width, height));
     if (triangles.empty())
         return true;
+    bind();
+    glGetError(); // whatever was left over
+    Vertex* const room = map_vertices(places.nodes.size());
+    if (!room)
+        return false;
+    write_vertices(block, use, places, room);
+    if (glUnmapBuffer(GL_ARRAY_BUFFER) != GL_TRUE)
+        return false;
     if (!fill_indices(triangles))
         return false;
     std::size_t const most = INT_MAX / 3;
@@ -193,24 +198,19 @@ void dgOffscreenMesh::bind()
     attribute(2, 2, offsetof(Vertex, coordinate));
 }
 
-bool dgOffscreenMesh::fill_vertices(giTriBlock const& block, Use use, dgProjection const& projection,
-                                    int width, int height, bool& finite_nodes)
+dgOffscreenMesh::Vertex* dgOffscreenMesh::map_vertices(std::size_t count)
 {
-    std::size_t const size = block.nodes().size() * sizeof(Vertex);
+    std::size_t const size = count * sizeof(Vertex);
     bool const wasteful = m_capacity > always_kept && size < m_capacity / much_smaller;
     if (size > m_capacity || wasteful) {
         m_capacity = 0;
         glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(size), nullptr, GL_STREAM_DRAW);
         if (glGetError() != GL_NO_ERROR)
-            return false;
+            return nullptr;
         m_capacity = size;
     }
-    void* const room = glMapBufferRange(GL_ARRAY_BUFFER, 0, static_cast<GLsizeiptr>(size),
-                                        GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_BUFFER_BIT);
-    if (!room)
-        return false;
-    finite_nodes = write_vertices(block, use, Placing(projection, width, height), static_cast<Vertex*>(room));
-    return glUnmapBuffer(GL_ARRAY_BUFFER) == GL_TRUE;
+    return static_cast<Vertex*>(glMapBufferRange(GL_ARRAY_BUFFER, 0, static_cast<GLsizeiptr>(size),
+                                                 GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_BUFFER_BIT));
 }
 
 bool dgOffscreenMesh::fill_indices(giTriArr const& triangles) const

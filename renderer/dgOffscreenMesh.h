@@ -17,19 +17,27 @@ public:
         bool coordinates = false;
     };
 
+    struct Vertex
+    {
+        float place[3];
+        float normal[3];
+        float coordinate[2];
+    };
+
     /// Draws the block's triangles with the program in force, as far as they hold together: those with an
-    /// index beyond the nodes or a node that is no finite point are left out.
+    /// index beyond the nodes or a node that is no finite point are left out, and those too small to be seen.
     ///
     /// The vertex attributes are 0 the place in normalised device coordinates, 1 the normal in the scene's
     /// axes, of length 0 without a normal, 2 the texture coordinates with v from the top.
     /// @param width, height  of the picture that is drawn into
+    /// The picture is bound for drawing.
     /// @return false when there is not enough memory; then nothing was drawn
     bool draw(giTriBlock const& block, Use use, dgProjection const& projection, int width, int height);
 
 private:
     void bind();
-    bool fill_vertices(giTriBlock const& block, Use use, dgProjection const& projection, int width,
-                       int height, bool& finite_nodes);
+    /// @return room for so many, to be written to and unmapped; null when there is not enough memory
+    Vertex* map_vertices(std::size_t count);
     bool fill_indices(giTriArr const& triangles) const;
 
     unsigned m_array = 0;

@@ -1,7 +1,10 @@
 #include "readHere.h"
 
 #include "childProcess.h"
+#include "containment.h"
+#include "placesToRead.h"
 #include "readers.h"
+#include "room.h"
 #include "sceneWire.h"
 
 #include "gsTriUtils.h"
@@ -77,13 +80,24 @@ int run_reader(std::string const& what, std::string const& path)
     dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     sandbox::WireWriter wire(result);
     auto const answer = [&](auto read) { wire(read); };
+    sandbox::Containment containment =
+        sandbox::contain_process(what == surfaces_wanted ? sandbox::Room::size_of(STDIN_FILENO) : 0);
+    bool const is_scene = what == materials_wanted || what == surfaces_wanted;
+    containment.landlock = sandbox::restrict_reading(is_scene ? places_of_scene(path) : places_of_loaders());
     if (what == materials_wanted)
         answer(read_materials_here(path));
-    else if (what == surfaces_wanted)
-        answer(read_surfaces_here(path));
-    else if (what.starts_with(image_wanted))
+    else if (what == surfaces_wanted) {
+        sandbox::WireWriter room(STDIN_FILENO);
+        auto surfaces = read_surfaces_here(path);
+        room(surfaces);
+        if (!room.finish())
+            return sandbox::child_out_of_memory; // the room is as large as the memory that it may take
+        answer(Expected<std::uint64_t>(lseek(STDIN_FILENO, 0, SEEK_CUR)));
+    } else if (what.starts_with(image_wanted))
         answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
                                                  what.c_str() + std::string_view(image_wanted).size()))));
+    else if (what == containment_wanted)
+        answer(Expected<std::vector<std::string>>(containment.words()));
     return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -3,6 +3,7 @@
 #include "childProcess.h"
 #include "readers.h"
 #include "readHere.h"
+#include "room.h"
 #include "safely.h"
 #include "sceneWire.h"
 
@@ -56,6 +57,27 @@ Expected<T> ask_child(scReadOptions const& options, std::string const& what, std
         return because("reading it " + describe(result, limits));
     sandbox::WireReader wire(result.output);
     Expected<T> answer;
+    wire(answer);
+    if (!wire.complete())
+        return because(no_sense);
+    return answer;
+}
+
+/// The surfaces of a file, which are too many bytes for a pipe.
+Expected<std::vector<scSurface>> ask_child_for_surfaces(scReadOptions const& options, std::string const& path)
+{
+    sandbox::Room room(options.memory);
+    if (room.file() < 0)
+        return because(ut_concat("no memory for it: ", std::strerror(errno)));
+    Expected<std::uint64_t> const size =
+        ask_child<std::uint64_t>(options, sc::surfaces_wanted, path, room.file());
+    if (!size)
+        return because(size.error());
+    std::optional<std::string_view> const bytes = room.close(*size);
+    if (!bytes)
+        return because(no_sense);
+    Expected<std::vector<scSurface>> answer;
+    sandbox::WireReader wire(*bytes);
     wire(answer);
     if (!wire.complete())
         return because(no_sense);
@@ -159,9 +181,8 @@ bool scReader::read_surfaces(std::string const& path, scScene& scene, std::strin
     return do_safely(reason, [&] {
         std::vector<scSurface> read;
         if (!take(read,
-                  m_options.place == scReadHere
-                      ? sc::read_surfaces_here(path)
-                      : ask_child<std::vector<scSurface>>(m_options, sc::surfaces_wanted, path),
+                  m_options.place == scReadHere ? sc::read_surfaces_here(path)
+                                                : ask_child_for_surfaces(m_options, path),
                   reason))
             return false;
         find_materials(scene.materials, read);
@@ -189,6 +210,17 @@ Image scReader::read_image(scImage const& image, std::string& reason) const
     Image read;
     do_safely(reason, [&] { return take(read, read_embedded(m_options, image), reason); });
     return read;
+}
+
+std::vector<std::string> scReader::containment() const
+{
+    std::vector<std::string> words;
+    std::string ignored;
+    do_safely(ignored, [&] {
+        return take(words, ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"),
+                    ignored);
+    });
+    return words;
 }
 
 bool scReader::knows_extension(std::string const& extension)

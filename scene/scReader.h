@@ -25,11 +25,16 @@ struct scReadOptions
     /// Path of the program that reads in the child. Empty for mr-scene-reader, which is installed with this
     /// library.
     std::string helper{};
+    /// Folders in which scTextures looks for files that it does not find where the scene names them.
+    std::vector<std::string> texture_folders{};
 };
 
 /// Reads each file in a child process of its own, or in this process. The results are the same either way.
 ///
-/// A child keeps to the limits, prints nothing, and dies with this process; the reader checks what it hands
+/// A child keeps to the limits, prints nothing, and dies with this process. As far as the kernel has the means, it cannot
+/// gain privileges, leave a core, write, make, rename or remove files, reach a network, start a program or a process, or
+/// trace or signal one. It opens files beneath the scene's folder alone, and those that an OBJ or a glTF file names, or
+/// for an image, which it is handed open, the libraries, types and fonts of its loader; the reader checks what it hands
 /// over. A file that crashes its reader ends that child alone. PNG images and pixels are always read in this
 /// process, which is safe. Under the address sanitizer memory is not limited.
 ///
@@ -45,6 +50,8 @@ class SC_API scReader
 {
 public:
     explicit scReader(scReadOptions options = {});
+
+    scReadOptions const& options() const { return m_options; }
 
     /// Reads materials, embedded images and notes, in the scene's order. They replace those in @p scene.
     /// OBJ, MTL and glTF 2 have readers of the library's own, which read all materials; Assimp reads every
@@ -64,6 +71,10 @@ public:
     /// Reads an image that stands in a scene file.
     /// @return a new image, or null
     dgCounted<dgDuctImage> read_image(scImage const& image, std::string& reason) const;
+
+    /// What keeps the child from harm beside its limits, as one of it found when it tried: "no new privileges", "limits",
+    /// "Landlock (ABI 7)", "seccomp", as far as the kernel has them. Empty when it does not start.
+    std::vector<std::string> containment() const;
 
     /// Whether files of the extension can be scenes.
     /// @param extension  in lower case, without the point

@@ -27,7 +27,7 @@ void exchange(Wire& wire, scMaterial& material)
 {
     wire(material.name, material.colour, material.opacity, material.transparency, material.roughness,
          material.shininess, material.metalness, material.reflectivity, material.refractive_index,
-         material.emission, material.texture, material.embedded, material.notes);
+         material.emission, material.linear, material.texture, material.embedded, material.notes);
 }
 
 /// The scene without its surfaces.
@@ -55,18 +55,13 @@ inline void exchange(sandbox::WireReader& wire, scSurface& surface)
     surface.block = std::make_unique<giTriBlock>();
     giTriBlock& block = *surface.block;
     wire(surface.material_name);
-    giBoxArrPoint3& nodes = gsTriUtils::check_out_nodes(block);
-    wire.array<giPoint3>([&](giPoint3 const& node) { nodes.append(node); });
-    giNormArr& normals = gsTriUtils::check_out_normals(block);
-    wire.array<giVector3>([&](giVector3 const& normal) { normals.push_back(normal); });
+    gsTriUtils::check_out_nodes(block).adopt(wire.array<giPoint3>());
+    gsTriUtils::check_out_normals(block) = wire.array<giVector3>();
     bool textured = false;
     wire(textured);
-    if (textured) {
-        giBoxArrPoint2& tus = gsTriUtils::check_out_tus(block);
-        wire.array<giPoint2>([&](giPoint2 const& tu) { tus.append(tu); });
-    }
-    giTriArr& triangles = gsTriUtils::check_out_triangles(block);
-    wire.array<giTri>([&](giTri const& triangle) { triangles.push_back(triangle); });
+    if (textured)
+        gsTriUtils::check_out_tus(block).adopt(wire.array<giPoint2>());
+    gsTriUtils::check_out_triangles(block) = wire.array<giTri>();
 }
 
 /// @return null when the size and the pixels do not fit each other
@@ -100,6 +95,9 @@ inline void exchange(sandbox::WireReader& wire, dgCounted<dgDuctImage>& image)
     image = make_image(width, height, pixels);
 }
 
+// Found through the wire, whatever the value is.
+namespace sandbox {
+
 /// An answer: a value, or the reason for a failure.
 template <class Wire, class T>
 void exchange(Wire& wire, sc::Expected<T>& answer)
@@ -113,3 +111,5 @@ void exchange(Wire& wire, sc::Expected<T>& answer)
     else
         wire(answer.error());
 }
+
+} // namespace sandbox

@@ -4,7 +4,7 @@
 packages="
   cmake g++ ninja-build pkg-config
   libassimp-dev libcli11-dev libepoxy-dev libexpat1-dev libexpected-dev libgdk-pixbuf-2.0-dev libpcre2-dev libpng-dev
-  zlib1g-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+  libseccomp-dev zlib1g-dev nlohmann-json3-dev libgtest-dev libgmock-dev
   libegl1 libegl-mesa0 libgl1-mesa-dri librsvg2-common
 "
 
@@ -14,6 +14,9 @@ check_packages="clang clang-format libclang-rt-14-dev llvm-14 python3"
 
 # What the benchmarks need beyond those of building.
 benchmark_packages="libbenchmark-dev"
+
+# What benchmarks/peers sets the program beside.
+peer_packages="f3d libvips-tools python3 xvfb"
 
 # install PACKAGE...: installs what is missing of them; silent and quick when nothing is.
 install() {

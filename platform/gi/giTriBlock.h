@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 /// Points in a row, with the box around them.
@@ -22,6 +23,8 @@ public:
 
     void append(Point const& point) { m_points.push_back(point); }
     void reserve(std::size_t count) { m_points.reserve(count); }
+    /// Takes these in place of the points that are there.
+    void adopt(std::vector<Point>&& points) { m_points = std::move(points); }
     void release_spare_room() { m_points.shrink_to_fit(); }
 
     /// Works out the box anew; box() does not follow the points by itself.

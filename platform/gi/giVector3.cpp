@@ -13,7 +13,9 @@ int giVector3::invalid() const
 
 double giVector3::length() const
 {
-    return std::hypot(x, y, z);
+    double const square = dot(*this);
+    // Several times as fast as what keeps the squares from over- and underflowing.
+    return square > 1e-200 && square < 1e200 ? std::sqrt(square) : std::hypot(x, y, z);
 }
 
 int giVector3::unitize()
@@ -37,7 +39,7 @@ int giVector3::parallel(giVector3 const& other, giAngle const& tolerance) const
 {
     giVector3 a = *this;
     giVector3 b = other;
-    if (!a.unitize() || !b.unitize())
+    if (invalid() || other.invalid() || !a.unitize() || !b.unitize())
         return 0;
     // By both products: near 0 degrees the cosine alone cannot tell angles of 0.01 degrees apart.
     return std::atan2(a.cross(b).length(), a.dot(b)) <= tolerance.radians();

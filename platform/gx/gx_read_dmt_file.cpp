@@ -1,8 +1,10 @@
 #include "gx_read_dmt_file.h"
 
+#include "gxFileHints.h"
 #include "gxMeshFiles.h"
 #include "gxMeshNormals.h"
 #include "gxOpenFile.h"
+#include "gxSTL.h"
 #include "utConcat.h"
 
 #include <assimp/config.h>
@@ -88,8 +90,10 @@ bool unitize(std::vector<giVector3>& normals)
 Mesh mesh_of(aiMesh const& from)
 {
     Mesh mesh;
+    mesh.points.reserve(from.mNumVertices);
     for (unsigned i = 0; i < from.mNumVertices; ++i)
         mesh.points.push_back({from.mVertices[i].x, from.mVertices[i].y, from.mVertices[i].z});
+    mesh.triangles.reserve(from.mNumFaces);
     for (unsigned i = 0; i < from.mNumFaces; ++i) {
         aiFace const& face = from.mFaces[i];
         if (face.mNumIndices == 3)
@@ -105,7 +109,7 @@ Mesh mesh_of(aiMesh const& from)
         mesh.normals.emplace_back(from.mNormals[i].x, from.mNormals[i].y, from.mNormals[i].z);
     mesh = without_waste(mesh);
     if (mesh.normals.empty() || !unitize(mesh.normals))
-        return gx_with_normals(mesh);
+        return gx_with_normals(std::move(mesh));
     return mesh;
 }
 
@@ -152,27 +156,6 @@ Mesh placed(Mesh mesh, Transform const& transform)
     if (!std::all_of(mesh.points.begin(), mesh.points.end(), is_finite<giPoint3>))
         return without_waste(mesh);
     return mesh;
-}
-
-std::unique_ptr<giTriBlock> block_of(Mesh&& mesh)
-{
-    auto block = std::make_unique<giTriBlock>();
-    giBoxArrPoint3& nodes = gsTriUtils::check_out_nodes(*block);
-    nodes.reserve(mesh.points.size());
-    for (giPoint3 const& point : mesh.points)
-        nodes.append(point);
-    nodes.compute_box();
-    if (!mesh.tus.empty()) {
-        giBoxArrPoint2& tus = gsTriUtils::check_out_tus(*block);
-        tus.reserve(mesh.tus.size());
-        for (giPoint2 const& tu : mesh.tus)
-            tus.append(tu);
-        tus.compute_box();
-    }
-    gsTriUtils::check_out_normals(*block) = std::move(mesh.normals);
-    gsTriUtils::check_out_triangles(*block) = std::move(mesh.triangles);
-    gsTriUtils::repage(*block, nullptr, nullptr);
-    return block;
 }
 
 /// The blocks of a file, and for each the name of its material.
@@ -225,7 +208,7 @@ Blocks blocks_of(aiScene const& scene)
         Mesh mesh = placed(mesh_of(from), transform);
         if (mesh.triangles.empty())
             return;
-        read.blocks.push_back(block_of(std::move(mesh)));
+        read.blocks.push_back(gx_new_block(std::move(mesh)));
         read.materials.push_back(name_material(scene, from.mMaterialIndex));
     });
     return read;
@@ -239,13 +222,19 @@ utString one_line(std::string text)
     return text.empty() ? utString("it is no mesh file that can be read") : utString(text);
 }
 
-Blocks read_blocks(utString const& path, utString& reason)
+/// What the library's own reader makes of an STL file.
+Blocks blocks_of(std::vector<gxMesh>&& solids)
 {
-    // For the reason alone; what is read is opened again, as carefully.
-    if (!gx_open_file(path, reason)) {
-        reason = utString(ut_concat("the file cannot be opened: ", reason));
-        return {};
+    Blocks read;
+    for (gxMesh& solid : solids) {
+        read.blocks.push_back(gx_new_block(std::move(solid)));
+        read.materials.emplace_back(AI_DEFAULT_MATERIAL_NAME); // as Assimp calls what a file says nothing of
     }
+    return read;
+}
+
+Blocks read_with_assimp(utString const& path, utString& reason)
+{
     gxPointLocale const point;
     Assimp::Importer importer;
     importer.SetIOHandler(gx_new_mesh_files()); // the importer's
@@ -265,10 +254,22 @@ Blocks read_blocks(utString const& path, utString& reason)
         reason = "the scene has more triangles than are allowed";
         return {};
     }
-    Blocks read = blocks_of(*scene);
-    if (read.blocks.empty())
-        reason = "the file holds no triangles";
-    return read;
+    return blocks_of(*scene);
+}
+
+Blocks read_blocks(utString const& path, utString& reason)
+{
+    gxFile const file = gx_open_file(path, reason);
+    if (!file) {
+        reason = utString(ut_concat("the file cannot be opened: ", reason));
+        return {};
+    }
+    reason = "the file holds no triangles";
+    std::vector<gxMesh> solids;
+    if (gx_extension(path.c_str()) == "stl" && gx_read_stl(file.get(), solids, reason))
+        return blocks_of(std::move(solids));
+    // Opens the file again, as carefully.
+    return read_with_assimp(path, reason);
 }
 
 /// Appends the blocks and the names of their materials, all or none.

@@ -135,17 +135,17 @@ public:
             (*this)(values.emplace_back());
     }
 
-    /// Reads an array of WireWriter::array and hands it to @p append value by value.
-    template <class T, class Append>
-    void array(Append append)
+    /// Reads an array of WireWriter::array.
+    template <class T>
+    std::vector<T> array()
     {
         static_assert(std::is_trivially_copyable_v<T>);
         std::string_view const data = take(count(sizeof(T)) * sizeof(T));
-        for (std::size_t at = 0; at < data.size(); at += sizeof(T)) {
-            T value;
-            std::memcpy(static_cast<void*>(&value), data.data() + at, sizeof(T));
-            append(value);
-        }
+        std::vector<T> values;
+        values.reserve(data.size() / sizeof(T));
+        for (std::size_t at = 0; at < data.size(); at += sizeof(T))
+            std::memcpy(static_cast<void*>(&values.emplace_back()), data.data() + at, sizeof(T));
+        return values;
     }
 
 private:

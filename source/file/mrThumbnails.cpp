@@ -219,8 +219,8 @@ dgDuctImage* mrThumbnails::draw_material(mrFileMat const& material)
     ImageTable images = material.images();
     auto const structure = dg_hold(new dgClientStructure);
 
-    mrFMFacet const* const first = facets.size() == 1 ? *facets.begin() : nullptr;
-    if (first && first->textures().empty()) {
+    mrFMFacet const* const first = facets[0];
+    if (facets.size() == 1 && first && first->textures().empty()) {
         append_facet(*first, images, m_atts.plain_block(), *structure);
     } else {
         BlockList const& blocks = blocks_for(static_cast<int>(facets.size()));

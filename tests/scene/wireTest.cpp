@@ -40,6 +40,6 @@ TEST(wire, believes_no_count)
     of_texts(texts);
     EXPECT_FALSE(of_texts.ok());
     WireReader of_numbers(bytes);
-    of_numbers.array<double>([](double) { FAIL(); });
+    EXPECT_TRUE(of_numbers.array<double>().empty());
     EXPECT_FALSE(of_numbers.ok());
 }
