@@ -14,6 +14,9 @@
 ///
 /// A name is found by its bytes, and finds the newest colour that was appended under it. An invalid string
 /// stands for no name; an empty valid one is a name.
+///
+/// Without enough memory the constructor and append() throw std::bad_alloc, with nothing appended; colour() does so
+/// when there is none for the copy of a name.
 class MR_API mrColourPalette
 {
 public:
@@ -61,7 +64,7 @@ public:
     mrColourEncoding colour_encoding(int index) const;
 
     /// @param values  receives the component values in order; empty for a colour without any
-    /// @return 1 when the colour was appended with component values
+    /// @return 1 when the colour was appended with component values; 0 also without enough memory
     int colour_components(int index, doublecoDList& values) const;
 
 private:

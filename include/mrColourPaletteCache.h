@@ -12,7 +12,8 @@
 ///
 /// Every operation that takes a path uses it as mrUtils::standardize_path_name spells it, with the report of
 /// that for an empty one, and leaves the caller's as it is. Created on first use, deleted when the process
-/// ends or the library is unloaded. For one thread at a time.
+/// ends or the library is unloaded. Without enough memory singleton() and remove_palette() throw std::bad_alloc and
+/// change nothing. For one thread at a time.
 class MR_API mrColourPaletteCache
 {
 public:
@@ -30,12 +31,12 @@ public:
     /// How many palettes there are.
     int size() const;
 
-    /// 1 when there is a palette of that path.
+    /// 1 when there is a palette of that path; 0 also without enough memory to look it up.
     int palette_exists(utString const& path);
 
     /// The palette of that path, the cache's own until it is loaded again or removed, or the
     /// cache is deleted.
-    /// @return an empty palette for an unknown path, there until the library is unloaded
+    /// @return an empty palette for an unknown path, or without enough memory to look it up, there until the library is unloaded
     /// @report "No such palette" for an unknown path
     mrColourPalette const& get_palette(utString const& path);
 

@@ -1,4 +1,5 @@
-// The names of the library's containers.
+// The names of the library's containers. Making one, copying it and adding to it may throw std::bad_alloc; what throws
+// so while adding has added nothing.
 #pragma once
 
 #include "coDList.h"

@@ -19,7 +19,8 @@ public:
     /// An invalid facet: no plain material, no layers.
     mrFMFacet();
 
-    /// @param plain_mat  made with `new`; the facet deletes it
+    /// @param plain_mat  made with `new`; the facet deletes it. It stays the caller's when there is no memory for the
+    ///                   layers, and std::bad_alloc is thrown
     /// @report "Args" when @p plain_mat is null
     mrFMFacet(mrFMPlainMat* plain_mat, mrFMTexturecoDList const& textures);
 
@@ -39,7 +40,7 @@ public:
     /// @report "State" when the facet is invalid; the list is returned all the same
     mrFMTexturecoDList const& textures() const;
 
-    /// Appends the facet to @p parent as a "facet" element.
+    /// Appends the facet to @p parent as a "facet" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the facet is invalid; the element is then appended without a plain material
     void xml_write(xmlElement& parent) const;
 
@@ -52,6 +53,8 @@ public:
     int xml_read(xmlElement const& element, mrFault* fault);
 
 private:
+    int read_parts(xmlElement const& element, mrFault* fault);
+
     std::unique_ptr<mrFMPlainMat> m_plain_mat;
     mrFMTexturecoDList m_textures;
     utCheckValid m_check{this};

@@ -33,7 +33,8 @@ struct MR_API mrPlainMatValues
     bool operator==(mrPlainMatValues const& other) const = default;
 };
 
-/// A plain material: the look of a surface without textures. Valid exactly when its name is.
+/// A plain material: the look of a surface without textures. Valid exactly when its name is. Making one may throw
+/// std::bad_alloc.
 class MR_API mrFMPlainMat
 {
 public:
@@ -48,7 +49,7 @@ public:
     /// @param refractive_index   unchecked; a file is read with 0 to max_refractive_index only
     /// @param shader_definition  stored as invalid when empty
     /// @report "Args" once for each of these, in this order: @p name is empty; @p polish, @p reflect or
-    ///         @p emission is outside 0 to 1. The material is built all the same
+    ///         @p emission is outside 0 to 1 or no number. The material is built all the same
     mrFMPlainMat(utString const& name, mrMatPropcoSet const& properties, int affinity,
                  giColour const& diffuse_colour, double polish, double reflect, double transparency,
                  double emission, double refractive_index, utString const& shader_definition);
@@ -83,11 +84,12 @@ public:
     /// Invalid when the material has no definition.
     utString const& shader_definition() const { return check_values().shader_definition; }
 
-    /// Appends the material to @p parent as a "plain_material" element.
+    /// Appends the material to @p parent as a "plain_material" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the material is invalid; the element is appended all the same
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the material from a "plain_material" element and adds to its properties. Safe for untrusted input.
+    /// Fills the material from a "plain_material" element and adds to its properties. Without a definition in the
+    /// element it has none afterwards. Safe for untrusted input.
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 at the first child that is missing or wrong: the name stays; the fields read before are
     ///         updated, and so is a number out of its range; a bad property leaves the material without properties
@@ -96,6 +98,7 @@ public:
 
 private:
     mrPlainMatValues const& check_values() const;
+    int read_values(xmlElement const& element, mrFault* fault);
 
     mrPlainMatValues m_values;
     utCheckValid m_check{this};

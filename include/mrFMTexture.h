@@ -13,7 +13,8 @@ struct mrFault;
 /// A texture layer laid over a facet's plain material.
 ///
 /// A plain value that names an image of the material file's image table and may ask for that image to be
-/// tinted before use. Valid exactly when its image name is.
+/// tinted before use. Valid exactly when its image name is. Making one, and copying, which then changes nothing, may
+/// throw std::bad_alloc.
 class MR_API mrFMTexture
 {
 public:
@@ -46,7 +47,7 @@ public:
     /// The colour to tint towards, kept also while recoloured() is 0.
     giColour const& recolour() const { return check().m_recolour; }
 
-    /// Appends the layer to @p parent as a "texture" element.
+    /// Appends the layer to @p parent as a "texture" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "Args" when the layer is invalid; the element is appended all the same
     /// @report "Enum mrTexLayerType: %d", at source/utils/mrTypes.cpp and with the value for %d, when the
     ///         layer type is no enumerator; "layer_type" is then written empty

@@ -21,7 +21,7 @@ struct MR_API mrFault
     std::int64_t byte = -1;  ///< from the beginning of the file, from 0; -1 when unknown
 
     /// Place and reason together: "line 14, column 9: mismatched tag", "image 2, at byte 48213: the file ends
-    /// before the image does". Invalid without a fault.
+    /// before the image does". Invalid without a fault. May throw std::bad_alloc, as within() and copying may.
     utString words() const;
 
     /// Puts a larger part in front: "plain material" within "facet 2" is "facet 2: plain material".

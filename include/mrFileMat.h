@@ -22,6 +22,7 @@ public:
     /// An empty file.
     mrFileMat();
 
+    /// May throw std::bad_alloc; facets and images are the caller's then.
     /// @param facets  the file deletes them
     /// @param images  the file takes one reference on each; null entries are kept
     mrFileMat(mrMatPropcoSet const& properties, mrFMFacetcoDListPtrcoPtrcoDList const& facets,
@@ -40,8 +41,8 @@ public:
 
     /// Writes the document and the images to the path. They take the place of an older file when all is written;
     /// mrTarget says what a crash leaves.
-    /// @return 1, or 0 when the file cannot be opened for writing, the disk is full, or an image cannot be written; an
-    ///         older file stays as it was then, and where there was none, the part written before stays. Or 0
+    /// @return 1, or 0 when the file cannot be opened for writing, the disk or memory is full, or an image cannot be written;
+    ///         an older file stays as it was then, and where there was none, the part written before stays. Or 0
     ///         with the path untouched when two images would have one title: see mrImageBlock::check_titles
     /// @report "State" when the file is empty; a document without members is written all the same
     int write(utString const& path) const;
@@ -50,7 +51,8 @@ public:
     /// mrXMLUtils::max_document and mrReadLimits for the limits.
     ///
     /// The file is opened once. Only a regular file can be opened: a pipe would keep the reader waiting. Anything that
-    /// follows a document with "none" is ignored. The status is mrFileMatBadContent also when memory runs out. After
+    /// follows a document with "none" is ignored. Images may stand beyond 2 GiB. The status is mrFileMatBadContent also
+    /// when memory runs out, and mrFileMatOpenFailed when there is none to open the file. After
     /// any status but mrFileMatReadOK the object may hold a part of the file.
     /// @report "State" when the object is not empty; the file is read all the same
     mrFileMatReadStatus read(utString const& path);

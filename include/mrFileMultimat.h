@@ -15,6 +15,7 @@ class MR_API mrFileMultimat
 {
 public:
     /// Writes the declaration line and the document; no line is longer than mrXMLUtils::max_line.
+    /// Without enough memory the stream becomes bad (std::ios::badbit), with nothing or a part of it written.
     /// With mrImageEncapsulationEmbeddedPng one more line break follows; the images belong after it.
     /// @report "Enum mrImageEncapsulationType: %d", at source/utils/mrTypes.cpp and with the value for %d,
     ///         when @p encapsulation is no enumerator; its element is then written empty

@@ -31,9 +31,13 @@ public:
     /// Keys of an image's text entries.
     static constexpr char title_key[] = "Title";
     static constexpr char name_key[] = "DuctImageName";
+    /// The titles and names of all images may have as many bytes together as the block, and so many more. They can be
+    /// compressed, to a thousandth.
+    static constexpr std::int64_t max_inflated_texts = std::int64_t{1} << 21;
     /// Fewer bytes are the end of the block.
     static constexpr int fewest_bytes = 10;
 
+    /// May throw std::bad_alloc, where the file cannot be read.
     /// @param file   borrowed
     /// @param start  bytes from the beginning of the file
     mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits const& limits = {});
@@ -77,12 +81,16 @@ public:
                      mrFault& fault);
 
 private:
+    int read_image(mrBlockImage& image);
     std::size_t peek(char (&bytes)[fewest_bytes]);
     void fail(char const* reason) { m_fault = {reason}; }
+    /// Notes the fault of the image that was read last.
+    void refuse(utString const& reason, std::int64_t byte);
 
     std::FILE* m_file;
-    std::int64_t m_budget = 0; ///< pixels still allowed
-    int m_number = 0;          ///< of the image read last, from 1
-    std::size_t m_rest = 0;    ///< bytes left after the last image
+    std::int64_t m_pixels_left = 0; ///< still allowed
+    std::int64_t m_texts_left = 0;  ///< bytes still allowed
+    int m_number = 0;               ///< of the image read last, from 1
+    std::size_t m_rest = 0;         ///< bytes left after the last image
     mrFault m_fault;
 };

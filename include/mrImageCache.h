@@ -22,7 +22,7 @@ struct mrFault;
 /// those of the lowest ages: see shrink_by(). An entry that was evicted, removed or overwritten stays alive, with its
 /// reference on its image, for the process's life. The destructor deletes the entries that are still in the cache.
 ///
-/// Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
+/// Making one may throw std::bad_alloc. Invalid while its size limit is negative. Hash value 0 can be used, but looking it up is reported as the table's
 /// null key. For one thread at a time, all caches together.
 class MR_API mrImageCache
 {
@@ -58,14 +58,15 @@ public:
     int hash_value_exists(unsigned int hash) const;
 
     /// Enters the image with the present age. Evicts entries of a full cache first. Replaces an entry of the same hash
-    /// value.
+    /// value. May throw std::bad_alloc, with the cache and the image's references unchanged.
     /// @param image  null makes an entry without an image
     /// @report as hash_value_exists()
     /// @report "argument out of range | Hash value already present!"
     /// @report "argument out of range | Args" when @p image is null
     /// @report "Invalid data" when invalid
     /// @report "Args" when @p image is null, from mrImageCacheItem
-    /// @report as shrink_by() when the cache is full
+    /// @report as shrink_by() when the cache is full, which an invalid one always is: "Invalid data" comes five or six
+    ///         times then
     void add_image(unsigned int hash, dgDuctImage* image);
 
     /// Finds the image of that hash value and gives its entry the present age, in time linear in the number of entries.
@@ -76,8 +77,8 @@ public:
 
     /// Removes the entry of that hash value.
     /// @report "Invalid data" when invalid
-    /// @report "Hash value not found!" when the entry is missing
     /// @report "argument out of range | CO_TABLE::member | null key" for 0
+    /// @report "Hash value not found!" when the entry is missing
     void remove_image(unsigned int hash);
 
     /// Writes the limits, the entries and, as mrUtils::write_images does, the images under their hash values to the
@@ -100,7 +101,8 @@ public:
     /// whichever image that entry was written for. The reference of mrUtils::read_images on an entered image stays for
     /// the process's life. Text that is no number counts as 0. Entries beyond the file's size limit evict others. An
     /// eviction takes time linear in the number of entries, and a file may cause one for each of its entries. With a
-    /// shrinkage of 0 or less an eviction may remove nothing, and the cache grows past the limit.
+    /// shrinkage of 0 or less an eviction may remove nothing, and the cache grows past the limit. It may make a report
+    /// for each entry then, so that there are as many reports as entries times evictions.
     /// @return mrFileMatReadOK; mrFileMatOpenFailed, with nothing changed; mrFileMatBadContent when the images cannot
     ///         be read, the empty line before them is missing, or a line is too long, with the limits taken and the
     ///         entries unchanged; or mrFileMatBadContent when memory runs out, with some entries perhaps entered,
@@ -135,21 +137,22 @@ protected:
     /// Enters the image with the age, otherwise as above.
     /// @param age  above 0; any other is stored all the same
     /// @report "Invalid data" when invalid
+    /// @report "argument out of range | CO_TABLE::member | null key" for a hash value 0
     /// @report "argument out of range | Hash value already present!"
     /// @report "argument out of range | Args" when @p image is null
     /// @report "Args" unless @p age is above 0
-    /// @report "argument out of range | CO_TABLE::member | null key" for a hash value 0
     /// @report "Args" when @p image is null, from mrImageCacheItem
     /// @report as shrink_by() when the cache is full
     void add_image(unsigned int hash, dgDuctImage* image, int age);
 
-    /// Makes @p n the shrinkage and evicts that many entries. Visits the entries in the order in which their hash
+    /// Makes @p n the shrinkage and evicts that many entries. May throw std::bad_alloc, with none evicted. Visits the entries in the order in which their hash
     /// values were entered. If ages are above 0 and rise strictly in that order, the entries of the lowest ages go;
     /// otherwise a later entry may go instead of an older one.
     ///
     /// The first @p n entries are candidates. Each later entry replaces the candidate of the greatest age, unless its
     /// age is above 0 and above those of all entries before it. Of the ages 5, 10, 7, with @p n 1, 7 goes.
-    /// @report "Invalid data" when invalid
+    /// @report "Invalid data" when invalid, and again each time that the size is asked for: three times in all, or four
+    ///         with @p n above 0
     /// @report "argument out of range | Args" unless @p n is above 0 and below size()
     /// @report "List is empty!" for each entry that replaces a candidate when @p n is 0 or less, and for the first such
     ///         entry the report of mrItemKeycoSortedList::remove_last

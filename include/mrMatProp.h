@@ -9,13 +9,15 @@
 #include <cstddef>
 #include <cstdint>
 
+class mrElementReader;
 class xmlElement;
 struct mrFault;
 
 /// A property that the application attaches to a material or a material file: a name, a value that is a string, an
 /// integer or a double, and an integer of client data for the application to use.
 ///
-/// A plain value. Valid exactly when its name is.
+/// A plain value. Valid exactly when its name is. Making one, and copying, which then changes nothing, may throw
+/// std::bad_alloc.
 class MR_API mrMatProp
 {
 public:
@@ -56,14 +58,14 @@ public:
     /// write `first == std::as_const(second)` there.
     int operator==(mrMatProp const& other);
 
-    /// Appends the property to @p parent as a "property" element.
+    /// Appends the property to @p parent as a "property" element. May throw std::bad_alloc, with @p parent unchanged.
     /// @report "State" when the property is invalid; the element is appended all the same
     /// @report "enum mrMatPropType: %d", at source/utils/mrTypes.cpp and with the value for %d, and then "State" when
-    ///         the type is no enumerator
+    ///         the type is no enumerator; "type" is then written empty, and no "value"
     void xml_write(xmlElement& parent) const;
 
-    /// Fills the property from a "property" element; the client data stays as it is. Safe for untrusted
-    /// input.
+    /// Fills the property from a "property" element; the client data and the values of other types stay as they
+    /// are. Safe for untrusted input.
     /// @param fault  unless null, receives the reason and the place of a failure
     /// @return 1, or 0 when a child is missing or wrong: the name stays, the type may be the one that was read, and a
     ///         missing string value makes the string invalid
@@ -76,7 +78,8 @@ private:
 
     mrMatProp const& check() const;
     mrMatProp const& check(mrMatPropType type) const;
-    int read_value(xmlElement const& element);
+    int read_fields(mrElementReader const& reader);
+    int read_value(mrElementReader const& reader);
 
     utString m_name;
     utString m_string_value;

@@ -13,7 +13,7 @@ class dgkCurve3;
 /// Seen from above (+z) the slices run counter-clockwise from the +x axis. Each node has a normal that points
 /// up and a texture coordinate: the disc as seen from above, laid into the unit square with its centre at
 /// (0.5, 0.5). The blocks of the last number of facets asked for are kept, so a chart is for one thread at a
-/// time.
+/// time. Making the first default-built chart may throw std::bad_alloc.
 class MR_API mrPieChart
 {
 public:
@@ -27,8 +27,8 @@ public:
     /// @param profile         in the x-z half plane (x the radius, z the height), from the axis outwards;
     ///                        borrowed. Null makes every block empty
     /// @param segments        in the full circle, shared out evenly: what is left over by n slices makes the
-    ///                        segments wider
-    /// @param profile_points  along the profile; of 1, nodes without triangles come out
+    ///                        segments wider; 0 or less makes every block empty
+    /// @param profile_points  along the profile; of 1, nodes without triangles come out, of 0 or less empty blocks
     /// @report "Args" when @p segments <= 0
     /// @report "Args" when @p profile_points <= 0
     mrPieChart(dgkCurve3* profile, int segments, int profile_points);
@@ -40,14 +40,14 @@ public:
     mrPieChart& operator=(mrPieChart const&) = delete;
 
     /// The blocks for n facets, block i for facet i; kept from the call before when n is the same. With more
-    /// facets than segments all blocks are empty; with n <= 0 the list is empty.
+    /// facets than segments all blocks are empty; with n <= 0, or without enough memory, the list is empty.
     /// @return the chart's own, until the next call with another n
     /// @report "Args" when n <= 0
     giTriBlockcoDListPtrcoPtrcoDList const& blocks(int n) const;
 
     /// Appends one segment, from step × seg_index to one step further: 2 × points nodes, with a normal and a
     /// texture coordinate each, and 2 × points - 3 triangles, counter-clockwise seen from above. The texture
-    /// reaches as far as the profile's last point.
+    /// reaches as far as the profile's last point. May throw std::bad_alloc, with a part of it appended.
     /// @param profile             null appends nothing
     /// @param points              along the profile; 0 or less appends nothing, 1 no triangle
     /// @param segments_per_facet  makes no difference
@@ -57,6 +57,7 @@ public:
                            giBoxArrPoint2& tus, giTriArr& triangles);
 
 private:
+    int make_blocks(int n) const;
     void make_block(giTriBlock& block, int facet, int segments_per_facet, giAngle const& step) const;
 
     dgkCurve3* m_profile;

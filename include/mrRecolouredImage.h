@@ -15,7 +15,7 @@ class giColour;
 ///
 /// Invalid while it has no image or no colour; the resultant has no part in that. References on the two
 /// images do not balance for copies: each member says what it takes and drops, and the caller who copies evens it
-/// out.
+/// out. Making one and copying may throw std::bad_alloc; references and objects are then as before.
 class MR_API mrRecolouredImage
 {
 public:

@@ -19,6 +19,7 @@ class giColour;
 class MR_API mrRecolouredImageCache
 {
 public:
+    /// May throw std::bad_alloc where it makes the cache.
     static mrRecolouredImageCache& singleton();
 
     /// Deletes the cache; the next singleton() makes a new, empty one.
@@ -32,7 +33,8 @@ public:
     /// Takes one comparison of images for each entry of the same colour and image size, the youngest first, however
     /// many others there are: so n different images of one size take the square of n to tint in one colour.
     /// @param image  null gets an entry of its own, which no later call finds
-    /// @return borrowed, without a reference for the caller; null for a null image
+    /// @return borrowed, without a reference for the caller; null for a null image; null without enough memory, with no
+    ///         entry and no reference taken
     /// @report "Args" when @p image is null, followed by what mrRecolouredImage reports of it
     dgDuctImage* recoloured_image(dgDuctImage* image, giColour const& colour);
 

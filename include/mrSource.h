@@ -11,7 +11,7 @@
 struct mrFault;
 
 /// A file by its path, an open file by its descriptor, or bytes in memory. Descriptor and bytes are borrowed. A
-/// source can be read any number of times.
+/// source can be read any number of times. Making one of a path, and copying, may throw std::bad_alloc.
 class MR_API mrSource
 {
 public:

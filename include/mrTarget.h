@@ -7,7 +7,7 @@
 #include <string>
 
 /// A file by its path, or bytes in memory, which are borrowed. A writer treats both alike: it replaces their contents
-/// or appends to them.
+/// or appends to them. Making one of a path, and copying, may throw std::bad_alloc.
 ///
 /// What is replaced is not lost. Older bytes stay until the new ones are complete. An older regular file stays too: the
 /// new file is written beside it, under a temporary name, and then renamed over it. So whatever fails leaves the older

@@ -12,7 +12,8 @@ class mrPieChart;
 
 /// The attributes of thumbnails.
 ///
-/// Invalid exactly while its width is 0. The geometry is borrowed: the caller keeps the plain block, the
+/// Invalid exactly while its width is 0: with a negative width or height they count as valid, but thumbnails then have
+/// no pixels, or are null where they are drawn. The geometry is borrowed: the caller keeps the plain block, the
 /// face-count table with its lists and blocks, and the pie chart alive for as long as any copy of the
 /// attributes is used; copies share them.
 class MR_API mrThumbAtts
@@ -78,7 +79,8 @@ public:
 
     /// 1 when both are invalid, or both are valid and their sizes and colours are equal, their vectors
     /// parallel within 0.01 degrees, their plain blocks the same object, and their tables alike; pie charts
-    /// are not compared.
+    /// are not compared. So attributes with a vector that is unset or without length equal no valid ones, nor
+    /// themselves.
     ///
     /// The tables are walked in step, each in its own order, keys left aside; two lists are alike when they
     /// hold the same block objects in the same order. The last pair of lists visited decides alone; only

@@ -15,8 +15,9 @@ class mrFileMat;
 ///
 /// Every thumbnail is a new image named "thumb" of the attributes' width and height, without references: the
 /// caller's. It is empty where they are more pixels than a dgDuctImage holds. Nothing is kept between calls but
-/// the slices of the attributes' pie chart, and tinted images, which stay in mrRecolouredImageCache. For one
-/// thread at a time.
+/// the slices of the attributes' pie chart, and tinted images, which stay in mrRecolouredImageCache. Attributes that
+/// are invalid report "State" each time they are asked. Without enough memory there is none: each function gives null,
+/// also when the renderer throws std::bad_alloc. For one thread at a time.
 class MR_API mrThumbnails
 {
 public:
@@ -48,8 +49,8 @@ public:
     /// @return as the renderer reads it back, which may be null; without facets, the background
     /// @report "Invalid image" when a layer to tint has no image, followed by what mrRecolouredImageCache
     ///         reports of a null one
-    /// @report what apply_facet_to_block() reports; without facets, what the table reports of key 0 and the
-    ///         pie chart of 0 blocks
+    /// @report what apply_facet_to_block() reports; without facets, what the list reports of its first element, then
+    ///         the table of key 0 and the pie chart of 0 blocks
     dgDuctImage* from_material(mrFileMat const& material);
 
     /// Reads a material file, which is safe for untrusted input, and draws as from_material() does, which takes
@@ -72,7 +73,7 @@ public:
 
     /// The image scaled down to fit, as gsImageUtils::stretch_rectangle places it, on the attributes'
     /// background. Needs no renderer.
-    /// @return never null
+    /// @return null only without enough memory
     dgDuctImage* from_image(dgDuctImage const& image);
 
     /// from_image() of an image file. What a file from a stranger can do depends on its format; see
@@ -81,10 +82,10 @@ public:
     dgDuctImage* from_image_file(utString const& path);
 
     /// A thumbnail filled with the colour. Needs no renderer.
-    /// @return never null
+    /// @return null only without enough memory
     dgDuctImage* from_colour(gsRGB const& colour);
 
-    /// Appends what draws a facet on a block.
+    /// Appends what draws a facet on a block. May throw std::bad_alloc, with a part of it appended.
     /// @param images     where the first layer's image is looked up by name; the scene takes a reference on
     ///                   the image it shows and lets it go: each must be referenced by its owner
     /// @param block      borrowed; outlives the structure's use
@@ -93,11 +94,13 @@ public:
     ///         drawn without a texture
     /// @report "No tus: NAME", with the image's name, when there is a layer and the block has no texture
     ///         coordinates
+    /// @report what an invalid facet or layer does when it is asked for its values
     static void apply_facet_to_block(mrFMFacet const& facet,
                                      utStringdgDuctImagecoTablePtrcoPtrcoTable const& images,
                                      giTriBlock const& block, dgStructure& structure);
 
 private:
+    dgDuctImage* draw_material(mrFileMat const& material);
     giTriBlockcoDListPtrcoPtrcoDList const& blocks_for(int facets);
 
     dgCounted<dgRenderer> m_renderer;

@@ -54,9 +54,11 @@ enum mrFileMatReadStatus : int
 /// The status of reading a palette file.
 enum mrPaletteFileError : int
 {
-    mrPaletteFileOK = 0,            ///< no line was in error
-    mrPaletteFileOpenFailed = 1,    ///< the file could not be opened for reading, or is no regular file
-    mrPaletteFileBadFormat = 2,     ///< a line is no colour, or a number in it is too large
+    mrPaletteFileOK = 0,         ///< no line was in error
+    mrPaletteFileOpenFailed = 1, ///< the file could not be opened for reading, or is no regular file
+    /// A line is no colour, or a number in it is too large. From mrColourPaletteCache also: the file has no colour. With
+    /// not enough memory too.
+    mrPaletteFileBadFormat = 2,
     mrPaletteFileDuplicateName = 3, ///< the palette has a colour of this name already
     mrPaletteFileOutOfRange = 4     ///< a component is out of range
 };
@@ -70,7 +72,8 @@ enum mrColourEncoding : int
     mrColourEncodingCmyk = 3  ///< cyan, magenta, yellow, black, 0 to 100 per cent each
 };
 
-/// Turns enumerators into the words of files and back. Words are compared exactly, case and blanks included.
+/// Turns enumerators into the words of files and back. Words are compared exactly, case and blanks included. Only
+/// print() and find_word() may throw std::bad_alloc.
 class MR_API mrTypes
 {
 public:

@@ -30,7 +30,8 @@ public:
     ///
     /// An image is stored under its "Title", with one reference, which the table's owner releases. It replaces an
     /// image of the same title, which is released. An image without a title is dropped.
-    /// @param start  bytes from the beginning of the file
+    /// @param start  bytes from the beginning of the file; none below 0 can be read. For those beyond an int there is
+    ///               the overload below
     /// @return 1, or 0 when the file cannot be opened or read, its bytes are no image, or an image has too many pixels
     ///         or needs too much memory; the table keeps the images stored before
     static int read_images(utString const& path, int start,
@@ -54,7 +55,7 @@ public:
 
     /// Hashes the path's characters (high), the six numbers of the date of the last change added up (middle) and the
     /// size (low). The file is not opened. Different paths of one file may have different hashes. A file that is
-    /// written again with the same size within the same second keeps its hash.
+    /// written again with the same size within the same second keeps its hash. May throw std::bad_alloc.
     /// @param path  date and size of a missing file count as 0
     /// @report "argument out of range | Args" when nothing has that path
     static unsigned int file_hash(utString const& path);
@@ -93,8 +94,9 @@ public:
     ///     cmy8 CYAN MAGENTA YELLOW [NAME]        0 to 255 each
     ///     cmyk CYAN MAGENTA YELLOW BLACK [NAME]  0 to 100 each
     ///
-    /// Only spaces separate; spaces around a line and around a name are dropped. "#" begins a comment up to the line's
-    /// end; lines that are empty without it are skipped. A carriage return may end a line with a colour; a NUL ends any
+    /// Only spaces separate; spaces around a line and around a name are dropped. The space before a name may be missing;
+    /// a tab belongs to the name. "#" begins a comment up to the line's end; lines that are empty without it are
+    /// skipped. A carriage return may end a line with a colour; alone it is no colour and no empty line. A NUL ends any
     /// line early. A line of 1,024 characters or more ends the reading as the end of the input does. So does a failing
     /// stream, which throws nothing meanwhile. Safe for untrusted input.
     /// @return the status of the first line in error, where the reading ends; the palette keeps the colours of the
@@ -113,7 +115,8 @@ public:
 
     /// Writes each colour in a line "rgb8 RED GREEN BLUE NAME", whatever its encoding, and flushes the stream
     /// after it. Names are written as they are. A name is not read back the same if it has "#", a NUL, a line end or
-    /// spaces at an end, or is too long for a line. The state of @p out shows a failure; it throws if it was set to.
+    /// spaces at an end, is empty, or is too long for a line; the second colour of one name ends the reading. The state
+    /// of @p out shows a failure, and becomes bad (std::ios::badbit) without enough memory; it throws if it was set to.
     /// @return @p out
     static std::ostream& write_pcp(mrColourPalette const& palette, std::ostream& out);
 };

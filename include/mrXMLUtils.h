@@ -13,8 +13,8 @@ class giColour;
 class xmlElement;
 struct mrFault;
 
-/// Finds, reads and appends child elements. Nothing here reports; a failure is a result of 0. Every reader is safe for
-/// untrusted input.
+/// Finds, reads and appends child elements. Nothing here reports or throws; a failure, the lack of memory too, is a
+/// result of 0. Every reader is safe for untrusted input.
 class MR_API mrXMLUtils
 {
 public:
@@ -44,7 +44,7 @@ public:
     /// @param out  its fourth byte becomes 0; untouched on failure
     static int find_colour(xmlElement const& element, giColour& out);
 
-    // Each appends a child at the end and returns it.
+    // Each appends a child at the end and returns it, or null, with nothing appended, without enough memory.
 
     static xmlElement* append_child_text_element_int(xmlElement& element, utString const& name, int value);
     /// Holds "64b" and the text of gsBase64::encode.
@@ -73,8 +73,9 @@ public:
                         mrFault& fault);
 
     // Collections. A writer appends an element "properties", "textures" or "facets" with the members in their
-    // order and returns it. A reader adds the members of all such children, in document order; without such children
-    // it succeeds. The fault, unless null, receives the member that failed and the reason.
+    // order and returns it, or null as above. A reader adds the members of all such children, in document order; without such children
+    // it succeeds. The lack of memory counts as a failure of the member that lacks it. The fault, unless null, receives
+    // the member that failed and the reason.
 
     static xmlElement* write_properties(xmlElement& element, mrMatPropcoSet const& properties);
     /// @return 1, or 0 at the first member that fails: the set is then empty, also of earlier members
@@ -92,6 +93,7 @@ public:
     }
     static int read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault* fault);
 
+    /// Null facets are left out.
     static xmlElement* write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets);
     /// @param facets  receives new facets, which the list's owner deletes
     /// @return 1, or 0 at the first member that fails: the list is then empty and all its facets are deleted, also
@@ -102,4 +104,11 @@ public:
     }
     static int read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
                            mrFault* fault);
+
+private:
+    friend class mrFileMat;
+
+    /// As read_doc, but throws std::bad_alloc.
+    static int gather_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
+                          mrFault& fault);
 };

@@ -12,7 +12,12 @@ giVector3 const light_direction(-0.35, 0.35, 0.87);
 constexpr double light_intensity = 1.1;
 constexpr double ambient_intensity = 5.2;
 
-char const* const vertex_source = R"(#version 330 core
+char const* const version = "#version 330 core\n";
+
+// Switches on what keeps to a part of the frame.
+char const* const keep_to_part = "#define KEEP_TO_PART\n";
+
+char const* const vertex_source = R"(
 layout(location = 0) in vec3 place;
 layout(location = 1) in vec3 normal;
 layout(location = 2) in vec2 coordinate;
@@ -29,9 +34,10 @@ void main()
 }
 )";
 
-char const* const fragment_source = R"(#version 330 core
+char const* const fragment_source = R"(
 in vec3 view_normal;
 in vec2 image_coordinate;
+uniform vec4 part; // of the frame: its low and its high corner
 uniform float depth_scale; // pixels that the whole range of depth stands for
 uniform bool textured;
 uniform sampler2D image;
@@ -67,13 +73,18 @@ void main()
         base = base * (ambient + diffuse * facing) + emission + specular * highlight;
     }
     colour = vec4(base, 1.0);
+#ifdef KEEP_TO_PART
+    if (any(lessThan(gl_FragCoord.xy, part.xy)) || any(greaterThan(gl_FragCoord.xy, part.zw)))
+        discard;
+#endif
 }
 )";
 
-bool compile(GLuint program, GLenum stage, char const* source, utString& problem)
+bool compile(GLuint program, GLenum stage, char const* switches, char const* source, utString& problem)
 {
     GLuint const shader = glCreateShader(stage);
-    glShaderSource(shader, 1, &source, nullptr);
+    char const* const parts[] = {version, switches, source};
+    glShaderSource(shader, 3, parts, nullptr);
     glCompileShader(shader);
     GLint compiled = 0;
     glGetShaderiv(shader, GL_COMPILE_STATUS, &compiled);
@@ -121,11 +132,12 @@ void set_rows(int location, giVector3 const& first, giVector3 const& second, giV
 
 } // namespace
 
-bool dgOffscreenProgram::build(utString& problem)
+bool dgOffscreenProgram::build(Extent extent, utString& problem)
 {
+    char const* const switches = extent == Extent::part ? keep_to_part : "";
     m_program = glCreateProgram();
-    if (!compile(m_program, GL_VERTEX_SHADER, vertex_source, problem) ||
-        !compile(m_program, GL_FRAGMENT_SHADER, fragment_source, problem))
+    if (!compile(m_program, GL_VERTEX_SHADER, switches, vertex_source, problem) ||
+        !compile(m_program, GL_FRAGMENT_SHADER, switches, fragment_source, problem))
         return false;
     glLinkProgram(m_program);
     GLint linked = 0;
@@ -138,6 +150,7 @@ bool dgOffscreenProgram::build(utString& problem)
     }
     auto const location = [this](char const* name) { return glGetUniformLocation(m_program, name); };
     m_to_view = location("to_view");
+    m_part = location("part");
     m_depth_scale = location("depth_scale");
     m_textured = location("textured");
     m_lit = location("lit");
@@ -153,14 +166,17 @@ bool dgOffscreenProgram::build(utString& problem)
     light.unitize();
     set(location("light"), light);
     set(location("half_way"), giVector3(light.x, light.y, light.z + 1.0)); // the viewer is at (0, 0, 1)
+    m_built = true;
     return true;
 }
 
-void dgOffscreenProgram::use(dgProjection const& projection, dgDrawState const& state, bool textured) const
+void dgOffscreenProgram::use(dgProjection const& projection, dgDrawState const& state, bool textured,
+                             dgOffscreenPart const& part) const
 {
     dgReflection const& reflection = state.reflection;
     glUseProgram(m_program);
     set_rows(m_to_view, projection.right, projection.up, projection.normal);
+    glUniform4f(m_part, single(part.low_x), single(part.low_y), single(part.high_x), single(part.high_y));
     set(m_depth_scale, 2.0 * projection.half_depth * projection.scale);
     glUniform1i(m_textured, textured);
     glUniform1i(m_lit, state.reflection_model != dgReflectionNone);

@@ -6,6 +6,8 @@
 #include "dgOffscreenTarget.h"
 #include "dgOffscreenTexture.h"
 
+#include "utConcat.h"
+
 #include <epoxy/gl.h>
 
 #include <algorithm>
@@ -18,10 +20,13 @@ struct dgOffscreenRenderer::State
 {
     /// @return false when there is not enough memory
     bool draw(dgProjection const& projection, dgDrawState const& state, giTriBlock const& block);
+    /// @return the program that keeps to the part, or null when it cannot be built
+    dgOffscreenProgram const* program_for(dgOffscreenPart const& part);
 
     std::unique_ptr<dgOffscreenContext> context;
     utString device;
-    dgOffscreenProgram program;
+    dgOffscreenProgram whole_program;
+    dgOffscreenProgram part_program; // built when it is first needed
     dgOffscreenMesh mesh;
     dgOffscreenTarget target;
     int read_buffer = dgBackBuffer;
@@ -36,16 +41,19 @@ int pixels_up_to(double coordinate)
     return coordinate > 0.0 && coordinate <= INT_MAX ? static_cast<int>(std::ceil(coordinate)) : 0;
 }
 
-void keep_within(giBox2 const& view_port, int width, int height)
+/// The pixels of a frame that belong to the viewport, begun ones counted.
+dgOffscreenPart part_within(giBox2 const& view_port, int width, int height)
 {
-    auto const within = [](double value, int most) {
+    auto const low = [](double value, int most) {
         // Written so that a value that is no number gives 0.
         return value > 0.0 ? static_cast<int>(std::min(value, static_cast<double>(most))) : 0;
     };
-    int const x = within(view_port.low().x, width);
-    int const y = within(view_port.low().y, height);
-    glEnable(GL_SCISSOR_TEST);
-    glScissor(x, y, width - x, height - y);
+    dgOffscreenPart part;
+    part.low_x = low(view_port.low().x, width);
+    part.low_y = low(view_port.low().y, height);
+    part.high_x = std::clamp(pixels_up_to(view_port.high().x), part.low_x, width);
+    part.high_y = std::clamp(pixels_up_to(view_port.high().y), part.low_y, height);
+    return part;
 }
 
 /// Turns rows from the bottom into rows from the top.
@@ -64,13 +72,23 @@ void turn_rows(unsigned char* pixels, int width, int height)
 
 dgOffscreenRenderer* dgOffscreenRenderer::create(utString& reason)
 {
+    try {
+        return start(reason);
+    } catch (std::bad_alloc const&) {
+        ut_say(reason, "there is not enough memory for a renderer");
+        return nullptr;
+    }
+}
+
+dgOffscreenRenderer* dgOffscreenRenderer::start(utString& reason)
+{
     auto state = std::make_unique<State>();
     state->context = dgOffscreenContext::create(reason);
     if (!state->context)
         return nullptr;
     dgOffscreenContext::Scope const scope(*state->context);
     utString problem;
-    if (!scope || !state->program.build(problem)) {
+    if (!scope || !state->whole_program.build(dgOffscreenProgram::Extent::whole, problem)) {
         reason = "the OpenGL driver does not take the shading program: ";
         reason += problem;
         return nullptr;
@@ -143,13 +161,30 @@ bool dgOffscreenRenderer::State::draw(dgProjection const& projection, dgDrawStat
     if (use.coordinates && !texture.emplace(state.texture))
         return false;
     target.bind();
-    keep_within(projection.view_port, target.width(), target.height());
-    program.use(projection, state, use.coordinates);
+    dgOffscreenPart const part = part_within(projection.view_port, target.width(), target.height());
+    dgOffscreenProgram const* const program = program_for(part);
+    if (!program)
+        return false;
+    program->use(projection, state, use.coordinates, part);
     if (state.cull_back_faces)
         glEnable(GL_CULL_FACE);
     else
         glDisable(GL_CULL_FACE);
     return mesh.draw(block, use, projection, target.width(), target.height());
+}
+
+dgOffscreenProgram const* dgOffscreenRenderer::State::program_for(dgOffscreenPart const& part)
+{
+    glDisable(GL_SCISSOR_TEST);
+    if (part.low_x == 0 && part.low_y == 0 && part.high_x == target.width() && part.high_y == target.height())
+        return &whole_program;
+    // Saves time; but a software renderer lets half the samples through along the lower and left edge.
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.low_x, part.low_y, part.high_x - part.low_x, part.high_y - part.low_y);
+    utString ignored;
+    bool const built =
+        part_program.is_built() || part_program.build(dgOffscreenProgram::Extent::part, ignored);
+    return built ? &part_program : nullptr;
 }
 
 void dgOffscreenRenderer::begin_read_image() {}

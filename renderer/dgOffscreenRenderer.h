@@ -25,7 +25,7 @@ class DG_OFFSCREEN_API dgOffscreenRenderer final : public dgRenderer
 {
 public:
     /// Starts a renderer. What a driver says on standard error as it starts is dropped.
-    /// @param reason  receives in words what is missing when it cannot be started; left alone otherwise
+    /// @param reason  receives in words what is missing when it cannot be started, memory too; left alone otherwise
     /// @return a new renderer without references, or null
     static dgOffscreenRenderer* create(utString& reason);
 
@@ -44,6 +44,9 @@ public:
 
 private:
     struct State;
+
+    /// As create(), but throws std::bad_alloc.
+    static dgOffscreenRenderer* start(utString& reason);
 
     explicit dgOffscreenRenderer(std::unique_ptr<State> state);
     ~dgOffscreenRenderer() override;

@@ -15,7 +15,15 @@ namespace {
 constexpr char specular_glossiness[] = "KHR_materials_pbrSpecularGlossiness";
 constexpr char emissive_strength[] = "KHR_materials_emissive_strength";
 constexpr char refractive_index[] = "KHR_materials_ior";
+constexpr char transmission[] = "KHR_materials_transmission";
 constexpr char texture_transform[] = "KHR_texture_transform";
+
+/// Extensions whose place in a material file is known to be none; of others, the name alone is said.
+constexpr LeftOutMap<std::string_view> left_out_extensions[] = {
+    {"KHR_materials_specular", "the strength and colour of reflections"},
+    {"KHR_materials_clearcoat", "the clear coat"},
+    {"KHR_materials_sheen", "the sheen"},
+};
 
 /// Members of a material and of its extensions that have no place in a material file.
 constexpr LeftOutMap<char const*> maps[] = {
@@ -24,6 +32,7 @@ constexpr LeftOutMap<char const*> maps[] = {
     {"normalTexture", "the normal map"},
     {"occlusionTexture", "the occlusion map"},
     {"emissiveTexture", "the emission map"},
+    {"transmissionTexture", "the transmission map"},
 };
 
 using Names = std::vector<std::string_view>;
@@ -76,7 +85,9 @@ public:
         if (!from.is_object())
             m_notes.add(scNoteFailed, "it is no JSON object");
         m_to.name = read_string(from, "name");
+        m_to.linear = true;
         read_alpha(from, read_surface(from));
+        read_transmission(from);
         read_emission(from);
         read_refraction(from);
         leave_out_maps(from);
@@ -85,7 +96,7 @@ public:
         leave_out_others(from, "",
                          {"name", "pbrMetallicRoughness", "emissiveFactor", "alphaMode", "alphaCutoff",
                           "doubleSided", "normalTexture", "occlusionTexture", "emissiveTexture"},
-                         {specular_glossiness, emissive_strength, refractive_index});
+                         {specular_glossiness, transmission, emissive_strength, refractive_index});
         if (coloured)
             leave_out("the colours of the vertices");
         m_to.notes = m_notes.finish();
@@ -202,6 +213,22 @@ private:
         }
     }
 
+    /// Takes the transmission as the transparency where alpha lets less light through.
+    void read_transmission(Json const& from)
+    {
+        Json const& glass = get_extension(from, transmission);
+        double const factor = read_number(glass, "transmissionFactor", 0.0);
+        if (factor > 1.0 - m_to.opacity.value_or(1.0)) {
+            m_to.opacity.reset();
+            m_to.transparency = factor;
+        } else if (factor != 0.0) {
+            leave_out("the transmission of %1, since alpha makes it more transparent", factor);
+        }
+        leave_out_maps(glass);
+        leave_out_others(glass, ut_concat(" of its ", transmission),
+                         {"transmissionFactor", "transmissionTexture"});
+    }
+
     void read_emission(Json const& from)
     {
         scColour emission = read_numbers<3>(from, "emissiveFactor", {});
@@ -251,8 +278,11 @@ private:
             if (!value.is_null() && name != "extensions" && name != "extras" && !is_one_of(name, members))
                 leave_out(ut_concat("the member \"%1\"", place), name);
         for (auto const& [name, value] : get_object(object, "extensions").items())
-            if (!value.is_null() && !is_one_of(name, extensions))
-                leave_out(ut_concat("the extension %1", place), name);
+            if (!value.is_null() && !is_one_of(name, extensions)) {
+                auto const* const known = find_row(left_out_extensions, std::string_view(name));
+                leave_out(ut_concat(known ? known->words : "the extension", known ? " (%1)" : " %1", place),
+                          name);
+            }
         if (!get_member(object, "extras").empty())
             leave_out(ut_concat("the extras", place));
     }

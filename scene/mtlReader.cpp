@@ -117,7 +117,8 @@ Map parse_map(std::string_view rest)
             map.options.push_back(taken);
         rest = left;
     }
-    map.file = rest;
+    bool const quoted = rest.size() > 1 && rest.front() == '"' && rest.back() == '"';
+    map.file = quoted ? rest.substr(1, rest.size() - 2) : rest;
     return map;
 }
 

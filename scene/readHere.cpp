@@ -1,7 +1,10 @@
 #include "readHere.h"
 
 #include "childProcess.h"
+#include "containment.h"
+#include "placesToRead.h"
 #include "readers.h"
+#include "room.h"
 #include "sceneWire.h"
 
 #include "gsTriUtils.h"
@@ -13,6 +16,22 @@
 #include <new>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
+
+namespace {
+
+/// A list that owns its blocks.
+struct OwnBlocks
+{
+    OwnBlocks() = default;
+    OwnBlocks(OwnBlocks const&) = delete;
+    OwnBlocks& operator=(OwnBlocks const&) = delete;
+    ~OwnBlocks() { gsTriUtils::delete_and_clear(blocks); }
+
+    giTriBlockcoDListPtrcoPtrcoDList blocks;
+};
+
+} // namespace
 
 namespace sc {
 
@@ -29,15 +48,16 @@ Expected<scScene> read_materials_here(std::string const& path)
 
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
 {
-    giTriBlockcoDListPtrcoPtrcoDList blocks;
+    OwnBlocks meshes;
     std::vector<utString> materials;
     utString reason;
-    if (!gx_read_dmt_file(utString(path), blocks, &reason, &materials))
+    if (!gx_read_dmt_file(utString(path), meshes.blocks, &reason, &materials))
         return because(ut_concat("not a readable mesh: ", reason));
     std::vector<scSurface> surfaces;
-    for (giTriBlock* const block : blocks)
-        surfaces.push_back(
-            {std::unique_ptr<giTriBlock>(block), std::string(materials[surfaces.size()].view()), {}});
+    for (giTriBlock*& block : meshes.blocks)
+        surfaces.push_back({std::unique_ptr<giTriBlock>(std::exchange(block, nullptr)),
+                            std::string(materials[surfaces.size()].view()),
+                            {}});
     return surfaces;
 }
 
@@ -60,6 +80,10 @@ int run_reader(std::string const& what, std::string const& path)
     dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDOUT_FILENO);
     sandbox::WireWriter wire(result);
     auto const answer = [&](auto read) { wire(read); };
+    sandbox::Containment containment =
+        sandbox::contain_process(what == surfaces_wanted ? sandbox::Room::size_of(STDIN_FILENO) : 0);
+    bool const is_scene = what == materials_wanted || what == surfaces_wanted;
+    containment.landlock = sandbox::restrict_reading(is_scene ? places_of_scene(path) : places_of_loaders());
     if (what == materials_wanted)
         answer(read_materials_here(path));
     else if (what == surfaces_wanted) {
@@ -69,10 +93,11 @@ int run_reader(std::string const& what, std::string const& path)
         if (!room.finish())
             return sandbox::child_out_of_memory; // the room is as large as the memory that it may take
         answer(Expected<std::uint64_t>(lseek(STDIN_FILENO, 0, SEEK_CUR)));
-    }
-    else if (what.starts_with(image_wanted))
+    } else if (what.starts_with(image_wanted))
         answer(read_image_here(STDIN_FILENO, static_cast<gxImageFileFormat>(std::atoi(
                                                  what.c_str() + std::string_view(image_wanted).size()))));
+    else if (what == containment_wanted)
+        answer(Expected<std::vector<std::string>>(containment.words()));
     return wire.finish() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 

@@ -22,9 +22,10 @@ inline constexpr char materials_wanted[] = "materials";
 /// The helper writes them into a sandbox::Room, which is its standard input, and the number of their bytes to standard
 /// output.
 inline constexpr char surfaces_wanted[] = "surfaces";
-inline constexpr char image_wanted[] = "image:"; ///< and the number of the format
+inline constexpr char image_wanted[] = "image:";            ///< and the number of the format
+inline constexpr char containment_wanted[] = "containment"; ///< of the helper itself, in words
 
-/// The helper: reads the file and writes what is in it, or why nothing is, to standard output.
+/// The helper: contains itself, reads the file and writes what is in it, or why nothing is, to standard output.
 /// @return the exit status
 SC_API int run_reader(std::string const& what, std::string const& path);
 

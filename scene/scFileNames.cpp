@@ -1,9 +1,10 @@
 #include "scFileNames.h"
 
+#include "characterLocale.h"
+
 #include "utConcat.h"
 #include "utUTF8.h"
 
-#include <clocale>
 #include <cwctype>
 
 namespace {
@@ -12,7 +13,7 @@ namespace {
 /// @param name  "alpha" for a letter in any script, "combining" for an accent or the like on the letter before
 bool is_in_class(char const* name, wint_t character)
 {
-    static locale_t const characters = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    locale_t const characters = sc::get_character_locale();
     return characters && iswctype_l(character, wctype_l(name, characters), characters) != 0;
 }
 

@@ -8,7 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// Hands out file names of which no two are the same, for the materials of a scene for example.
+/// Hands out file names of which no two are the same, for the materials of a scene for example. May throw
+/// std::bad_alloc.
 class SC_API scFileNames
 {
 public:

@@ -8,11 +8,13 @@
 #include "mrFMTexture.h"
 #include "mrMatProp.h"
 
+#include "gsColour.h"
 #include "xmlUtils.h"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <new>
 
 using sc::make_note;
 
@@ -38,6 +40,12 @@ std::string write_colour(scColour const& colour)
     return ut_concat("(", colour[0], " ", colour[1], " ", colour[2], ")");
 }
 
+/// A component of one of the material's colours, in sRGB.
+double make_srgb(scMaterial const& material, double component)
+{
+    return material.linear ? gsColour::linear_to_srgb(component) : component;
+}
+
 giColour make_colour(scMaterial const& material, Notes& notes)
 {
     double const unsaid = material.textured() ? 1.0 : 0.8;
@@ -47,7 +55,7 @@ giColour make_colour(scMaterial const& material, Notes& notes)
     for (std::size_t at = 0; at < 3; ++at) {
         double const taken = std::isnan(colour[at]) ? 0.0 : std::clamp(colour[at], 0.0, 1.0);
         changed = changed || taken != colour[at];
-        bytes[at] = static_cast<unsigned char>(std::lround(taken * 255.0));
+        bytes[at] = static_cast<unsigned char>(std::lround(make_srgb(material, taken) * 255.0));
     }
     if (changed)
         notes.push_back(make_note(scNoteChanged, "the colour of %1 is brought into the range 0 to 1",
@@ -69,7 +77,7 @@ double make_emission(scMaterial const& material, Notes& notes)
         return 0.0;
     scColour const& colour = *material.emission;
     double const largest = *std::max_element(colour.begin(), colour.end());
-    double const taken = bring_into_range("emission", largest, 1.0, 0.0, notes);
+    double const taken = make_srgb(material, bring_into_range("emission", largest, 1.0, 0.0, notes));
     if (colour != scColour{largest, largest, largest})
         notes.push_back(make_note(scNoteChanged, "the emitted colour %1 becomes an emission of %2",
                                   write_colour(colour), taken));
@@ -104,13 +112,10 @@ bool has_transparent_pixels(dgDuctImage const& image)
     return false;
 }
 
-} // namespace
-
-std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
-                                                          Notes& notes)
+std::unique_ptr<mrFMPlainMat> make_coloured(giColour const& colour, scMaterial const& material,
+                                            std::string const& name, Notes& notes)
 {
     // In this order the notes come.
-    giColour const colour = make_colour(material, notes);
     double const polish = make_polish(material, notes);
     double const reflect = material.metalness
                                ? bring_into_range("metalness", material.metalness, 1.0, 0.0, notes)
@@ -126,26 +131,66 @@ std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& mate
                                           reflect, transparency, emission, refractive_index, utString());
 }
 
+/// Makes something and adds the notes on it; null, without any, when there is not enough memory.
+template <class Made, class Make>
+std::unique_ptr<Made> make_noted(Notes& notes, Make const& make)
+{
+    std::size_t const before = notes.size();
+    try {
+        return make();
+    } catch (std::bad_alloc const&) {
+        notes.erase(notes.begin() + static_cast<std::ptrdiff_t>(before), notes.end());
+        return nullptr;
+    }
+}
+
+} // namespace
+
+std::unique_ptr<mrFMPlainMat> scMaterialMaker::make_plain(scMaterial const& material, std::string const& name,
+                                                          Notes& notes)
+{
+    return make_noted<mrFMPlainMat>(notes, [&] {
+        giColour const colour = make_colour(material, notes);
+        return make_coloured(colour, material, name, notes);
+    });
+}
+
 std::unique_ptr<mrFileMat> scMaterialMaker::make(std::size_t number, Notes& notes)
+{
+    return make_noted<mrFileMat>(notes, [&] { return make_file(number, notes); });
+}
+
+std::unique_ptr<mrFileMat> scMaterialMaker::make_file(std::size_t number, Notes& notes)
 {
     scMaterial const& material = m_scene.materials[number];
     auto const left_out = std::find_if(material.notes.begin(), material.notes.end(),
                                        [](scNote const& each) { return each.kind == scNoteLeftOut; });
     notes.insert(notes.end(), material.notes.begin(), left_out);
-    auto plain = make_plain(material, m_scene.material_name(number), notes);
+    Notes texture_notes;
+    dgCounted<dgDuctImage> const texture =
+        material.textured() ? read_texture(material, texture_notes) : nullptr;
+    giColour const colour = make_colour(material, notes);
+    giColour const white(255, 255, 255, 0);
+    // White beneath its texture: a colour that is drawn there would count twice.
+    bool const tints = texture && material.linear && colour != white;
+    auto plain = make_coloured(tints ? white : colour, material, m_scene.material_name(number), notes);
+    notes.insert(notes.end(), texture_notes.begin(), texture_notes.end());
     mrFMTexturecoDList layers;
     utStringdgDuctImagecoTablePtrcoPtrcoTable images(mrInitialSize, mrFillLimit);
-    dgCounted<dgDuctImage> const texture = material.textured() ? read_texture(material, notes) : nullptr;
     if (texture) {
         utString const title = make_carried(m_textures.name(material), "texture");
         texture->new_name(title.c_str());
-        layers.append(mrFMTexture(title, mrTexLayerColour, 0, giColour()));
+        layers.append(mrFMTexture(title, mrTexLayerColour, tints, tints ? colour : giColour()));
         images[title] = texture.get();
     }
     notes.insert(notes.end(), left_out, material.notes.end());
     mrFMFacetcoDListPtrcoPtrcoDList facets;
-    facets.append(new mrFMFacet(plain.release(), layers));
-    return std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    auto facet = std::make_unique<mrFMFacet>(plain.get(), layers);
+    plain.release();
+    facets.append(facet.get());
+    auto made = std::make_unique<mrFileMat>(make_properties(m_scene, material), facets, images);
+    facet.release();
+    return made;
 }
 
 /// @return the image of the material's texture, or null when it cannot be read
@@ -154,6 +199,11 @@ dgCounted<dgDuctImage> scMaterialMaker::read_texture(scMaterial const& material,
     std::string reason;
     dgCounted<dgDuctImage> image = m_textures.read(material, reason);
     std::string const name = material.embedded ? m_textures.name(material) : material.texture;
+    std::string const other = m_textures.stand_in(material);
+    if (!other.empty() && m_replaced.insert(name).second)
+        notes.push_back(make_note(scNoteChanged,
+                                  "its texture \"%1\": there is no such file; %2 is taken in its place", name,
+                                  other));
     if (!image) {
         notes.push_back(make_note(scNoteFailed, "written without its texture \"%1\": %2", name, reason));
         return nullptr;

@@ -21,7 +21,7 @@ enum scNoteKind : unsigned char
 ///
 /// Notes of one sort have the same pattern. So a caller can count them, or translate them by a table from
 /// pattern to pattern. The arguments hold what differs: numbers, names and paths. These are bytes of a
-/// stranger's choice, so escape them before they go to a terminal.
+/// stranger's choice, so escape them before they go to a terminal. Making texts of them may throw std::bad_alloc.
 struct SC_API scNote
 {
     /// Bytes of the longest words().

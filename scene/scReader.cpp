@@ -4,6 +4,7 @@
 #include "readers.h"
 #include "readHere.h"
 #include "room.h"
+#include "safely.h"
 #include "sceneWire.h"
 
 #include "gxFileHints.h"
@@ -13,14 +14,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <exception>
 #include <filesystem>
 #include <map>
-#include <new>
 #include <sys/mman.h>
 #include <unistd.h>
 
 using sc::because;
+using sc::do_safely;
 using sc::Expected;
 
 namespace {
@@ -84,24 +84,15 @@ Expected<std::vector<scSurface>> ask_child_for_surfaces(scReadOptions const& opt
     return answer;
 }
 
-/// Reads a value. What a reader in this process throws is a reason too.
-/// @return whether there is one; else @p value is unchanged
-template <class T, class Read>
-bool read_safely(T& value, std::string& reason, Read read)
+/// @return whether there is a value; else @p value is unchanged
+template <class T>
+bool take(T& value, Expected<T> answer, std::string& reason)
 {
-    try {
-        Expected<T> answer = read();
-        if (answer)
-            value = std::move(*answer);
-        else
-            reason = std::move(answer.error());
-        return answer.has_value();
-    } catch (std::bad_alloc const&) {
-        reason = "not enough memory";
-    } catch (std::exception const& error) {
-        reason = error.what();
-    }
-    return false;
+    if (answer)
+        value = std::move(*answer);
+    else
+        reason = std::move(answer.error());
+    return answer.has_value();
 }
 
 /// Nobody but this process is asked for a PNG image.
@@ -145,15 +136,16 @@ Expected<Image> read_embedded(scReadOptions const& options, scImage const& image
     return read_image_of(options, fileno(file.get()), format);
 }
 
-void find_materials(scScene& scene)
+/// Finds the material of each surface.
+void find_materials(std::vector<scMaterial> const& materials, std::vector<scSurface>& surfaces)
 {
     std::map<std::string_view, std::optional<std::size_t>> by_name;
-    for (std::size_t at = 0; at < scene.materials.size(); ++at) {
-        auto const [known, first] = by_name.emplace(scene.materials[at].name, at);
+    for (std::size_t at = 0; at < materials.size(); ++at) {
+        auto const [known, first] = by_name.emplace(materials[at].name, at);
         if (!first)
             known->second.reset();
     }
-    for (scSurface& surface : scene.surfaces) {
+    for (scSurface& surface : surfaces) {
         auto const found = by_name.find(surface.material_name);
         surface.material = found == by_name.end() ? std::nullopt : found->second;
     }
@@ -169,40 +161,46 @@ scReader::scReader(scReadOptions options) : m_options(std::move(options))
 
 bool scReader::read_materials(std::string const& path, scScene& scene, std::string& reason) const
 {
-    scScene read;
-    if (!read_safely(read, reason, [&] {
-            return m_options.place == scReadHere ? sc::read_materials_here(path)
-                                                 : ask_child<scScene>(m_options, sc::materials_wanted, path);
-        }))
-        return false;
-    read.path = path;
-    read.surfaces = std::move(scene.surfaces);
-    scene = std::move(read);
-    find_materials(scene);
-    return true;
+    return do_safely(reason, [&] {
+        scScene read;
+        if (!take(read,
+                  m_options.place == scReadHere ? sc::read_materials_here(path)
+                                                : ask_child<scScene>(m_options, sc::materials_wanted, path),
+                  reason))
+            return false;
+        read.path = path;
+        find_materials(read.materials, scene.surfaces);
+        read.surfaces = std::move(scene.surfaces);
+        scene = std::move(read);
+        return true;
+    });
 }
 
 bool scReader::read_surfaces(std::string const& path, scScene& scene, std::string& reason) const
 {
-    if (!read_safely(scene.surfaces, reason, [&] {
-            return m_options.place == scReadHere ? sc::read_surfaces_here(path)
-                                                 : ask_child_for_surfaces(m_options, path);
-        }))
-        return false;
-    scene.path = path;
-    find_materials(scene);
-    return true;
+    return do_safely(reason, [&] {
+        std::vector<scSurface> read;
+        if (!take(read,
+                  m_options.place == scReadHere ? sc::read_surfaces_here(path)
+                                                : ask_child_for_surfaces(m_options, path),
+                  reason))
+            return false;
+        find_materials(scene.materials, read);
+        scene.path = path;
+        scene.surfaces = std::move(read);
+        return true;
+    });
 }
 
 Image scReader::read_image(std::string const& path, gxImageFileFormat format, std::string& reason) const
 {
     Image read;
-    read_safely(read, reason, [&]() -> Expected<Image> {
+    do_safely(reason, [&] {
         utString why_not;
         gxDescriptor const file = gx_open_regular(utString(path), why_not);
         if (!file)
-            return because(ut_concat("not a readable image: the file cannot be opened: ", why_not));
-        return read_image_of(m_options, file.get(), format);
+            reason = ut_concat("not a readable image: the file cannot be opened: ", why_not);
+        return file && take(read, read_image_of(m_options, file.get(), format), reason);
     });
     return read;
 }
@@ -210,11 +208,21 @@ Image scReader::read_image(std::string const& path, gxImageFileFormat format, st
 Image scReader::read_image(scImage const& image, std::string& reason) const
 {
     Image read;
-    read_safely(read, reason, [&] { return read_embedded(m_options, image); });
+    do_safely(reason, [&] { return take(read, read_embedded(m_options, image), reason); });
     return read;
+}
+
+std::vector<std::string> scReader::containment() const
+{
+    std::vector<std::string> words;
+    std::string ignored;
+    read_safely(words, ignored,
+                [&] { return ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"); });
+    return words;
 }
 
 bool scReader::knows_extension(std::string const& extension)
 {
-    return sc::assimp_knows(extension);
+    std::string ignored;
+    return do_safely(ignored, [&] { return sc::assimp_knows(extension); });
 }

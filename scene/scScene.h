@@ -28,6 +28,9 @@ struct scMaterial
     std::optional<double> reflectivity;
     std::optional<double> refractive_index;
     std::optional<scColour> emission;
+    /// Whether the colours are linear factors, as in glTF: proportional to light, and the first one multiplies the
+    /// texture. Otherwise they are sRGB.
+    bool linear = false;
 
     std::string texture;                 ///< path of a texture file as the scene gives it; empty for none
     std::optional<std::size_t> embedded; ///< index of the scene's image that is the texture instead

@@ -1,15 +1,23 @@
 #include "scTextures.h"
 
 #include "notes.h"
-#include "siblingFile.h"
+#include "safely.h"
+#include "textureFinder.h"
 
 #include "gxFileHints.h"
 
 #include <filesystem>
 
-using sc::find_scene_file;
-using sc::SceneFile;
 using sc::strip_folders;
+using sc::TextureFile;
+
+scTextures::scTextures(scScene const& scene, scReader const& reader)
+    : m_scene(scene),
+      m_reader(reader),
+      m_finder(std::make_unique<sc::TextureFinder>(scene.path, reader.options().texture_folders))
+{}
+
+scTextures::~scTextures() = default;
 
 std::string scTextures::name(scMaterial const& material) const
 {
@@ -27,11 +35,25 @@ bool scTextures::lies_outside(scMaterial const& material) const
 {
     if (material.embedded)
         return false;
-    std::optional<SceneFile> const file = find_scene_file(m_scene.path, material.texture);
+    TextureFile const* const file = m_finder->find(material.texture);
     return file && file->outside;
 }
 
+std::string scTextures::stand_in(scMaterial const& material) const
+{
+    TextureFile const* const file = material.embedded ? nullptr : m_finder->find(material.texture);
+    return file && file->stands_in ? file->path : std::string();
+}
+
 dgCounted<dgDuctImage> scTextures::read(scMaterial const& material, std::string& reason)
+{
+    dgCounted<dgDuctImage> image;
+    if (!sc::do_safely(reason, [&] { return (image = read_kept(material, reason)) != nullptr; }) && !m_last)
+        m_last_key.clear(); // what ran out of memory is tried again
+    return image;
+}
+
+dgCounted<dgDuctImage> scTextures::read_kept(scMaterial const& material, std::string& reason)
 {
     std::optional<Source> const from = find_source(material, reason);
     if (!from)
@@ -68,7 +90,7 @@ std::optional<scTextures::Source> scTextures::find_source(scMaterial const& mate
         reason = "the scene has no such image";
         return std::nullopt;
     }
-    if (std::optional<SceneFile> const file = find_scene_file(m_scene.path, material.texture)) {
+    if (TextureFile const* const file = m_finder->find(material.texture)) {
         std::error_code ignored;
         return Source{file->whole, file->path, std::filesystem::file_size(file->path, ignored)};
     }

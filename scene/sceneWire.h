@@ -27,7 +27,7 @@ void exchange(Wire& wire, scMaterial& material)
 {
     wire(material.name, material.colour, material.opacity, material.transparency, material.roughness,
          material.shininess, material.metalness, material.reflectivity, material.refractive_index,
-         material.emission, material.texture, material.embedded, material.notes);
+         material.emission, material.linear, material.texture, material.embedded, material.notes);
 }
 
 /// The scene without its surfaces.

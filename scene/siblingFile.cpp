@@ -43,20 +43,9 @@ bool lies_below(fs::path const& path, fs::path const& folder)
     return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
 }
 
-/// The first of the paths, relative to the scene's folder, at which a regular file lies.
-std::optional<SceneFile> find_first(std::string const& scene_path, std::vector<std::string> const& paths)
+std::string find_folder(std::string const& scene_path)
 {
-    fs::path const folder = fs::path(scene_path).parent_path();
-    std::error_code failed;
-    for (std::string const& path : paths) {
-        // Of a path with a NUL in it, another file would be opened than the one that was looked at.
-        if (path.empty() || path.find('\0') != path.npos || !fs::is_regular_file(folder / path, failed))
-            continue;
-        fs::path const whole_folder = fs::canonical(folder.empty() ? "." : folder, failed);
-        fs::path const whole = fs::weakly_canonical(whole_folder / path, failed);
-        return SceneFile{(folder / path).string(), whole.string(), !lies_below(whole, whole_folder)};
-    }
-    return std::nullopt;
+    return fs::path(scene_path).parent_path().string();
 }
 
 /// The ways to understand a path: none for one that is too long for any file, and could take any time to decode.
@@ -69,7 +58,53 @@ std::vector<std::string> list_readings(std::string const& named)
     return {named, local, decode_percents(local)};
 }
 
+/// The like without folders.
+std::vector<std::string> list_names(std::vector<std::string> const& readings)
+{
+    std::vector<std::string> names;
+    for (std::size_t at = 1; at < readings.size(); ++at)
+        names.push_back(strip_slashed_folders(readings[at]));
+    return names;
+}
+
+bool leads_out(fs::path const& path)
+{
+    return path.is_absolute() || std::find(path.begin(), path.end(), "..") != path.end();
+}
+
 } // namespace
+
+bool lies_inside(std::string const& path, std::string const& folder)
+{
+    std::error_code failed;
+    fs::path const whole = fs::canonical(path, failed);
+    return !failed && lies_below(whole, fs::canonical(folder, failed)) && !failed;
+}
+
+std::optional<SceneFile> find_in_folder(std::string const& folder_path, std::vector<std::string> const& paths)
+{
+    fs::path const folder = folder_path;
+    std::error_code failed;
+    for (std::string const& path : paths) {
+        // Of a path with a NUL in it, another file would be opened than the one that was looked at.
+        if (path.empty() || path.find('\0') != path.npos || !fs::is_regular_file(folder / path, failed))
+            continue;
+        fs::path const whole_folder = fs::canonical(folder.empty() ? "." : folder, failed);
+        fs::path const whole = fs::weakly_canonical(whole_folder / path, failed);
+        return SceneFile{(folder / path).string(), whole.string(), !lies_below(whole, whole_folder)};
+    }
+    return std::nullopt;
+}
+
+std::vector<std::string> list_inner_paths(std::string const& named)
+{
+    std::vector<std::string> paths = list_readings(named);
+    std::vector<std::string> const names = list_names(paths);
+    paths.insert(paths.end(), names.begin(), names.end());
+    paths.erase(std::remove_if(paths.begin(), paths.end(), leads_out), paths.end());
+    paths.erase(std::unique(paths.begin(), paths.end()), paths.end());
+    return paths;
+}
 
 std::string strip_folders(std::string const& named)
 {
@@ -78,15 +113,15 @@ std::string strip_folders(std::string const& named)
 
 std::optional<SceneFile> find_scene_file_at(std::string const& scene_path, std::string const& named)
 {
-    return find_first(scene_path, list_readings(named));
+    return find_in_folder(find_folder(scene_path), list_readings(named));
 }
 
 std::optional<SceneFile> find_scene_file(std::string const& scene_path, std::string const& named)
 {
     std::vector<std::string> paths = list_readings(named);
-    for (std::size_t at = 1, count = paths.size(); at < count; ++at)
-        paths.push_back(strip_slashed_folders(paths[at]));
-    return find_first(scene_path, paths);
+    std::vector<std::string> const names = list_names(paths);
+    paths.insert(paths.end(), names.begin(), names.end());
+    return find_in_folder(find_folder(scene_path), paths);
 }
 
 } // namespace sc

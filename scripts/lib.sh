@@ -4,7 +4,7 @@
 packages="
   cmake g++ ninja-build pkg-config
   libassimp-dev libcli11-dev libepoxy-dev libexpat1-dev libexpected-dev libgdk-pixbuf-2.0-dev libpcre2-dev libpng-dev
-  zlib1g-dev nlohmann-json3-dev libgtest-dev libgmock-dev
+  libseccomp-dev zlib1g-dev nlohmann-json3-dev libgtest-dev libgmock-dev
   libegl1 libegl-mesa0 libgl1-mesa-dri librsvg2-common
 "
 

@@ -104,6 +104,15 @@ public:
         return at == none ? nullptr : &m_nodes[at].entry;
     }
 
+    /// Makes room for one entry: adding the next one needs no memory beside the entry's own, whatever is removed before.
+    void make_room()
+    {
+        if (m_nodes.size() >= m_room)
+            rebuild(size() + size() / 2 + 1);
+        if (m_nodes.size() == m_nodes.capacity())
+            m_nodes.reserve(2 * m_nodes.size() + 1);
+    }
+
     /// Appends an entry without looking for one like it. Changes nothing when memory runs out.
     Entry& add(std::size_t hash, Entry entry)
     {

@@ -32,6 +32,15 @@ public:
         ++m_size;
     }
 
+    /// Removes the last element, which there must be.
+    void remove_last()
+    {
+        --m_size;
+        m_pages.back()[m_size % page_size] = T();
+        if (m_size % page_size == 0)
+            m_pages.pop_back();
+    }
+
     void clear()
     {
         m_pages.clear();

@@ -85,6 +85,10 @@ public:
         return m_entries.add(hash_of(key), Entry{key, Value{}}).value;
     }
 
+    /// Makes room for one key: entering the next one needs no memory beside its own and its value's, whatever is
+    /// removed before.
+    void make_room() { m_entries.make_room(); }
+
     /// Takes the key out, and nothing else: what its value points to stays, unless it is a coPrg.
     /// @return 1, or 0 when the table does not hold the key
     int remove(Key const& key) { return m_entries.remove(hash_of(key), has(key)); }

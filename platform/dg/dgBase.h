@@ -26,5 +26,7 @@ protected:
     virtual ~dgBase();
 
 private:
+    friend class dgKeep;
+
     int m_references = 0;
 };

@@ -15,6 +15,29 @@ struct dgUnreference
 template <class T>
 using dgCounted = std::unique_ptr<T, dgUnreference>;
 
+/// Keeps an object, on which nobody may hold a reference, from being deleted by who takes references and drops them
+/// again; leaves it with those that are then left.
+class dgKeep
+{
+public:
+    /// @param object  may be null
+    explicit dgKeep(dgBase* object) : m_object(object)
+    {
+        if (m_object)
+            ++m_object->m_references;
+    }
+    ~dgKeep()
+    {
+        if (m_object)
+            --m_object->m_references;
+    }
+    dgKeep(dgKeep const&) = delete;
+    dgKeep& operator=(dgKeep const&) = delete;
+
+private:
+    dgBase* m_object;
+};
+
 /// Takes a reference.
 /// @param object  may be null
 template <class T>

@@ -38,8 +38,7 @@ protected:
 
 /// An image in memory: four bytes a pixel (red, green, blue, alpha), rows from the top, packed.
 ///
-/// Running out of memory for the pixels of an image within max_pixels ends in std::bad_alloc, which the
-/// library does not handle, except where it reads image files and where dgOffscreenRenderer reads a frame.
+/// Without enough memory the constructors, copying and new_name() throw std::bad_alloc.
 class UT_API dgDuctImage final : public dgImage
 {
 public:

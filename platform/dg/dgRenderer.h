@@ -50,7 +50,9 @@ public:
     virtual void erase(giBox2 const& view_port, gsColour const& background, dgEraseZbuffer depth) = 0;
 
     /// Draws one block. What does not fit together is left out: a triangle with an index beyond the nodes or
-    /// a node that is no finite point; normals or texture coordinates that are not as many as the nodes.
+    /// a node that is no finite point; normals or texture coordinates that are not as many as the nodes; a normal
+    /// that is unset, not finite or without length. Where no node of a triangle has a normal, the triangle's own
+    /// serves.
     virtual void draw(dgProjection const& projection, dgDrawState const& state, giTriBlock const& block) = 0;
 
     virtual void begin_read_image() = 0;

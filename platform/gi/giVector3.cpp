@@ -39,7 +39,7 @@ int giVector3::parallel(giVector3 const& other, giAngle const& tolerance) const
 {
     giVector3 a = *this;
     giVector3 b = other;
-    if (!a.unitize() || !b.unitize())
+    if (invalid() || other.invalid() || !a.unitize() || !b.unitize())
         return 0;
     // By both products: near 0 degrees the cosine alone cannot tell angles of 0.01 degrees apart.
     return std::atan2(a.cross(b).length(), a.dot(b)) <= tolerance.radians();

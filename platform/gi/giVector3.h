@@ -25,7 +25,7 @@ public:
     giVector3 cross(giVector3 const& other) const;
 
     /// 1 when the angle to @p other is at most @p tolerance. Opposite directions are not parallel, and a
-    /// vector without length is parallel to none.
+    /// vector that is unset or without length is parallel to none.
     int parallel(giVector3 const& other, giAngle const& tolerance) const;
 
     giVector3 operator*(double factor) const { return {x * factor, y * factor, z * factor}; }

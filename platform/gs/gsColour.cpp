@@ -75,3 +75,9 @@ void gshls_to_rgb(double const* hls, double* rgb)
     for (int i = 0; i < 3; ++i)
         rgb[i] = lightness + most * component_at(sixths + 6.0 - falls_at[i]);
 }
+
+// The curve of IEC 61966-2-1, written so that 1 stays 1.
+double gsColour::linear_to_srgb(double linear)
+{
+    return linear > 0.0031308 ? 1.0 + 1.055 * (std::pow(linear, 1.0 / 2.4) - 1.0) : 12.92 * linear;
+}

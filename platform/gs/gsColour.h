@@ -27,6 +27,10 @@ public:
     /// @param hls  room for three numbers, in this order
     void hls(double* hls) const;
 
+    /// The component that sRGB has for one that is proportional to light, both 0 to 1; 0.216 becomes 0.502.
+    /// What is beyond the range stays beyond it.
+    static double linear_to_srgb(double linear);
+
     bool operator==(gsColour const&) const = default;
 
 private:

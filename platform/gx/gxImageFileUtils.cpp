@@ -15,11 +15,14 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
 
 using namespace std::string_view_literals;
+
+constexpr char out_of_memory[] = "there is not enough memory for the image";
 
 /// Stands for any byte in a signature.
 constexpr char any_byte = '?';
@@ -231,7 +234,7 @@ Pixbuf Loader::load(std::FILE* file, utString& reason)
     }
     Pixbuf upright(gdk_pixbuf_apply_embedded_orientation(first));
     if (!upright)
-        reason = "there is not enough memory for the image";
+        reason = out_of_memory;
     return upright;
 }
 
@@ -320,10 +323,10 @@ dgDuctImage* gxImageFileUtils::read_image_file(utString const& path, gxImageFile
             return read_image_file(file.get(), format, reason);
         why_not = utString(ut_concat("the file cannot be opened: ", why_not));
     } catch (std::bad_alloc const&) {
-        why_not = "there is not enough memory for the image";
+        ut_say(why_not, out_of_memory);
     }
     if (reason)
-        *reason = why_not;
+        *reason = std::move(why_not);
     return nullptr;
 }
 
@@ -334,9 +337,9 @@ dgDuctImage* gxImageFileUtils::read_image_file(std::FILE* file, gxImageFileForma
     try {
         image = read_with_format(file, format, why_not);
     } catch (std::bad_alloc const&) {
-        why_not = "there is not enough memory for the image";
+        ut_say(why_not, out_of_memory);
     }
     if (!image && reason)
-        *reason = why_not;
+        *reason = std::move(why_not);
     return image;
 }

@@ -39,10 +39,11 @@ public:
     /// Reads exactly one PNG image of any kind (palette, grey, 16 bit, interlaced, with or without alpha)
     /// from the file's position, which is just past the image's last chunk afterwards.
     ///
-    /// Before any pixel is allocated, an image is refused that has more than @p pixel_limit pixels, or more
-    /// than the bytes left in the file could inflate to; so is any image of a stream that cannot seek. A bad
+    /// Before any pixel is allocated, an image is refused that has a side above max_side, more than @p pixel_limit
+    /// pixels, or more than the bytes left in the file could inflate to; so is any image of a stream that cannot seek. A bad
     /// checksum in an ancillary chunk is passed over and its content used; in a critical chunk, or when the
-    /// file ends before the image, or its compressed pixels go on past its last row, the image is refused.
+    /// file ends before the image, or its compressed pixels go on past its last row, the image is refused; but a
+    /// surplus within the two limits above is passed over.
     /// Ancillary chunks other than texts and transparency (colour profiles, gamma, orientation) are passed
     /// over. Beside the image's pixels, reading takes memory for its largest chunk, its texts and two of its
     /// rows.

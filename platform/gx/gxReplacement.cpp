@@ -25,34 +25,15 @@ constexpr int most_numbers = 20;
 
 constexpr int most_links = 40; // as many as the system follows
 
-/// An open file by its number, or none.
-class Descriptor
+/// @param file  owned by the stream from then on
+/// @return a stream that writes to the file; null when there is no memory for it
+gxFile make_stream(gxDescriptor& file)
 {
-public:
-    explicit Descriptor(int number) : m_number(number) {}
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(Descriptor const&) = delete;
-    Descriptor& operator=(Descriptor const&) = delete;
-
-    explicit operator bool() const { return m_number >= 0; }
-    int number() const { return m_number; }
-
-    /// @return a stream that writes to the file and owns it from now on; null when there is no memory for it
-    gxFile make_stream()
-    {
-        gxFile stream(fdopen(m_number, "wb"));
-        if (stream)
-            m_number = -1;
-        return stream;
-    }
-
-private:
-    int m_number;
-};
+    gxFile stream(fdopen(file.get(), "wb"));
+    if (stream)
+        (void)file.release();
+    return stream;
+}
 
 std::string make_temporary_path(fs::path const& path, int number)
 {
@@ -92,8 +73,8 @@ bool is_refused(int error)
 /// its file is locked here.
 void remove_left_over(char const* path)
 {
-    Descriptor const file(::open(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
-    if (file && flock(file.number(), LOCK_EX | LOCK_NB) == 0 && is_at(file.number(), path))
+    gxDescriptor const file(::open(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC));
+    if (file && flock(file.get(), LOCK_EX | LOCK_NB) == 0 && is_at(file.get(), path))
         unlink(path);
 }
 
@@ -128,26 +109,26 @@ gxReplacement::~gxReplacement()
 
 int gxReplacement::open(char const* path, NewFile new_file)
 {
-    Descriptor older(::open(path, O_WRONLY | O_NOCTTY | O_CLOEXEC));
+    gxDescriptor older(::open(path, O_WRONLY | O_NOCTTY | O_CLOEXEC));
     if (!older && errno != ENOENT)
         return errno;
     if (!older && new_file == NewFile::in_place) {
-        Descriptor created(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_CLOEXEC, 0666));
-        m_file = created ? created.make_stream() : nullptr;
+        gxDescriptor created(::open(path, O_WRONLY | O_CREAT | O_TRUNC | O_NOCTTY | O_CLOEXEC, 0666));
+        m_file = created ? make_stream(created) : nullptr;
         return m_file ? 0 : errno;
     }
     m_path = follow_links(path);
     if (!older)
         return open_beside(nullptr);
     struct stat status = {};
-    if (fstat(older.number(), &status) != 0)
+    if (fstat(older.get(), &status) != 0)
         return errno;
-    if (can_be_replaced(older.number(), status, m_path.c_str()))
+    if (can_be_replaced(older.get(), status, m_path.c_str()))
         if (int const error = open_beside(&status); !is_refused(error))
             return error;
-    if (S_ISREG(status.st_mode) && ftruncate(older.number(), 0) != 0)
+    if (S_ISREG(status.st_mode) && ftruncate(older.get(), 0) != 0)
         return errno;
-    m_file = older.make_stream();
+    m_file = make_stream(older);
     return m_file ? 0 : errno;
 }
 
@@ -164,16 +145,16 @@ int gxReplacement::create_temporary(std::string path, struct stat const* older)
 {
     remove_left_over(path.c_str());
     int const flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    Descriptor file(::open(path.c_str(), flags, older ? 0600 : 0666));
+    gxDescriptor file(::open(path.c_str(), flags, older ? 0600 : 0666));
     if (!file)
         return errno;
     // Whoever took it for one that was left behind removes it.
-    if ((flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) ||
-        !is_at(file.number(), path.c_str()))
+    if ((flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) ||
+        !is_at(file.get(), path.c_str()))
         return EEXIST;
-    int error = older ? copy_rights(*older, file.number()) : 0;
+    int error = older ? copy_rights(*older, file.get()) : 0;
     if (error == 0) {
-        m_file = file.make_stream();
+        m_file = make_stream(file);
         error = m_file ? 0 : errno;
     }
     if (error != 0)
@@ -189,14 +170,14 @@ int gxReplacement::finish()
     if (m_temporary.empty())
         return std::fclose(m_file.release()) != 0 && error == 0 ? errno : error;
     // It stays locked until it has its own name.
-    Descriptor const held(fcntl(fileno(m_file.get()), F_DUPFD_CLOEXEC, 0));
+    gxDescriptor const held(fcntl(fileno(m_file.get()), F_DUPFD_CLOEXEC, 0));
     if (!held)
         return errno;
     if (std::fclose(m_file.release()) != 0 && error == 0)
         error = errno;
     if (error == 0)
-        error = take_place(held.number());
-    if (error != 0 && is_at(held.number(), m_temporary.c_str()))
+        error = take_place(held.get());
+    if (error != 0 && is_at(held.get(), m_temporary.c_str()))
         unlink(m_temporary.c_str());
     m_temporary.clear();
     return error;

@@ -272,6 +272,25 @@ Blocks read_blocks(utString const& path, utString& reason)
     return read_with_assimp(path, reason);
 }
 
+/// Appends the blocks and the names of their materials, all or none.
+void hand_over(Blocks& read, giTriBlockcoDListPtrcoPtrcoDList& blocks, std::vector<utString>* materials)
+{
+    std::vector<utString> names = materials ? *materials : std::vector<utString>();
+    names.insert(names.end(), read.materials.begin(), read.materials.end());
+    auto const before = blocks;
+    try {
+        for (auto const& block : read.blocks)
+            blocks.append(block.get());
+    } catch (...) {
+        blocks = before; // needs no memory for fewer than there are
+        throw;
+    }
+    for (auto& block : read.blocks)
+        block.release();
+    if (materials)
+        materials->swap(names);
+}
+
 } // namespace
 
 int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks, utString* reason,
@@ -281,19 +300,16 @@ int gx_read_dmt_file(utString path, giTriBlockcoDListPtrcoPtrcoDList& blocks, ut
     Blocks read;
     try {
         read = read_blocks(path, why_not);
+        hand_over(read, blocks, materials);
+        if (!read.blocks.empty())
+            return 1;
     } catch (std::bad_alloc const&) {
-        why_not = "there is not enough memory for the meshes";
+        ut_say(why_not, "there is not enough memory for the meshes");
     } catch (std::exception const& error) {
-        why_not = one_line(error.what());
+        ut_say(why_not, error.what());
+        why_not.convert([](int character) { return character < ' ' ? ' ' : character; });
     }
-    if (read.blocks.empty()) {
-        if (reason)
-            *reason = why_not;
-        return 0;
-    }
-    for (auto& block : read.blocks)
-        blocks.append(block.release());
-    if (materials)
-        materials->insert(materials->end(), read.materials.begin(), read.materials.end());
-    return 1;
+    if (reason)
+        *reason = std::move(why_not);
+    return 0;
 }

@@ -5,10 +5,14 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 int ntFileOps::exists(utString const& path)
 {
+    // The system would take a path with a NUL for a shorter one.
+    if (path.view().find('\0') != std::string_view::npos)
+        return 0;
     std::error_code error;
     return std::filesystem::exists(path.c_str(), error) ? 1 : 0;
 }

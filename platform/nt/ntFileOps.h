@@ -10,7 +10,7 @@ class utString;
 class UT_API ntFileOps
 {
 public:
-    /// 1 when there is something of that path: a file, a folder or anything else.
+    /// 1 when there is something of that path: a file, a folder or anything else. Nothing has a path with a NUL.
     static int exists(utString const& path);
 
     /// Zeros for what is not there. A date beyond what std::filesystem expresses, here before 1882 or from

@@ -1,5 +1,8 @@
 #include "xmlParser.h"
 
+#include "utConcat.h"
+#include "utUTF8.h"
+
 #include <expat.h>
 
 #include <algorithm>
@@ -211,33 +214,35 @@ bool parse_either_way(std::string_view text, xmlDocument& document, xmlParser::E
     return false;
 }
 
+bool parse_text(std::string_view text, xmlDocument& document, xmlParser::Error& error)
+{
+    if (text.size() > xmlParser::max_length) {
+        error.reason = "longer than an XML text may be";
+        return false;
+    }
+    // No XML text holds a NUL except in UTF-16, which the parser below would turn to on seeing one.
+    if (text.find('\0') != std::string_view::npos) {
+        error.reason = "not well-formed: the text holds a NUL";
+        return false;
+    }
+    // The mark is passed over: it would turn the second attempt to UTF-8 again.
+    return parse_either_way(utUTF8::without_byte_order_mark(text), document, error);
+}
+
 } // namespace
 
 int xmlParser::parse(utString const& text, xmlDocument& document)
 {
-    m_error = {};
     document.clear();
-    std::string_view bytes = text.view();
-    if (bytes.size() > max_length) {
-        m_error.reason = "longer than an XML text may be";
-        return 0;
-    }
-    // No XML text holds a NUL except in UTF-16, which the parser below would turn to on seeing one.
-    if (bytes.find('\0') != std::string_view::npos) {
-        m_error.reason = "not well-formed: the text holds a NUL";
-        return 0;
-    }
-    // Passed over here: it would turn the second attempt to UTF-8 again.
-    if (bytes.starts_with("\xEF\xBB\xBF"))
-        bytes.remove_prefix(3);
-
     try {
-        if (parse_either_way(bytes, document, m_error)) {
+        m_error = {};
+        if (parse_text(text.view(), document, m_error)) {
             m_error = {};
             return 1;
         }
     } catch (std::bad_alloc const&) {
-        m_error.reason = "not enough memory";
+        m_error = {};
+        ut_say(m_error.reason, "not enough memory");
     }
     document.clear();
     return 0;

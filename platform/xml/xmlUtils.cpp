@@ -57,9 +57,10 @@ xmlElement& xmlUtils::append_child_element(xmlElement& element, utString const& 
 xmlElement& xmlUtils::append_child_text_element(xmlElement& element, utString const& name,
                                                 utString const& text)
 {
-    xmlElement& child = append_child_element(element, name);
+    xmlElement& child = element.owner_document().create_element(name);
     if (!text.empty())
         child.append_child(element.owner_document().create_text_node(text));
+    element.append_child(child);
     return child;
 }
 

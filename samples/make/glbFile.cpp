@@ -47,6 +47,18 @@ double rounded(double value, double grid)
     return std::floor(value * grid + 0.5) / grid;
 }
 
+/// The colour as glTF has it, proportional to light; what follows red, green and blue stays. The curve of
+/// IEC 61966-2-1, with enough decimals for every byte to come back.
+template <class Colour>
+Colour make_linear(Colour colour)
+{
+    for (std::size_t at = 0; at < 3; ++at) {
+        double const each = colour[at];
+        colour[at] = rounded(each > 0.04045 ? std::pow((each + 0.055) / 1.055, 2.4) : each / 12.92, 100'000);
+    }
+    return colour;
+}
+
 class GlbWriter
 {
 public:
@@ -59,16 +71,16 @@ public:
 
     void add(GlbMaterial const& material)
     {
-        std::string json =
-            "{\"name\":" + quoted(material.name) +
-            ",\"pbrMetallicRoughness\":{\"baseColorFactor\":" + json_numbers(material.base_colour) +
-            ",\"metallicFactor\":" + decimal(material.metallic, 3) +
-            ",\"roughnessFactor\":" + decimal(material.roughness, 3);
+        std::string json = "{\"name\":" + quoted(material.name) +
+                           ",\"pbrMetallicRoughness\":{\"baseColorFactor\":" +
+                           json_numbers(make_linear(material.base_colour)) +
+                           ",\"metallicFactor\":" + decimal(material.metallic, 3) +
+                           ",\"roughnessFactor\":" + decimal(material.roughness, 3);
         if (material.image >= 0)
             json += ",\"baseColorTexture\":{\"index\":" + std::to_string(material.image) + '}';
         json += '}';
         if (*std::max_element(material.emission.begin(), material.emission.end()) > 0)
-            json += ",\"emissiveFactor\":" + json_numbers(material.emission);
+            json += ",\"emissiveFactor\":" + json_numbers(make_linear(material.emission));
         if (material.base_colour[3] < 1)
             json += ",\"alphaMode\":\"BLEND\"";
         if (material.double_sided)

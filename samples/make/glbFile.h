@@ -16,10 +16,10 @@ struct GlbImage
 struct GlbMaterial
 {
     std::string name;
-    std::array<double, 4> base_colour{1, 1, 1, 1}; ///< red, green, blue, alpha, 0 to 1
+    std::array<double, 4> base_colour{1, 1, 1, 1}; ///< red, green, blue in sRGB, alpha, 0 to 1
     double metallic = 0;
     double roughness = 1;
-    std::array<double, 3> emission{0, 0, 0};
+    std::array<double, 3> emission{0, 0, 0}; ///< in sRGB
     int image = -1; ///< index of the image that the base colour is multiplied with, or -1
     bool double_sided = false;
 };

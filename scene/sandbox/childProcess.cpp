@@ -25,17 +25,6 @@ namespace sandbox {
 
 namespace {
 
-constexpr bool keeps_memory_limit()
-{
-#if defined(__SANITIZE_ADDRESS__)
-    return false;
-#elif defined(__has_feature)
-    return !__has_feature(address_sanitizer);
-#else
-    return true;
-#endif
-}
-
 void limit(int resource, rlim_t most)
 {
     auto const which = static_cast<__rlimit_resource>(resource);
@@ -315,7 +304,7 @@ void die_with(pid_t parent, int signal)
 void limit_memory(int resource, std::uint64_t bytes)
 {
     limit(RLIMIT_CORE, 0);
-    if (keeps_memory_limit())
+    if (!under_address_sanitizer())
         limit(resource, bytes);
 }
 

@@ -10,6 +10,19 @@
 
 namespace sandbox {
 
+/// Whether this is a build with the address sanitizer, which takes terabytes of address space, reads /proc, and starts a
+/// process that traces its own at the end.
+constexpr bool under_address_sanitizer()
+{
+#if defined(__SANITIZE_ADDRESS__)
+    return true;
+#elif defined(__has_feature)
+    return __has_feature(address_sanitizer);
+#else
+    return false;
+#endif
+}
+
 struct ChildLimits
 {
     std::chrono::milliseconds time{60'000};

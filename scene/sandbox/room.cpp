@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace sandbox {
@@ -22,6 +23,13 @@ Room::~Room()
         munmap(const_cast<char*>(m_mapped.data()), m_mapped.size()); // the call's signature
     if (m_file >= 0)
         ::close(m_file);
+}
+
+std::uint64_t Room::size_of(int file)
+{
+    struct stat status
+    {};
+    return fstat(file, &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 std::optional<std::string_view> Room::close(std::uint64_t written)

@@ -20,6 +20,9 @@ public:
     /// The file's descriptor, at its beginning; -1 with errno where there is no such file.
     int file() const { return m_file; }
 
+    /// The size of the room behind a descriptor, for the child; 0 where there is none.
+    static std::uint64_t size_of(int file);
+
     /// What was written, after the child's end.
     /// @param written  bytes from the beginning, as the child says
     /// @return nothing when there cannot be so many, or when somebody might still change them; else the bytes, which

@@ -1,5 +1,6 @@
 #include "mrColourPalette.h"
 
+#include "mrGuard.h"
 #include "mrUtils.h"
 
 #include "utAssert.h"
@@ -78,9 +79,14 @@ int mrColourPalette::colour_components(int index, doublecoDList& values) const
     if (!has_components(index))
         return 0;
     Entry const& entry = m_colours[index];
-    for (int i = 0; i < entry.components; ++i)
-        values.append(m_components[entry.first_component + i]);
-    return 1;
+    bool const enough_memory = mr_guard(false, [&] {
+        for (int i = 0; i < entry.components; ++i)
+            values.append(m_components[entry.first_component + i]);
+        return true;
+    });
+    if (!enough_memory)
+        values.clear();
+    return enough_memory;
 }
 
 int mrColourPalette::has(int index) const
@@ -99,5 +105,10 @@ void mrColourPalette::append(Entry const& entry)
     if (entry.name.invalid())
         return;
     UT_REQUIRE(!m_by_name.member(entry.name), "Args");
-    m_by_name[entry.name] = size() - 1;
+    try {
+        m_by_name[entry.name] = size() - 1;
+    } catch (...) {
+        m_colours.remove_last();
+        throw;
+    }
 }

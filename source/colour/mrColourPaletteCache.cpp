@@ -1,12 +1,12 @@
 #include "mrColourPaletteCache.h"
 
+#include "mrGuard.h"
 #include "mrSource.h"
 #include "mrUtils.h"
 
 #include "utAssert.h"
 #include "utNeverDestroyed.h"
 
-#include <new>
 #include <utility>
 
 namespace {
@@ -48,26 +48,24 @@ int mrColourPaletteCache::size() const
 int mrColourPaletteCache::palette_exists(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    return m_palettes.member(key_of(path));
+    return mr_guard(0, [&] { return m_palettes.member(key_of(path)); });
 }
 
 mrColourPalette const& mrColourPaletteCache::get_palette(utString const& path)
 {
     static utNeverDestroyed<mrColourPalette> const absent;
     UT_CHECK_VALID(m_check);
-    mrColourPalettecoTablePrgcoPrg const& palette = m_palettes.read(key_of(path));
-    UT_REQUIRE(palette, "No such palette");
-    return palette ? *palette : *absent;
+    return *mr_guard(&*absent, [&] {
+        mrColourPalettecoTablePrgcoPrg const& palette = m_palettes.read(key_of(path));
+        UT_REQUIRE(palette, "No such palette");
+        return palette ? palette.get() : &*absent;
+    });
 }
 
 mrPaletteFileError mrColourPaletteCache::load_palette(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    try {
-        return load(path);
-    } catch (std::bad_alloc const&) {
-        return mrPaletteFileBadFormat;
-    }
+    return mr_guard(mrPaletteFileBadFormat, [&] { return load(path); });
 }
 
 mrPaletteFileError mrColourPaletteCache::load(utString const& path)

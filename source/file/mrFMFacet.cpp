@@ -1,8 +1,10 @@
 #include "mrFMFacet.h"
 
 #include "mrElementReader.h"
+#include "mrElementWriter.h"
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
+#include "mrGuard.h"
 
 #include "utAssert.h"
 #include "utNeverDestroyed.h"
@@ -20,10 +22,10 @@ utString const plain_material_name = "plain_material";
 
 mrFMFacet::mrFMFacet() = default;
 
-mrFMFacet::mrFMFacet(mrFMPlainMat* plain_mat, mrFMTexturecoDList const& textures)
-    : m_plain_mat(plain_mat), m_textures(textures)
+mrFMFacet::mrFMFacet(mrFMPlainMat* plain_mat, mrFMTexturecoDList const& textures) : m_textures(textures)
 {
     UT_REQUIRE(plain_mat, "Args");
+    m_plain_mat.reset(plain_mat); // last: it stays the caller's when there is no memory for the layers
 }
 
 mrFMFacet::~mrFMFacet() = default;
@@ -62,16 +64,22 @@ void mrFMFacet::xml_write(xmlElement& parent) const
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(m_plain_mat, "State");
-    xmlElement& facet = xmlUtils::append_child_element(parent, facet_name);
+    xmlElement& facet = parent.owner_document().create_element(facet_name);
     if (m_plain_mat)
         m_plain_mat->xml_write(facet);
-    mrXMLUtils::write_textures(facet, m_textures);
+    mr_need(mrXMLUtils::write_textures(facet, m_textures));
+    parent.append_child(facet);
 }
 
 int mrFMFacet::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
     m_plain_mat.reset(); // every failure leaves the facet invalid
+    return mr_guard(fault, 0, [&] { return read_parts(element, fault); });
+}
+
+int mrFMFacet::read_parts(xmlElement const& element, mrFault* fault)
+{
     auto const plain_mats = xmlUtils::find_child_elements_by_name(element, plain_material_name);
     if (plain_mats.size() != 1)
         return mrElementReader(element, fault)
@@ -91,11 +99,11 @@ int mrFMFacet::xml_read(xmlElement const& element, mrFault* fault)
 
 xmlElement* mrXMLUtils::write_facets(xmlElement& element, mrFMFacetcoDListPtrcoPtrcoDList const& facets)
 {
-    xmlElement& collection = xmlUtils::append_child_element(element, facets_name);
-    for (mrFMFacet const* facet : facets)
-        if (facet)
-            facet->xml_write(collection);
-    return &collection;
+    return mr_write_collection(element, facets_name, [&](xmlElement& collection) {
+        for (mrFMFacet const* facet : facets)
+            if (facet)
+                facet->xml_write(collection);
+    });
 }
 
 int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrcoDList& facets,
@@ -109,7 +117,8 @@ int mrXMLUtils::read_facets(xmlElement const& element, mrFMFacetcoDListPtrcoPtrc
         facet.release();
         return 1;
     };
-    if (mrElementReader(element, fault).read_members(facets_name, facet_name, read))
+    if (mr_guard(fault, 0,
+                 [&] { return mrElementReader(element, fault).read_members(facets_name, facet_name, read); }))
         return 1;
     for (mrFMFacet const* facet : facets)
         delete facet;

@@ -1,9 +1,12 @@
 #include "mrFMPlainMat.h"
 
 #include "mrElementReader.h"
+#include "mrGuard.h"
 
 #include "mlMath.h"
 #include "utAssert.h"
+
+#include <utility>
 
 namespace {
 
@@ -84,20 +87,27 @@ mrPlainMatValues const& mrFMPlainMat::check_values() const
 void mrFMPlainMat::xml_write(xmlElement& parent) const
 {
     check_values();
-    xmlElement& material = xmlUtils::append_child_element(parent, plain_material_name);
+    xmlElement& material = parent.owner_document().create_element(plain_material_name);
     xmlUtils::append_child_text_element(material, name_name, m_values.name);
-    mrXMLUtils::write_properties(material, m_values.properties);
-    mrXMLUtils::append_child_text_element_int(material, affinity_name, m_values.affinity);
+    mr_need(mrXMLUtils::write_properties(material, m_values.properties));
+    mr_need(mrXMLUtils::append_child_text_element_int(material, affinity_name, m_values.affinity));
     xmlElement& colour = xmlUtils::append_child_element(material, diffuse_colour_name);
-    mrXMLUtils::append_child_colour_element(colour, m_values.diffuse_colour);
+    mr_need(mrXMLUtils::append_child_colour_element(colour, m_values.diffuse_colour));
     for (Number const& number : numbers)
-        mrXMLUtils::append_child_text_element_double_base64(material, number.name, m_values.*number.value);
+        mr_need(mrXMLUtils::append_child_text_element_double_base64(material, number.name,
+                                                                    m_values.*number.value));
     xmlUtils::append_child_text_element(material, shader_definition_name, m_values.shader_definition);
+    parent.append_child(material);
 }
 
 int mrFMPlainMat::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
+    return mr_guard(fault, 0, [&] { return read_values(element, fault); });
+}
+
+int mrFMPlainMat::read_values(xmlElement const& element, mrFault* fault)
+{
     mrElementReader const reader(element, fault);
     utString name;
     if (!reader.read_string(name_name, name) ||
@@ -109,7 +119,10 @@ int mrFMPlainMat::xml_read(xmlElement const& element, mrFault* fault)
         if (!reader.read_double(number.name, number.most, number.flaw, m_values.*number.value))
             return 0;
     // The definition is optional.
-    mrXMLUtils::find_child_text_string(element, shader_definition_name, m_values.shader_definition);
-    m_values.name = name;
+    if (utString const* const definition = mrElementReader::find_text(element, shader_definition_name))
+        m_values.shader_definition = *definition;
+    else
+        m_values.shader_definition.set_invalid();
+    m_values.name = std::move(name);
     return 1;
 }

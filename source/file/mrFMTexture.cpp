@@ -1,8 +1,12 @@
 #include "mrFMTexture.h"
 
 #include "mrElementReader.h"
+#include "mrElementWriter.h"
+#include "mrGuard.h"
 
 #include "utAssert.h"
+
+#include <utility>
 
 namespace {
 
@@ -57,33 +61,38 @@ mrFMTexture const& mrFMTexture::check() const
 void mrFMTexture::xml_write(xmlElement& parent) const
 {
     check();
-    xmlElement& texture = xmlUtils::append_child_element(parent, texture_name);
+    xmlElement& texture = parent.owner_document().create_element(texture_name);
     xmlUtils::append_child_text_element(texture, image_name_name, m_image_name);
     xmlUtils::append_child_text_element(texture, layer_type_name, mrTypes::find_word(m_layer_type));
-    mrXMLUtils::append_child_text_element_int(texture, recoloured_name, m_recoloured);
+    mr_need(mrXMLUtils::append_child_text_element_int(texture, recoloured_name, m_recoloured));
     xmlElement& recolour = xmlUtils::append_child_element(texture, recolour_name);
-    mrXMLUtils::append_child_colour_element(recolour, m_recolour);
+    mr_need(mrXMLUtils::append_child_colour_element(recolour, m_recolour));
+    parent.append_child(texture);
 }
 
 int mrFMTexture::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
-    mrElementReader const reader(element, fault);
-    utString image_name;
-    if (!reader.read_string(image_name_name, image_name) ||
-        !reader.read_enum(layer_type_name, mrTypes::parse_mrTexLayerType, "not \"colour\"", m_layer_type) ||
-        !reader.read_flag(recoloured_name, m_recoloured) || !reader.read_colour(recolour_name, m_recolour))
-        return 0;
-    m_image_name = image_name;
-    return 1;
+    return mr_guard(fault, 0, [&] {
+        mrElementReader const reader(element, fault);
+        utString image_name;
+        if (!reader.read_string(image_name_name, image_name) ||
+            !reader.read_enum(layer_type_name, mrTypes::parse_mrTexLayerType, "not \"colour\"",
+                              m_layer_type) ||
+            !reader.read_flag(recoloured_name, m_recoloured) ||
+            !reader.read_colour(recolour_name, m_recolour))
+            return 0;
+        m_image_name = std::move(image_name);
+        return 1;
+    });
 }
 
 xmlElement* mrXMLUtils::write_textures(xmlElement& element, mrFMTexturecoDList const& textures)
 {
-    xmlElement& collection = xmlUtils::append_child_element(element, textures_name);
-    for (mrFMTexture const& texture : textures)
-        texture.xml_write(collection);
-    return &collection;
+    return mr_write_collection(element, textures_name, [&](xmlElement& collection) {
+        for (mrFMTexture const& texture : textures)
+            texture.xml_write(collection);
+    });
 }
 
 int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& textures, mrFault* fault)
@@ -95,5 +104,7 @@ int mrXMLUtils::read_textures(xmlElement const& element, mrFMTexturecoDList& tex
         textures.append(texture);
         return 1;
     };
-    return mrElementReader(element, fault).read_members(textures_name, texture_name, read);
+    return mr_guard(fault, 0, [&] {
+        return mrElementReader(element, fault).read_members(textures_name, texture_name, read);
+    });
 }

@@ -70,8 +70,11 @@ int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
     auto const encapsulation = m_images.empty() ? mrImageEncapsulationNone : mrImageEncapsulationEmbeddedPng;
     mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
-    if (stream.flush() && mrImageBlock::write(m_images, out.file(), fault))
+    bool const whole = static_cast<bool>(stream.flush());
+    if (whole && mrImageBlock::write(m_images, out.file(), fault))
         return out.close(fault);
+    if (!whole)
+        fault.set_out_of_memory(); // unless the target is to blame
     out.explain(fault);
     return 0;
 }
@@ -102,14 +105,14 @@ mrFileMatReadStatus mrFileMat::read_parts(std::FILE* file, mrReadLimits const& l
     m_encapsulation = mrImageEncapsulationNone;
     utString document;
     std::int64_t first_line = 0;
-    if (!mrXMLUtils::read_doc(in, "multimat", document, first_line, fault))
+    if (!mrXMLUtils::gather_doc(in, "multimat", document, first_line, fault))
         return mrFileMatNoDocument;
     if (!mrFileMultimat::read(document, m_encapsulation, m_file_props, m_facets, &fault)) {
         if (fault.line > 0)
             fault.line += first_line - 1;
         return mrFileMatBadContent;
     }
-    in.clear(); // a document may end with the file, and tellg() would fail then
+    in.clear();                            // a document may end with the file, and tellg() would fail then
     std::streamoff const end = in.tellg(); // of the document, or -1
     mrImageBlock block(file, end < 0 ? end : end + 1, limits);
     if (m_encapsulation != mrImageEncapsulationNone) {

@@ -1,9 +1,13 @@
 #include "mrMatProp.h"
 
 #include "mrElementReader.h"
+#include "mrElementWriter.h"
+#include "mrGuard.h"
 
 #include "coHash.h"
 #include "utAssert.h"
+
+#include <utility>
 
 namespace {
 
@@ -38,8 +42,11 @@ mrMatProp::mrMatProp(mrMatPropTypeDouble, utString const& name, double value, in
 mrMatProp& mrMatProp::operator=(mrMatProp const& other)
 {
     UT_CHECK_VALID(m_check);
-    m_name = other.m_name;
-    m_string_value = other.m_string_value;
+    // Both before either is changed: copying needs memory.
+    utString name = other.m_name;
+    utString string_value = other.m_string_value;
+    m_name = std::move(name);
+    m_string_value = std::move(string_value);
     m_integer_value = other.m_integer_value;
     m_double_value = other.m_double_value;
     m_client_data = other.m_client_data;
@@ -76,7 +83,7 @@ int mrMatProp::operator==(mrMatProp const& other)
 void mrMatProp::xml_write(xmlElement& parent) const
 {
     check();
-    xmlElement& property = xmlUtils::append_child_element(parent, property_name);
+    xmlElement& property = parent.owner_document().create_element(property_name);
     xmlUtils::append_child_text_element(property, name_name, m_name);
     xmlUtils::append_child_text_element(property, type_name, mrTypes::find_word(m_type));
     switch (m_type) {
@@ -84,51 +91,56 @@ void mrMatProp::xml_write(xmlElement& parent) const
         xmlUtils::append_child_text_element(property, value_name, m_string_value);
         break;
     case mrMatPropInteger:
-        mrXMLUtils::append_child_text_element_int(property, value_name, m_integer_value);
+        mr_need(mrXMLUtils::append_child_text_element_int(property, value_name, m_integer_value));
         break;
     case mrMatPropDouble:
-        mrXMLUtils::append_child_text_element_double_base64(property, value_name, m_double_value);
+        mr_need(mrXMLUtils::append_child_text_element_double_base64(property, value_name, m_double_value));
         break;
     default:
         ut_report_assert_failure(__FILE__, __LINE__, "State");
     }
-    mrXMLUtils::append_child_text_element_int(property, client_data_name, m_client_data);
+    mr_need(mrXMLUtils::append_child_text_element_int(property, client_data_name, m_client_data));
+    parent.append_child(property);
 }
 
 int mrMatProp::xml_read(xmlElement const& element, mrFault* fault)
 {
     UT_CHECK_VALID(m_check);
-    mrElementReader const reader(element, fault);
+    return mr_guard(fault, 0, [&] { return read_fields(mrElementReader(element, fault)); });
+}
+
+int mrMatProp::read_fields(mrElementReader const& reader)
+{
     utString name;
     if (!reader.read_string(name_name, name) ||
         !reader.read_enum(type_name, mrTypes::parse_mrMatPropType,
                           "none of \"string\", \"integer\" and \"double\"", m_type))
         return 0;
-    if (!read_value(element))
+    if (!read_value(reader))
         return reader.fail(value_name, "not of the property's type");
-    m_name = name;
+    m_name = std::move(name);
     return 1;
 }
 
-int mrMatProp::read_value(xmlElement const& element)
+int mrMatProp::read_value(mrElementReader const& reader)
 {
     switch (m_type) {
     case mrMatPropString:
-        return mrXMLUtils::find_child_text_string(element, value_name, m_string_value);
+        return reader.read_string(value_name, m_string_value);
     case mrMatPropInteger:
-        return mrXMLUtils::find_child_text_integer(element, value_name, m_integer_value);
+        return mrXMLUtils::find_child_text_integer(reader.element(), value_name, m_integer_value);
     case mrMatPropDouble:
-        return mrXMLUtils::find_child_text_double(element, value_name, m_double_value);
+        return mrXMLUtils::find_child_text_double(reader.element(), value_name, m_double_value);
     }
     return 0;
 }
 
 xmlElement* mrXMLUtils::write_properties(xmlElement& element, mrMatPropcoSet const& properties)
 {
-    xmlElement& collection = xmlUtils::append_child_element(element, properties_name);
-    for (mrMatProp const& property : properties)
-        property.xml_write(collection);
-    return &collection;
+    return mr_write_collection(element, properties_name, [&](xmlElement& collection) {
+        for (mrMatProp const& property : properties)
+            property.xml_write(collection);
+    });
 }
 
 int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& properties, mrFault* fault)
@@ -140,7 +152,9 @@ int mrXMLUtils::read_properties(xmlElement const& element, mrMatPropcoSet& prope
         properties.add(property);
         return 1;
     };
-    if (mrElementReader(element, fault).read_members(properties_name, property_name, read))
+    if (mr_guard(fault, 0, [&] {
+            return mrElementReader(element, fault).read_members(properties_name, property_name, read);
+        }))
         return 1;
     properties.clear();
     return 0;

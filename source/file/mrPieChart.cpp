@@ -1,10 +1,13 @@
 #include "mrPieChart.h"
 
+#include "mrGuard.h"
+
 #include "dgkCurve3.h"
 #include "mlMath.h"
 #include "utAssert.h"
 #include "utNeverDestroyed.h"
 
+#include <memory>
 #include <vector>
 
 namespace {
@@ -147,19 +150,25 @@ giTriBlockcoDListPtrcoPtrcoDList const& mrPieChart::blocks(int n) const
     gsTriUtils::delete_and_clear(m_blocks);
     if (n <= 0)
         return m_blocks;
+    if (!mr_guard(0, [&] { return make_blocks(n); }))
+        gsTriUtils::delete_and_clear(m_blocks);
+    return m_blocks;
+}
 
+int mrPieChart::make_blocks(int n) const
+{
     int const segments_per_facet = m_segments / n;
     // The segments close the circle, even when they are fewer than asked for.
     int const made = segments_per_facet * n;
     giAngle const step(made != 0 ? 360.0 / made : 0.0, giAngleUnit::degrees);
     for (int facet = 0; facet < n; ++facet) {
-        auto* const block = new giTriBlock;
-        m_blocks.append(block);
+        auto block = std::make_unique<giTriBlock>();
         make_block(*block, facet, segments_per_facet, step);
-    }
-    for (giTriBlock* block : m_blocks)
         gsTriUtils::repage(*block, nullptr, nullptr);
-    return m_blocks;
+        m_blocks.append(block.get());
+        block.release();
+    }
+    return 1;
 }
 
 void mrPieChart::append_seg(dgkCurve3* profile, int points, giAngle const& step, int, int, int seg_index,

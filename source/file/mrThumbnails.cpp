@@ -4,6 +4,7 @@
 #include "mrFMFacet.h"
 #include "mrFMPlainMat.h"
 #include "mrFMTexture.h"
+#include "mrGuard.h"
 #include "mrPieChart.h"
 #include "mrRecolouredImageCache.h"
 
@@ -23,6 +24,13 @@ using ImageTable = utStringdgDuctImagecoTablePtrcoPtrcoTable;
 using BlockList = giTriBlockcoDListPtrcoPtrcoDList;
 
 constexpr char const* thumb_name = "thumb";
+
+/// Does what returns an image; null without enough memory.
+template <class Work>
+dgDuctImage* guard_image(Work const& work)
+{
+    return mr_guard(static_cast<dgDuctImage*>(nullptr), work);
+}
 
 /// Where the pictures of materials and of meshes differ.
 struct Settings
@@ -91,30 +99,58 @@ void tint_images(mrFMTexturecoDList const& layers, ImageTable& images)
             continue;
         dgDuctImage* const image = images.read(layer.image_name());
         UT_REQUIRE(image, "Invalid image");
-        images[layer.image_name()] =
+        dgDuctImage* const tinted =
             mrRecolouredImageCache::singleton().recoloured_image(image, layer.recolour());
+        images[layer.image_name()] = image ? &mr_need(tinted) : nullptr;
     }
 }
 
+/// The renderer while it is drawn with, also when it throws for want of memory.
+class Session
+{
+public:
+    Session(dgRenderer& renderer, bool restore)
+        : m_renderer(renderer), m_read_buffer(renderer.select_read_buffer()), m_restore(restore)
+    {
+        m_renderer.select_read_buffer(dgBackBuffer);
+        m_renderer.select_buffer(dgBackBuffer);
+    }
+    ~Session()
+    {
+        mr_guard(0, [&] {
+            if (m_reading)
+                m_renderer.end_read_image();
+            if (m_restore)
+                m_renderer.select_read_buffer(m_read_buffer);
+            return 1;
+        });
+    }
+    Session(Session const&) = delete;
+    Session& operator=(Session const&) = delete;
+
+    dgDuctImage* read(int width, int height)
+    {
+        m_renderer.begin_read_image();
+        m_reading = true;
+        return m_renderer.read_image(dgImageRGBA, thumb_name, 0, 0, width, height, dgSetAlphaEverywhere, 255);
+    }
+
+private:
+    dgRenderer& m_renderer;
+    int m_read_buffer;
+    bool m_restore;
+    bool m_reading = false;
+};
+
 dgDuctImage* draw_and_read(dgRenderer& renderer, dgView& view, mrThumbAtts const& atts, bool restore)
 {
-    int const read_buffer = renderer.select_read_buffer();
-    renderer.select_read_buffer(dgBackBuffer);
-    renderer.select_buffer(dgBackBuffer);
-
+    Session session(renderer, restore);
     view.erase(dgEraseColourAndDepth);
     view.render_network(nullptr);
-
-    renderer.begin_read_image();
     // Not among the arguments, whose order of evaluation compilers choose.
     int const width = atts.width();
     int const height = atts.height();
-    dgDuctImage* const image =
-        renderer.read_image(dgImageRGBA, thumb_name, 0, 0, width, height, dgSetAlphaEverywhere, 255);
-    renderer.end_read_image();
-    if (restore)
-        renderer.select_read_buffer(read_buffer);
-    return image;
+    return session.read(width, height);
 }
 
 dgDuctImage* draw(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure& structure,
@@ -174,12 +210,17 @@ mrThumbAtts const& mrThumbnails::atts() const
 dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
 {
     UT_CHECK_VALID(m_check);
+    return guard_image([&] { return draw_material(material); });
+}
+
+dgDuctImage* mrThumbnails::draw_material(mrFileMat const& material)
+{
     mrFMFacetcoDListPtrcoPtrcoDList const& facets = material.facets();
     ImageTable images = material.images();
     auto const structure = dg_hold(new dgClientStructure);
 
-    mrFMFacet const* const first = facets.size() == 1 ? *facets.begin() : nullptr;
-    if (first && first->textures().empty()) {
+    mrFMFacet const* const first = facets[0];
+    if (facets.size() == 1 && first && first->textures().empty()) {
         append_facet(*first, images, m_atts.plain_block(), *structure);
     } else {
         BlockList const& blocks = blocks_for(static_cast<int>(facets.size()));
@@ -198,73 +239,86 @@ dgDuctImage* mrThumbnails::from_material(mrFileMat const& material)
 dgDuctImage* mrThumbnails::from_material_file(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    mrFileMat material;
-    return material.read(path) == mrFileMatReadOK ? from_material(material) : nullptr;
+    return guard_image([&] {
+        mrFileMat material;
+        return material.read(path) == mrFileMatReadOK ? from_material(material) : nullptr;
+    });
 }
 
 dgDuctImage* mrThumbnails::from_meshes(BlockList const& meshes)
 {
     UT_CHECK_VALID(m_check);
-    auto const structure = dg_hold(new dgClientStructure);
-    append_surface(m_atts.surf_colour(), mesh_settings, *structure);
-    for (giTriBlock const* mesh : meshes)
-        append_block(mesh, *structure);
-    return draw(m_renderer.get(), m_atts, *structure, mesh_settings);
+    return guard_image([&] {
+        auto const structure = dg_hold(new dgClientStructure);
+        append_surface(m_atts.surf_colour(), mesh_settings, *structure);
+        for (giTriBlock const* mesh : meshes)
+            append_block(mesh, *structure);
+        return draw(m_renderer.get(), m_atts, *structure, mesh_settings);
+    });
 }
 
 dgDuctImage* mrThumbnails::from_mesh(giTriBlock const& mesh)
 {
     UT_CHECK_VALID(m_check);
-    BlockList meshes;
-    // Lists hold pointers to blocks that may be changed; this one is only looked at.
-    meshes.append(const_cast<giTriBlock*>(&mesh));
-    return from_meshes(meshes);
+    return guard_image([&] {
+        BlockList meshes;
+        // Lists hold pointers to blocks that may be changed; this one is only looked at.
+        meshes.append(const_cast<giTriBlock*>(&mesh));
+        return from_meshes(meshes);
+    });
 }
 
 dgDuctImage* mrThumbnails::from_dmt_file(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    ReadMeshes meshes;
-    return gx_read_dmt_file(path, meshes.list) ? from_meshes(meshes.list) : nullptr;
+    return guard_image([&] {
+        ReadMeshes meshes;
+        return gx_read_dmt_file(path, meshes.list) ? from_meshes(meshes.list) : nullptr;
+    });
 }
 
 dgDuctImage* mrThumbnails::from_image(dgDuctImage const& image)
 {
     UT_CHECK_VALID(m_check);
-    dgCounted<dgDuctImage> thumb(from_colour(m_atts.background_colour()));
-    int const width = thumb->width();
-    int const height = thumb->height();
+    return guard_image([&] {
+        dgCounted<dgDuctImage> thumb(&mr_need(from_colour(m_atts.background_colour())));
+        int const width = thumb->width();
+        int const height = thumb->height();
 
-    int x = 0;
-    int y = 0;
-    int drawn_width = 0;
-    int drawn_height = 0;
-    gsImageUtils::stretch_rectangle(image.width(), image.height(), width, height, x, y, drawn_width,
-                                    drawn_height);
-    gr_stretch_blt(*thumb, x, y, drawn_width, drawn_height, image, 0, 0, image.width(), image.height(),
-                   grStretchBltAverage);
-    return thumb.release();
+        int x = 0;
+        int y = 0;
+        int drawn_width = 0;
+        int drawn_height = 0;
+        gsImageUtils::stretch_rectangle(image.width(), image.height(), width, height, x, y, drawn_width,
+                                        drawn_height);
+        gr_stretch_blt(*thumb, x, y, drawn_width, drawn_height, image, 0, 0, image.width(), image.height(),
+                       grStretchBltAverage);
+        return thumb.release();
+    });
 }
 
 dgDuctImage* mrThumbnails::from_image_file(utString const& path)
 {
     UT_CHECK_VALID(m_check);
-    char const* const extension = gxImageFileUtils::get_extension(path.c_str(), '.');
-    gxImageFileFormat format{};
-    if (!extension || !gxImageFileUtils::file_format_from_extension(extension, format))
-        return nullptr;
-    dgCounted<dgDuctImage> const image(gxImageFileUtils::read_image_file(path, format));
-    return image ? from_image(*image) : nullptr;
+    return guard_image([&] {
+        char const* const extension = gxImageFileUtils::get_extension(path.c_str(), '.');
+        gxImageFileFormat format{};
+        bool const known = extension && gxImageFileUtils::file_format_from_extension(extension, format);
+        dgCounted<dgDuctImage> const image(known ? gxImageFileUtils::read_image_file(path, format) : nullptr);
+        return image ? from_image(*image) : nullptr;
+    });
 }
 
 dgDuctImage* mrThumbnails::from_colour(gsRGB const& colour)
 {
     UT_CHECK_VALID(m_check);
-    int const width = m_atts.width();
-    int const height = m_atts.height();
-    auto* const thumb = new dgDuctImage(thumb_name, width, height);
-    thumb->set_all(gsColour(colour));
-    return thumb;
+    return guard_image([&] {
+        int const width = m_atts.width();
+        int const height = m_atts.height();
+        auto* const thumb = new dgDuctImage(thumb_name, width, height);
+        thumb->set_all(gsColour(colour));
+        return thumb;
+    });
 }
 
 void mrThumbnails::apply_facet_to_block(mrFMFacet const& facet, ImageTable const& images,
@@ -279,5 +333,8 @@ BlockList const& mrThumbnails::blocks_for(int facets)
     giTriBlockcoDListPtrcoTablePrgcoPrg const& given = m_atts.tex_blocks().read(facets);
     if (given && given->size() == static_cast<std::size_t>(facets))
         return *given;
-    return m_atts.pie_chart().blocks(facets);
+    BlockList const& slices = m_atts.pie_chart().blocks(facets);
+    if (slices.size() != static_cast<std::size_t>(facets))
+        throw std::bad_alloc();
+    return slices;
 }

@@ -243,7 +243,10 @@ int mrImageCache::age()
 
 void mrImageCache::insert(int key, dgDuctImage* image, int age)
 {
+    // What fails for want of memory changes nothing: it comes before the eviction.
+    dgKeep const keep(image);
     std::unique_ptr<mrImageCacheItem> entry(make_cache_entry(image, age));
+    m_table.make_room();
     if (static_cast<int>(m_table.size()) >= m_max_cache_size)
         shrink_by(m_shrinkage);
     mrImageCacheItem*& place = m_table[key];

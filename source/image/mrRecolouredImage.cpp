@@ -72,6 +72,14 @@ void tint(dgDuctImage& image, giColour const& colour)
     }
 }
 
+dgCounted<dgDuctImage> make_tinted(dgDuctImage const& image, giColour const& colour)
+{
+    auto tinted = dg_hold(new dgDuctImage(utCopyDeep, image));
+    tinted->new_name(image.name());
+    tint(*tinted, colour);
+    return tinted;
+}
+
 std::unique_ptr<giColour> copy_without_fourth_byte(giColour const* colour)
 {
     return colour ? std::make_unique<giColour>(colour->red(), colour->green(), colour->blue(), 0) : nullptr;
@@ -85,11 +93,14 @@ mrRecolouredImage::mrRecolouredImage()
 }
 
 mrRecolouredImage::mrRecolouredImage(dgDuctImage* image, giColour const& colour)
-    : m_image(dg_hold(image)), m_colour(std::make_unique<giColour>(colour))
+    : m_colour(std::make_unique<giColour>(colour))
 {
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(image, "Args");
-    create_resultant();
+    if (image)
+        m_resultant = make_tinted(*image, colour);
+    // Last: without memory for the resultant, letting go of an image without other references would delete it.
+    m_image = dg_hold(image);
 }
 
 mrRecolouredImage::mrRecolouredImage(mrRecolouredImage const& other)
@@ -168,9 +179,7 @@ void mrRecolouredImage::create_resultant()
     UT_REQUIRE(!m_resultant, "State");
     if (!m_image || !m_colour)
         return;
-    auto resultant = dg_hold(new dgDuctImage(utCopyDeep, *m_image));
-    resultant->new_name(m_image->name());
-    tint(*resultant, *m_colour);
+    auto resultant = make_tinted(*m_image, *m_colour);
     m_resultant.release();
     m_resultant = std::move(resultant);
 }

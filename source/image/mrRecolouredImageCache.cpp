@@ -1,5 +1,6 @@
 #include "mrRecolouredImageCache.h"
 
+#include "mrGuard.h"
 #include "mrRecolouredImage.h"
 
 #include "coHash.h"
@@ -68,22 +69,25 @@ dgDuctImage* mrRecolouredImageCache::recoloured_image(dgDuctImage* image, giColo
     UT_CHECK_VALID(m_check);
     UT_REQUIRE(image, "Args");
 
-    Kind const kind{image ? image->width() : 0, image ? image->height() : 0, colour};
-    std::vector<Entry>& row = m_entries->rows[kind];
-    // Of several matches the youngest counts. Images can have come to match after they were entered, when their
-    // pixels were changed.
-    auto const matches = [&](Entry const& entry) {
-        return image && entry.original && image->same_as(*entry.original);
-    };
-    auto const found = std::find_if(row.rbegin(), row.rend(), matches);
-    if (found != row.rend())
-        return found->resultant;
+    return mr_guard(static_cast<dgDuctImage*>(nullptr), [&] {
+        Kind const kind{image ? image->width() : 0, image ? image->height() : 0, colour};
+        std::vector<Entry>& row = m_entries->rows[kind];
+        // Of several matches the youngest counts. Images can have come to match after they were entered, when their
+        // pixels were changed.
+        auto const matches = [&](Entry const& entry) {
+            return image && entry.original && image->same_as(*entry.original);
+        };
+        auto const found = std::find_if(row.rbegin(), row.rend(), matches);
+        if (found != row.rend())
+            return found->resultant;
 
-    auto entry = std::make_unique<mrRecolouredImage>(image, colour);
-    dgDuctImage* const resultant = entry->resultant_image();
-    row.push_back({image, resultant});
-    entry.release(); // stays for the process's life
-    return resultant;
+        dgKeep const keep(image); // where there is no memory for the entry
+        auto entry = std::make_unique<mrRecolouredImage>(image, colour);
+        dgDuctImage* const resultant = entry->resultant_image();
+        row.push_back({image, resultant});
+        entry.release(); // stays for the process's life
+        return resultant;
+    });
 }
 
 int mrRecolouredImageCache::clear()

@@ -1,8 +1,26 @@
 #include "mrElementReader.h"
 
+utString const* mrElementReader::find_text(xmlElement const& element, utString const& name)
+{
+    xmlNodeList const& children = element.child_nodes();
+    for (std::size_t i = 0; i < children.length(); ++i) {
+        xmlNode const& child = children.item(i);
+        if (child.node_type() != xmlElementNode || !(child.node_name() == name))
+            continue;
+        if (xmlNode const* const content = child.first_child())
+            return content->node_value().invalid() ? nullptr : &content->node_value();
+    }
+    return nullptr;
+}
+
 int mrElementReader::read_string(utString const& name, utString& out) const
 {
-    return mrXMLUtils::find_child_text_string(m_element, name, out) || fail(name, "empty");
+    utString const* const text = find_text(m_element, name);
+    if (text)
+        out = *text;
+    else
+        out.set_invalid();
+    return text || fail(name, "empty");
 }
 
 int mrElementReader::read_integer(utString const& name, int& out) const

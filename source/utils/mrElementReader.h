@@ -8,13 +8,20 @@
 #include "xmlUtils.h"
 
 /// Reads the children of one element. Each function returns 1, or 0 with a fault that names the child and the element's
-/// line.
+/// line; each may throw std::bad_alloc.
 class mrElementReader
 {
 public:
     /// @param fault  receives the first fault unless null; borrowed
     mrElementReader(xmlElement const& element, mrFault* fault) : m_element(element), m_fault(fault) {}
 
+    xmlElement const& element() const { return m_element; }
+
+    /// Finds the text of the first child of the name that has a child node.
+    /// @return borrowed; null when no such child is there, or its first node is no text
+    static utString const* find_text(xmlElement const& element, utString const& name);
+
+    /// @param out  the text, or invalid
     int read_string(utString const& name, utString& out) const;
     int read_integer(utString const& name, int& out) const;
     int read_flag(utString const& name, int& out) const;

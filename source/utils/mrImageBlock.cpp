@@ -50,14 +50,21 @@ void remark(mrFaultcoDList* remarks, std::string const& words, std::int64_t byte
 mrImageBlock::mrImageBlock(std::FILE* file, std::int64_t start, mrReadLimits const& limits) : m_file(file)
 {
     std::int64_t const bytes = start < 0 ? -1 : count_bytes_from(file, start);
-    if (bytes < 0)
+    if (bytes < 0) {
         fail("the images cannot be read");
-    else
-        m_budget = bound_limit(limits.pixels) +
-                   std::min(bytes, most_counted_bytes) * bound_limit(limits.pixels_per_byte);
+        return;
+    }
+    m_texts_left = bytes + max_inflated_texts;
+    m_pixels_left = bound_limit(limits.pixels) +
+                    std::min(bytes, most_counted_bytes) * bound_limit(limits.pixels_per_byte);
 }
 
 int mrImageBlock::read_next(mrBlockImage& image)
+{
+    return mr_guard(m_fault, 0, [&] { return read_image(image); });
+}
+
+int mrImageBlock::read_image(mrBlockImage& image)
 {
     char probe[fewest_bytes];
     if (!m_fault.reason.invalid())
@@ -73,39 +80,52 @@ int mrImageBlock::read_next(mrBlockImage& image)
     utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
     utString reason;
     image.image = dg_hold(gxPNGReaderDuctImage::read_file(
-        m_file, texts, std::min(m_budget, gxPNGReaderDuctImage::max_pixels), &reason));
+        m_file, texts, std::min(m_pixels_left, gxPNGReaderDuctImage::max_pixels), &reason));
     if (!image.image) {
-        m_fault = {.reason = reason, .part = utString(ut_concat("image ", m_number)), .byte = image.byte};
+        refuse(reason, image.byte);
         return 0;
     }
     image.width = image.image->width();
     image.height = image.image->height();
-    m_budget -= std::int64_t{image.width} * image.height;
+    m_pixels_left -= std::int64_t{image.width} * image.height;
     image.title = texts.read(title_key);
     image.name = texts.read(name_key);
+    m_texts_left -= static_cast<std::int64_t>(image.title.length() + image.name.length());
+    if (m_texts_left < 0) {
+        refuse("the titles and names of the images have more bytes than are allowed", image.byte);
+        return 0;
+    }
     if (!image.name.empty())
         image.image->new_name(image.name.c_str());
     return 1;
 }
 
+void mrImageBlock::refuse(utString const& reason, std::int64_t byte)
+{
+    m_fault = {.reason = reason, .part = utString(ut_concat("image ", m_number)), .byte = byte};
+}
+
 int mrImageBlock::read_titled(std::function<bool(mrBlockImage&)> const& store, mrFaultcoDList* remarks)
 {
-    for (mrBlockImage image; read_next(image);) {
-        utString const title = image.title; // store may move the image away
-        if (title.empty())
-            remark(remarks, ut_concat("image ", m_number, " has no title and is left out"), image.byte);
-        else if (store(image))
+    return mr_guard(m_fault, 0, [&] {
+        for (mrBlockImage image; read_next(image);) {
+            utString const title = image.title; // store may move the image away
+            if (title.empty())
+                remark(remarks, ut_concat("image ", m_number, " has no title and is left out"), image.byte);
+            else if (store(image))
+                remark(remarks,
+                       ut_concat("image ", m_number, " takes the place of an earlier one with the title ",
+                                 ut_quote(title.view())),
+                       image.byte);
+        }
+        if (!m_fault.reason.invalid())
+            return 0;
+        if (m_rest > 0)
             remark(remarks,
-                   ut_concat("image ", m_number, " takes the place of an earlier one with the title ",
-                             ut_quote(title.view())),
-                   image.byte);
-    }
-    if (!m_fault.reason.invalid())
-        return 0;
-    if (m_rest > 0)
-        remark(remarks, ut_concat("the last ", m_rest, " bytes of the file are no image and are left out"),
-               std::ftell(m_file));
-    return 1;
+                   ut_concat("the last ", m_rest, " bytes of the file are no image and are left out"),
+                   std::ftell(m_file));
+        return 1;
+    });
 }
 
 int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
@@ -116,14 +136,15 @@ int mrImageBlock::read_into(Images& images, mrFaultcoDList* remarks)
         place = read.image.release();
         return replaced != nullptr;
     };
-    return mr_guard(m_fault, 0, [&] { return read_titled(store, remarks); });
+    return read_titled(store, remarks);
 }
 
 bool mrImageBlock::at_image()
 {
     char bytes[fewest_bytes];
-    return m_fault.reason.invalid() &&
-           std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
+    return m_fault.reason.invalid() && mr_guard(m_fault, false, [&] {
+               return std::string_view(bytes, peek(bytes)).starts_with(gxPNGReaderDuctImage::signature);
+           });
 }
 
 /// Reads bytes and steps back over them.
@@ -159,17 +180,20 @@ int mrImageBlock::check_titles(Images const& images, mrFault& fault)
 
 int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
-    for (auto const& [key, image] : images) {
-        fault = {.reason = "there is no image", .part = utString(ut_concat("image ", ut_quote(key.view())))};
-        if (!image)
-            return 0;
-        utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
-        texts[title_key] = xmlUtils::carried(key);
-        texts[name_key] = xmlUtils::carried(image->name());
-        fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
-        if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
-            return 0;
-    }
-    fault = {};
-    return 1;
+    return mr_guard(fault, 0, [&] {
+        for (auto const& [key, image] : images) {
+            fault = {.reason = "there is no image",
+                     .part = utString(ut_concat("image ", ut_quote(key.view())))};
+            if (!image)
+                return 0;
+            utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
+            texts[title_key] = xmlUtils::carried(key);
+            texts[name_key] = xmlUtils::carried(image->name());
+            fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
+            if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
+                return 0;
+        }
+        fault = {};
+        return 1;
+    });
 }

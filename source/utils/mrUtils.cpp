@@ -346,11 +346,14 @@ int mrUtils::read_images(mrSource const& source, std::int64_t start, Images& ima
 
 unsigned int mrUtils::file_hash(utString const& path)
 {
-    UT_REQUIRE(ntFileOps::exists(path), "argument out of range | Args");
-    ntFileDate const date = ntFileOps::file_modified_date(path.c_str());
+    bool const there = ntFileOps::exists(path) != 0;
+    UT_REQUIRE(there, "argument out of range | Args");
+    // Not asked for what is not there: up to a NUL the path may be another file's.
+    ntFileDate const date = there ? ntFileOps::file_modified_date(path.c_str()) : ntFileDate();
+    int const size = there ? ntFileOps::file_size(path.c_str()) : 0;
     int const sum_of_date =
         date.year() + date.month() + date.day() + date.hour() + date.minute() + date.seconds();
-    return join_parts(sum_characters(path), sum_of_date, ntFileOps::file_size(path.c_str()));
+    return join_parts(sum_characters(path), sum_of_date, size);
 }
 
 unsigned int mrUtils::symbol_defn_hash(int first, int second, utString text)
@@ -412,15 +415,17 @@ mrPaletteFileError mrUtils::read_pcp(mrSource const& source, mrColourPalette& pa
 
 std::ostream& mrUtils::write_pcp(mrColourPalette const& palette, std::ostream& out)
 {
-    for (int index = 0; index < palette.size(); ++index) {
-        utString name;
-        giColour const& colour = palette.colour(index, name);
-        utString line = "rgb8";
-        for (unsigned char const channel : {colour.red(), colour.green(), colour.blue()})
-            (line += ' ').append_integer(channel);
-        if (!name.invalid())
-            (line += ' ') += name;
-        out.write(line.c_str(), static_cast<std::streamsize>(line.length())) << std::endl;
-    }
+    mr_guard_stream(out, [&] {
+        for (int index = 0; index < palette.size(); ++index) {
+            utString name;
+            giColour const& colour = palette.colour(index, name);
+            utString line = "rgb8";
+            for (unsigned char const channel : {colour.red(), colour.green(), colour.blue()})
+                (line += ' ').append_integer(channel);
+            if (!name.invalid())
+                (line += ' ') += name;
+            out.write(line.c_str(), static_cast<std::streamsize>(line.length())) << std::endl;
+        }
+    });
     return out;
 }

@@ -1,6 +1,7 @@
 #include "mrXMLUtils.h"
 
-#include "mrFault.h"
+#include "mrElementReader.h"
+#include "mrGuard.h"
 
 #include "giColour.h"
 #include "gsBase64.h"
@@ -19,19 +20,27 @@ constexpr std::string_view base64_mark = "64b";
 utString const rgb8_name = "rgb8";
 utString const channel_names[] = {"red", "green", "blue"};
 
-/// Finds the text of the first child of the name that has a child node.
-/// @return null when no such child is there, or its first node is no text
-utString const* find_text(xmlElement const& element, utString const& name)
+/// Finds the child of the name; null when there is none, or more than one.
+xmlElement const* find_only_child(xmlElement const& element, utString const& name)
 {
     xmlNodeList const& children = element.child_nodes();
+    xmlElement const* found = nullptr;
     for (std::size_t i = 0; i < children.length(); ++i) {
-        xmlNode const& child = children.item(i);
-        if (child.node_type() != xmlElementNode || !(child.node_name() == name))
+        xmlElement const* const child = children.item(i).element();
+        if (!child || !(child->node_name() == name))
             continue;
-        if (xmlNode const* const content = child.first_child())
-            return content->node_value().invalid() ? nullptr : &content->node_value();
+        if (found)
+            return nullptr;
+        found = child;
     }
-    return nullptr;
+    return found;
+}
+
+/// Does what returns a new element; null without enough memory.
+template <class Work>
+xmlElement* guard_element(Work const& work)
+{
+    return mr_guard(static_cast<xmlElement*>(nullptr), work);
 }
 
 /// Explains why the stream ended before the document.
@@ -58,16 +67,17 @@ void explain_missing(std::istream const& in, utString const& opening, std::int64
 int mrXMLUtils::find_child_text_string(xmlElement const& element, utString const& name, utString& out)
 {
     out.set_invalid();
-    utString const* const text = find_text(element, name);
-    if (!text)
-        return 0;
-    out = *text;
-    return 1;
+    return mr_guard(0, [&] {
+        utString const* const text = mrElementReader::find_text(element, name);
+        if (text)
+            out = *text;
+        return text ? 1 : 0;
+    });
 }
 
 int mrXMLUtils::find_child_text_integer(xmlElement const& element, utString const& name, int& out)
 {
-    utString const* const text = find_text(element, name);
+    utString const* const text = mrElementReader::find_text(element, name);
     return text ? text->parse(out) : 0;
 }
 
@@ -79,12 +89,14 @@ int mrXMLUtils::find_child_text_integer_range(xmlElement const& element, utStrin
 
 int mrXMLUtils::find_child_text_double(xmlElement const& element, utString const& name, double& out)
 {
-    utString const* const text = find_text(element, name);
-    if (!text)
-        return 0;
-    if (!text->view().starts_with(base64_mark))
-        return text->parse(out);
-    return gsBase64::decode(utString(text->view().substr(base64_mark.size())), out);
+    return mr_guard(0, [&] {
+        utString const* const text = mrElementReader::find_text(element, name);
+        if (!text)
+            return 0;
+        if (!text->view().starts_with(base64_mark))
+            return text->parse(out);
+        return gsBase64::decode(utString(text->view().substr(base64_mark.size())), out);
+    });
 }
 
 int mrXMLUtils::find_child_text_double_range(xmlElement const& element, utString const& name, double low,
@@ -96,25 +108,25 @@ int mrXMLUtils::find_child_text_double_range(xmlElement const& element, utString
 int mrXMLUtils::find_child_text_enum(xmlElement const& element, utString const& name,
                                      int (*parser)(utString const&, int&), int& out)
 {
-    utString const* const text = find_text(element, name);
+    utString const* const text = mrElementReader::find_text(element, name);
     return text && parser(*text, out) ? 1 : 0;
 }
 
 int mrXMLUtils::find_named_colour(xmlElement const& element, utString const& name, giColour& out)
 {
-    auto const named = xmlUtils::find_child_elements_by_name(element, name);
-    return named.size() == 1 ? find_colour(*named.front(), out) : 0;
+    xmlElement const* const named = find_only_child(element, name);
+    return named ? find_colour(*named, out) : 0;
 }
 
 int mrXMLUtils::find_colour(xmlElement const& element, giColour& out)
 {
-    auto const colours = xmlUtils::find_child_elements_by_name(element, rgb8_name);
-    if (colours.size() != 1)
+    xmlElement const* const colour = find_only_child(element, rgb8_name);
+    if (!colour)
         return 0;
     unsigned char channels[3];
     for (int i = 0; i < 3; ++i) {
         int value = 0;
-        if (!find_child_text_integer_range(*colours.front(), channel_names[i], 0, 255, value))
+        if (!find_child_text_integer_range(*colour, channel_names[i], 0, 255, value))
             return 0;
         channels[i] = static_cast<unsigned char>(value);
     }
@@ -124,26 +136,33 @@ int mrXMLUtils::find_colour(xmlElement const& element, giColour& out)
 
 xmlElement* mrXMLUtils::append_child_text_element_int(xmlElement& element, utString const& name, int value)
 {
-    utString text;
-    text.append_integer(value);
-    return &xmlUtils::append_child_text_element(element, name, text);
+    return guard_element([&] {
+        utString text;
+        text.append_integer(value);
+        return &xmlUtils::append_child_text_element(element, name, text);
+    });
 }
 
 xmlElement* mrXMLUtils::append_child_text_element_double_base64(xmlElement& element, utString const& name,
                                                                 double value)
 {
-    utString text(base64_mark);
-    text += gsBase64::encode(value);
-    return &xmlUtils::append_child_text_element(element, name, text);
+    return guard_element([&] {
+        utString text(base64_mark);
+        text += gsBase64::encode(value);
+        return &xmlUtils::append_child_text_element(element, name, text);
+    });
 }
 
 xmlElement* mrXMLUtils::append_child_colour_element(xmlElement& element, giColour const& colour)
 {
-    xmlElement& rgb8 = xmlUtils::append_child_element(element, rgb8_name);
-    append_child_text_element_int(rgb8, channel_names[0], colour.red());
-    append_child_text_element_int(rgb8, channel_names[1], colour.green());
-    append_child_text_element_int(rgb8, channel_names[2], colour.blue());
-    return &rgb8;
+    return guard_element([&] {
+        xmlElement& rgb8 = element.owner_document().create_element(rgb8_name);
+        mr_need(append_child_text_element_int(rgb8, channel_names[0], colour.red()));
+        mr_need(append_child_text_element_int(rgb8, channel_names[1], colour.green()));
+        mr_need(append_child_text_element_int(rgb8, channel_names[2], colour.blue()));
+        element.append_child(rgb8);
+        return &rgb8;
+    });
 }
 
 int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
@@ -155,6 +174,12 @@ int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out)
 
 int mrXMLUtils::read_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
                          mrFault& fault)
+{
+    return mr_guard(fault, 0, [&] { return gather_doc(in, root, out, first_line, fault); });
+}
+
+int mrXMLUtils::gather_doc(std::istream& in, utString const& root, utString& out, std::int64_t& first_line,
+                           mrFault& fault)
 {
     utString const opening(ut_concat("<", root, ">"));
     utString const closing(ut_concat("</", root, ">"));

@@ -17,6 +17,21 @@ std::vector<giTriBlock*> all(giTriBlockcoDListPtrcoPtrcoDList const& blocks)
     return {blocks.begin(), blocks.end()};
 }
 
+/// A line over the parameters 1 to 4 that writes down where it is asked for a point.
+struct AskedLine final : dgkCurve3
+{
+    double start_parameter() const override { return 1.0; }
+    double end_parameter() const override { return 4.0; }
+    giPoint3 point(dgkT const& at) const override
+    {
+        asked.emplace_back(at.t, at.delta);
+        return {at.t, 0.0, 0.0};
+    }
+    giVector3 derivative(dgkT const&, int) const override { return {1.0, 0.0, 0.0}; }
+
+    mutable std::vector<std::pair<double, dgkParamDelta>> asked;
+};
+
 } // namespace
 
 TEST(mrPieChart, SlicesOfTheDefaultDomeFollowItsProfileRoundTheCircle)
@@ -68,4 +83,14 @@ TEST(mrPieChart, MakesFewerSegmentsThanFacetsOrNone)
     giTriBlock const& block = *all(one_point.blocks(1)).front();
     EXPECT_EQ(block.nodes().size(), 2u);
     EXPECT_TRUE(std::isfinite((*block.tus())[0].x));
+}
+
+TEST(mrPieChart, SamplesAProfileFromParameter0OnWithinItsRange)
+{
+    AskedLine two, four;
+    mrPieChart(&two, 1, 2).blocks(1);
+    EXPECT_THAT(two.asked, ElementsAre(std::pair(1.0, dgkParamDelta(0)), std::pair(3.0, dgkParamDelta(0))));
+    mrPieChart(&four, 1, 4).blocks(1);
+    EXPECT_THAT(four.asked, ElementsAre(std::pair(1.0, dgkParamDelta(1)), std::pair(1.0, dgkParamDelta(1)),
+                                        std::pair(2.0, dgkParamDelta(1)), std::pair(3.0, dgkParamDelta(1))));
 }

@@ -69,8 +69,17 @@ TEST(mrThumbAtts, ReportsAndStoresAllTheSame)
 
     mrThumbAtts atts;
     EXPECT_EQ(atts.background_colour(), gsRGB());
-    atts.geom_view_up_vector(giVector3());
-    EXPECT_THAT(reports(), ElementsAre(args, state));
+    atts.height(-2);
+    atts.surface_colour(gsRGB(7, 8, 9));
+    atts.geom_view_normal_vector(giVector3());
+    atts.geom_view_up_vector({0, 3, 0});
+    EXPECT_THAT(reports(), ElementsAre(args, state, state, args, state, state));
+    atts.width(5); // from here on it is valid
+    EXPECT_THAT(reports(), ElementsAre(state));
+    EXPECT_EQ(atts.width() * atts.height(), -10);
+    EXPECT_EQ(atts.surf_colour(), gsRGB(7, 8, 9));
+    EXPECT_TRUE(atts.geom_view_normal_vector().invalid());
+    EXPECT_EQ(atts.geom_view_up_vector().y, 3.0);
 }
 
 TEST(mrThumbAtts, ComparesAllButThePieChart)
@@ -83,6 +92,9 @@ TEST(mrThumbAtts, ComparesAllButThePieChart)
           Atts{.normal = {1, 0.00035, 0}}, Atts{.up = {1, 0, 0}}, Atts{.plain_block = &block_a}})
         EXPECT_TRUE(usual != different);
     EXPECT_TRUE(mrThumbAtts() != usual);
+    mrThumbAtts const without_up = Atts{.up = giVector3()};
+    EXPECT_THAT(reports(), ElementsAre(args));
+    EXPECT_TRUE(without_up != without_up);
 
     // As the last pair of lists is.
     Filled const ab{&block_a, &block_b}, bb{&block_b, &block_b}, ba{&block_b, &block_a};

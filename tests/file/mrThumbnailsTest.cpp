@@ -127,6 +127,7 @@ protected:
         mrFileMat const material(mrMatPropcoSet(mrInitialSize, mrFillLimit),
                                  list_of<mrFMFacetcoDListPtrcoPtrcoDList>(facets), images);
         take(on(renderer).from_material(material));
+        EXPECT_EQ(material.images().read("wood"), image); // whatever was tinted
         return renderer->drawn;
     }
 
@@ -190,7 +191,8 @@ TEST_F(mrThumbnailsTest, DrawsTheRestWithoutAnImageCoordinatesOrFacets)
 {
     EXPECT_TRUE(draw({}).empty());
     EXPECT_THAT(reports(),
-                ElementsAre("platform/co/coTable.cpp: argument out of range | CO_TABLE::read | null key",
+                ElementsAre("platform/co/coDList.cpp: argument out of range | CO_DLIST::index",
+                            "platform/co/coTable.cpp: argument out of range | CO_TABLE::read | null key",
                             "source/file/mrPieChart.cpp: Args"));
     EXPECT_EQ(draw({new_facet(red, {layer("lost", &blue)})}).size(), 1u);
     std::vector<std::string> const made = reports();

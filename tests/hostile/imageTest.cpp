@@ -64,4 +64,13 @@ TEST_F(HostileImage, Blocks)
     // The block may have 2^28 pixels, and 64 more for each byte of it, which is not enough for two.
     expect("32 images of 16,384 x 16,384 in one block of a megabyte", block, read_block,
            "1 images, then none", large_pixels);
+
+    block.clear();
+    std::string const small = RawPNG{.rows = "\0\0"s}.bytes();
+    for (int i = 0; i < 40; ++i)
+        block += small.substr(0, 33) +
+                 chunk("zTXt", "Title\0\0"s + deflated(std::to_string(i) + std::string(1'000'000, 'x'))) +
+                 small.substr(33);
+    expect("40 images with titles that inflate to a megabyte each", block, read_block,
+           "2 images, then none");
 }

@@ -20,6 +20,10 @@ std::string const present = source + "argument out of range | Hash value already
 std::string const invalid_data = source + "Invalid data";
 std::string const null_key = "platform/co/coTable.cpp: argument out of range | CO_TABLE::member | null key";
 
+// Where it is summer in January: ages count standard time all the same. Before any test, for the library looks at the
+// zone once.
+[[maybe_unused]] int const zone = setenv("TZ", "WEST5EAST,M10.1.0,M4.1.0", 1);
+
 /// Midnight at the start of 2009 five hours west of Greenwich.
 constexpr std::time_t start = 1230768000 + 5 * 3600;
 
@@ -34,12 +38,7 @@ struct Cache : mrImageCache
 class mrImageCacheTest : public testing::Test
 {
 protected:
-    mrImageCacheTest()
-    {
-        // Where it is summer in January: ages count standard time all the same.
-        setenv("TZ", "WEST5EAST,M10.1.0,M4.1.0", 1);
-        utClock::set(start + 1);
-    }
+    mrImageCacheTest() { utClock::set(start + 1); }
     ~mrImageCacheTest() override { utClock::unset(); }
 
     /// An image whose first byte is the number, with a reference that the test holds.

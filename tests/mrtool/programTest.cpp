@@ -34,6 +34,12 @@ TEST(mrtool, refuses_wrong_usage)
     }
 }
 
+TEST(mrtool, tells_its_version_and_what_contains_its_readers)
+{
+    EXPECT_THAT(run_mrtool("--version").output,
+                testing::MatchesRegex("mrtool [0-9.]+\ncontained by: no new privileges, limits.*\n"));
+}
+
 // The parser of the command line has uses of its own for these.
 TEST(mrtool, takes_names_of_any_form)
 {

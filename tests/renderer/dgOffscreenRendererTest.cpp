@@ -37,18 +37,25 @@ TEST_F(dgOffscreenRendererTest, KeepsToTheViewPort)
     projection.scale = 1000;
     dgDrawState state;
     state.reflection_model = dgReflectionNone;
-    auto const drawn = [&](giPoint3 const& centre) {
+    auto const drawn = [&](giPoint3 const& centre, int width = 40, int height = 30) {
         projection.centre = centre;
-        renderer->erase(projection.view_port, gsColour(0, 0, 1), dgEraseColourAndDepth);
+        renderer->erase(giBox2({0, 0}, {double(width), double(height)}), gsColour(0, 0, 1),
+                        dgEraseColourAndDepth);
         renderer->draw(projection, state, block_of({}));
-        return read(0, 0, 40, 30);
+        return read(0, 0, width, height);
     };
     // The square's lower left corner comes to (15, 5), outside the viewport.
     Image const over = drawn({0.015, 0.015, 0});
     EXPECT_EQ(pixel(*over, 20, 19), white);
-    // A pixel off: a software renderer was seen to draw half of those along the edge.
-    EXPECT_EQ(pixel(*over, 18, 19), background);
-    EXPECT_EQ(pixel(*over, 20, 21), background);
+    // Of those along the edge a software renderer was seen to draw half.
+    EXPECT_EQ(pixel(*over, 19, 19), background);
+    EXPECT_EQ(pixel(*over, 20, 20), background);
+
+    // Also in a frame that reaches further: beyond (40, 30) it stays as it was erased.
+    Image const beyond = drawn({0.01, 0.01, 0}, 50, 40);
+    EXPECT_EQ(pixel(*beyond, 39, 10), white);
+    EXPECT_EQ(pixel(*beyond, 40, 10), background);
+    EXPECT_EQ(pixel(*beyond, 39, 9), background);
 
     Image const within = drawn({0, 0, 0});
     EXPECT_EQ(pixel(*within, 30, 9), white);

@@ -1,6 +1,9 @@
 #include "scReader.h"
 
+#include "scMaterialMaker.h"
 #include "wired.h"
+
+#include "mrFMPlainMat.h"
 
 #include "giTriBlock.h"
 
@@ -78,6 +81,38 @@ TEST(scReader, reads_the_same_here_and_in_a_child)
     EXPECT_GT(wired_scene(here, sample("meshes/gear.stl")).size(), 1000u);
 }
 
+/// The child may open the scene's folder alone, and what the scene names.
+TEST(scReader, reads_the_same_in_a_child_of_files_outside_the_scenes_folder)
+{
+    TestFolder const folder;
+    namespace fs = std::filesystem;
+    fs::create_directory(folder.path("scene"));
+    fs::create_directory(folder.path("links"));
+    char const surface[] = "v 0 0 0\nv 1 0 0\nv 0 1 0\nusemtl a\nf 1 2 3\n";
+    write_bytes(folder.path("outside.mtl"), "newmtl a\nKd 1 0 0\n");
+    write_bytes(folder.path("scene/a.obj"), std::string("mtllib gone.mtl \\\n../outside.mtl\n") + surface);
+    write_bytes(folder.path("scene/b.obj"), std::string("mtllib ") + folder.path("outside.mtl\n") + surface);
+    write_bytes(folder.path("scene/c.obj"), std::string("mtllib gone.mtl\n") + surface);
+    fs::create_symlink(folder.path("outside.mtl"), folder.path("scene/c.mtl"));
+    fs::create_symlink(folder.path("scene/b.obj"), folder.path("links/b.obj"));
+    write_bytes(folder.path("outside.bin"), std::string(36, '\1') + std::string("\0\1\2", 3));
+    write_bytes(folder.path("scene/d.gltf"),
+                R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}],
+        "nodes": [{"mesh": 0}], "materials": [{"name": "a", "pbrMetallicRoughness": {"baseColorTexture": {"index": 0}}}],
+        "textures": [{"source": 0}], "images": [{"bufferView": 1, "mimeType": "image/png"}],
+        "meshes": [{"primitives": [{"attributes": {"POSITION": 0}, "indices": 1, "material": 0}]}],
+        "buffers": [{"byteLength": 39, "uri" : "..\/outside.bin"}],
+        "bufferViews": [{"buffer": 0, "byteLength": 36}, {"buffer": 0, "byteOffset": 36, "byteLength": 3}],
+        "accessors": [{"bufferView": 0, "componentType": 5126, "count": 3, "type": "VEC3"},
+                      {"bufferView": 1, "componentType": 5121, "count": 3, "type": "SCALAR"}]})");
+    for (char const* scene : {"scene/a.obj", "scene/b.obj", "scene/c.obj", "links/b.obj", "scene/d.gltf"}) {
+        std::string const read = wired_scene(in_child, folder.path(scene));
+        EXPECT_EQ(read, wired_scene(here, folder.path(scene))) << scene;
+        EXPECT_EQ(read.find("cannot be opened"), read.npos) << scene;
+        EXPECT_NE(read.find("is taken from outside"), read.npos) << scene;
+    }
+}
+
 TEST(scReader, reads_the_same_images_here_and_in_a_child)
 {
     std::string ours, theirs;
@@ -145,6 +180,14 @@ TEST(scReader, believes_no_child)
     EXPECT_TRUE(waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD);
 }
 
+TEST(scReader, tells_what_contains_a_child)
+{
+    std::vector<std::string> const words = in_child.containment();
+    ASSERT_GE(words.size(), 2u);
+    EXPECT_THAT(words, testing::IsSupersetOf({"no new privileges", "limits"}));
+    EXPECT_TRUE(helped_by("/bin/false").containment().empty());
+}
+
 TEST(scReader, says_that_its_helper_does_not_start)
 {
     TestFolder const folder;
@@ -156,6 +199,46 @@ TEST(scReader, says_that_its_helper_does_not_start)
     EXPECT_EQ(reason_of(helped_by(helper)), subject + "Permission denied");
     std::filesystem::permissions(helper, std::filesystem::perms::owner_all);
     EXPECT_EQ(reason_of(helped_by(helper)), subject + "Exec format error");
+}
+
+TEST(scReader, takes_what_lets_more_light_through_in_glTF)
+{
+    struct
+    {
+        char const* alpha;
+        char const* transmission;
+        double transparency;
+        char const* note;
+    } const cases[] = {
+        {"OPAQUE", "0.9", 0.9, "its opacity of 0.25 counts for nothing, as its alphaMode is OPAQUE"},
+        {"BLEND", "0.9", 0.9, nullptr},
+        {"BLEND", "0.5", 0.75,
+         "not carried over, a material file has no place for it: the transmission of 0.5, since alpha makes "
+         "it more "
+         "transparent"},
+        {"MASK", "0", 1.0,
+         "not carried over, a material file has no place for it: the cutting away of what is less opaque "
+         "than 0.5 "
+         "(alphaMode MASK)"},
+    };
+    for (auto const& each : cases) {
+        TestFolder const folder;
+        write_bytes(folder.path("a.gltf"),
+                    ut_concat(R"({"asset":{"version":"2.0"},"materials":[{"alphaMode":")", each.alpha,
+                              R"(","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.25]},)",
+                              R"("extensions":{"KHR_materials_transmission":{"transmissionFactor":)",
+                              each.transmission, "}}}]}"));
+        scScene scene;
+        std::string reason;
+        ASSERT_TRUE(in_child.read_materials(folder.path("a.gltf"), scene, reason)) << reason;
+        std::vector<scNote> notes = scene.materials.at(0).notes;
+        EXPECT_EQ(scMaterialMaker::make_plain(scene.materials[0], "a", notes)->transparency(),
+                  each.transparency)
+            << each.alpha << each.transmission;
+        EXPECT_EQ(scNote::lines(notes),
+                  each.note ? std::vector<std::string>{each.note} : std::vector<std::string>{})
+            << each.alpha << each.transmission;
+    }
 }
 
 TEST(scReader, takes_d_before_Tr)

@@ -17,29 +17,23 @@ void record(char const* file, int, char const* message)
     recorded.push_back(std::string(file) + ": " + message);
 }
 
-std::size_t open_handles()
-{
-    auto const listing = std::filesystem::directory_iterator("/proc/self/fd");
-    return static_cast<std::size_t>(std::distance(begin(listing), end(listing)));
-}
-
 /// Fails a test that leaves behind a report which it did not take, or an open file.
 class NothingLeftBehind : public testing::EmptyTestEventListener
 {
     void OnTestStart(testing::TestInfo const&) override
     {
         recorded.clear();
-        m_handles = open_handles();
+        m_handles = count_open_files();
     }
 
     void OnTestEnd(testing::TestInfo const&) override
     {
         for (std::string const& report : reports())
             ADD_FAILURE() << "unexpected report: " << report;
-        EXPECT_EQ(open_handles(), m_handles) << "file handles left open";
+        EXPECT_EQ(count_open_files(), m_handles) << "file handles left open";
     }
 
-    std::size_t m_handles = 0;
+    std::ptrdiff_t m_handles = 0;
 };
 
 } // namespace
@@ -47,6 +41,12 @@ class NothingLeftBehind : public testing::EmptyTestEventListener
 std::vector<std::string> reports()
 {
     return std::exchange(recorded, {});
+}
+
+std::ptrdiff_t count_open_files()
+{
+    std::filesystem::directory_iterator const listing("/proc/self/fd");
+    return std::distance(begin(listing), end(listing));
 }
 
 TestFolder::TestFolder()

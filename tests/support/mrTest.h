@@ -11,6 +11,9 @@
 /// fails it; so does a file handle.
 std::vector<std::string> reports();
 
+/// How many files this process has open.
+std::ptrdiff_t count_open_files();
+
 /// A folder of the test's own, empty at first, removed with all that is in it at the end of its life.
 class TestFolder
 {

@@ -140,7 +140,11 @@ TEST_F(mrUtilsTest, HashesAFileByPathDateAndSize)
 
     EXPECT_EQ(mrUtils::file_hash("a\x80"), static_cast<unsigned int>((97 - 128) << 16));
     EXPECT_EQ(mrUtils::file_hash(utString()), 0u);
-    EXPECT_EQ(reports(), Reports(2, out_of_range));
+    std::string const there = folder.path("ab");
+    // Nothing is there: the sum of the characters alone.
+    utString const no_path(std::string_view(there.c_str(), there.size() + 1));
+    EXPECT_EQ(mrUtils::file_hash(no_path), hash("ab") & 0xFFFF0000);
+    EXPECT_EQ(reports(), Reports(3, out_of_range));
 }
 
 TEST(mrUtilsHash, OfADefinition)

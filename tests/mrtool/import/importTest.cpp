@@ -128,32 +128,41 @@ TEST(mrtool_import, brings_over_a_glb_scene)
         "emissiveFactor":[0,0.5,0],"alphaMode":"BLEND"},
         {"name":"../up","alphaMode":"MASK","pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.4],
         "baseColorTexture":{"index":0,"texCoord":1,"extensions":{"KHR_texture_transform":{"scale":[2,2]}}}}},
-        {"pbrMetallicRoughness":{"baseColorFactor":[1,1,1,0.5]},"extras":{"shop":7},
+        {"pbrMetallicRoughness":{"baseColorFactor":[0.216,0.5,0,0.5]},"extras":{"shop":7},
         "emissiveFactor":[0.25,0.25,0.25],"extensions":{"KHR_materials_iridescence":{},
+        "KHR_materials_clearcoat":{"clearcoatFactor":1},
         "KHR_materials_ior":{"ior":1.4},"KHR_materials_emissive_strength":{"emissiveStrength":2}}}])");
     Outcome const made = import(folder, "a.glb");
     EXPECT_EQ(made.status, 0) << made.errors;
     std::string const no_place = "\": not carried over, a material file has no place for it: ";
-    expect_said(made, {"the normal map", "the emitted colour (0 0.5 0) becomes an emission of 0.5",
+    expect_said(made, {"the normal map", "the emitted colour (0 0.5 0) becomes an emission of 0.735",
                        "up" + no_place +
                            "the texture's choice of a further set of coordinates, the texture's scale, "
                            "shift or turn, the cutting away of what is less opaque than 0.5 (alphaMode "
                            "MASK)\n",
                        "its opacity of 0.5 counts for nothing, as its alphaMode is OPAQUE",
-                       "3" + no_place + "the extension KHR_materials_iridescence, the extras\n"});
+                       "3" + no_place +
+                           "the clear coat (KHR_materials_clearcoat), the extension "
+                           "KHR_materials_iridescence, the extras\n"});
     mrFileMat first, second, third;
     mrFMFacet const& facet = only_facet(first, folder.path("out/_._up.multimat"));
-    EXPECT_EQ(facet.plain_mat().diffuse_colour(), giColour(204, 102, 51, 0));
+    // The texture takes the factor.
+    EXPECT_EQ(facet.plain_mat().diffuse_colour(), giColour(255, 255, 255, 0));
     EXPECT_EQ(facet.plain_mat().transparency(), 0.5);
     EXPECT_EQ(facet.plain_mat().polish(), 0.25);
     ASSERT_EQ(facet.textures().size(), 1u);
-    EXPECT_TRUE(first.images().member(facet.textures().begin()->image_name()));
-    mrFMPlainMat const& leaf = only_facet(second, folder.path("out/_._up-2.multimat")).plain_mat();
-    EXPECT_EQ(leaf.transparency(), 1.0);
+    mrFMTexture const& layer = *facet.textures().begin();
+    EXPECT_TRUE(first.images().member(layer.image_name()));
+    EXPECT_EQ(layer.recoloured(), 1);
+    EXPECT_EQ(layer.recolour(), giColour(231, 170, 124, 0));
+    mrFMFacet const& leaf = only_facet(second, folder.path("out/_._up-2.multimat"));
+    EXPECT_EQ(leaf.plain_mat().transparency(), 1.0);
+    EXPECT_EQ(leaf.textures().begin()->recoloured(), 0);
     mrFMPlainMat const& plain = only_facet(third, folder.path("out/material_3.multimat")).plain_mat();
     EXPECT_EQ(plain.name(), "material 3");
+    EXPECT_EQ(plain.diffuse_colour(), giColour(128, 188, 0, 0));
     EXPECT_EQ(plain.transparency(), 0.0);
-    EXPECT_EQ(plain.emission(), 0.5);
+    EXPECT_NEAR(plain.emission(), 0.7354, 1e-4);
     EXPECT_EQ(plain.refractive_index(), 1.4);
     EXPECT_EQ(files_in(folder.path("out")), 3);
 }
@@ -290,4 +299,25 @@ TEST(mrtool_import, says_which_textures_lie_outside_the_scenes_folder)
                 {"its texture \"../own.png" + outside, "its texture \"" + folder.path("own.png") + outside,
                  "its texture \"link.png" + outside,
                  "written without its texture \"/dev/zero\": there is no such file\n"});
+}
+
+TEST(mrtool_import, says_once_which_textures_are_taken_in_the_place_of_others)
+{
+    TestFolder const folder;
+    fs::create_directory(folder.path("more"));
+    write_bytes(folder.path("more/Oak.png"), png_bytes(*four_colours()));
+    write_bytes(folder.path("a.obj"), "mtllib a.mtl\n");
+    write_bytes(folder.path("a.mtl"), "newmtl one\nmap_Kd -clamp off \"maps/my oak.png\"\n"
+                                      "newmtl two\nmap_Kd \"oak.png\"\nnewmtl three\nmap_Kd oak.png\n");
+    Outcome const made =
+        import(folder, "a.obj", " --textures " + folder.path("") + " --textures " + folder.path("more"));
+    EXPECT_EQ(made.status, 1);
+    std::string const said = "its texture \"oak.png\": there is no such file; " +
+                             folder.path("more/Oak.png") + " is taken in its place\n";
+    expect_said(made, {"without its texture \"maps/my oak.png\": there is no such file\n", said});
+    EXPECT_EQ(made.errors.find(said), made.errors.rfind(said));
+    EXPECT_THAT(made.errors, Not(HasSubstr("outside")));
+    mrFileMat two;
+    EXPECT_EQ(only_facet(two, folder.path("out/two.multimat")).textures().size(), 1u);
+    EXPECT_EQ(import(folder, "a.obj", " --textures " + folder.path("a.mtl")).status, 2);
 }

@@ -1,6 +1,7 @@
 #include "commandLine.h"
 
 #include "printable.h"
+#include "scReader.h"
 #include "utConcat.h"
 
 #include <CLI/CLI.hpp>
@@ -66,6 +67,15 @@ int refuse(CLI::App const& app, std::string words)
     return wrong_usage;
 }
 
+/// The version, and what contains the processes that read foreign files.
+std::string describe_version()
+{
+    std::string means;
+    for (std::string const& each : scReader().containment())
+        means += (means.empty() ? "" : ", ") + each;
+    return ut_concat("mrtool ", MRTOOL_VERSION, "\ncontained by: ", means.empty() ? "nothing" : means);
+}
+
 } // namespace
 
 std::string check_not_empty(std::string const& value)
@@ -77,7 +87,7 @@ int run_command_line(int argc, char** argv, std::span<AddSubcommand* const> subc
 {
     CLI::App app("Thumbnails of materials, meshes and images; material files out of scenes; palettes",
                  "mrtool");
-    app.set_version_flag("--version", "mrtool " MRTOOL_VERSION);
+    app.set_version_flag("--version", describe_version);
     app.set_help_flag("-h,--help", "Print this and exit");
     app.require_subcommand(1);
     app.footer("mrtool SUBCOMMAND --help tells more of each.");

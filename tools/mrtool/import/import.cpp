@@ -33,6 +33,7 @@ struct ImportOptions
 {
     std::vector<std::string> scenes;
     std::string folder;
+    scReadOptions reading;
     bool force = false; ///< whether to replace existing files
 };
 
@@ -79,7 +80,7 @@ fs::path resolve(fs::path const& path)
 class Importer
 {
 public:
-    explicit Importer(ImportOptions const& options) : m_options(options)
+    explicit Importer(ImportOptions const& options) : m_options(options), m_reader(options.reading)
     {
         for (std::string const& scene : options.scenes)
             m_taken.emplace(resolve(scene), "the scene " + scene);
@@ -129,7 +130,8 @@ private:
             return false;
         }
         std::vector<scNote> notes;
-        if (!check_result(subject, write_material(*maker.make(at, notes), path)))
+        auto const made = maker.make(at, notes);
+        if (!check_result(subject, made ? write_material(*made, path) : Result<>(fail("not enough memory"))))
             return false;
         for (std::string const& line : scNote::lines(notes))
             say(subject, line);
@@ -189,6 +191,12 @@ Subcommand add_import(CLI::App& program)
         ->type_name("DIR")
         ->check(check_not_empty, "")
         ->required();
+    import
+        ->add_option("--textures", options->reading.texture_folders,
+                     "A further folder in which textures are looked for; may be given several times")
+        ->type_name("DIR")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(CLI::ExistingDirectory).description(""));
     import->add_flag("--force", options->force, "Replace files that are there already");
     import->footer("Example: mrtool import kitchen.obj -o materials");
     return {import, [options] { return run_import(*options); }};

@@ -8,6 +8,8 @@
 #include "mrTypes.h"
 #include "mrUtils.h"
 
+#include "gsColour.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -106,7 +108,7 @@ Components lab_to_srgb(Components const& lab)
     Components rgb{};
     for (std::size_t at = 0; at < 3; ++at) {
         double const linear = matrix[at][0] * xyz[0] + matrix[at][1] * xyz[1] + matrix[at][2] * xyz[2];
-        rgb[at] = linear > 0.0031308 ? 1.055 * std::pow(linear, 1.0 / 2.4) - 0.055 : 12.92 * linear;
+        rgb[at] = gsColour::linear_to_srgb(linear);
     }
     return rgb;
 }
