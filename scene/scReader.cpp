@@ -216,8 +216,10 @@ std::vector<std::string> scReader::containment() const
 {
     std::vector<std::string> words;
     std::string ignored;
-    read_safely(words, ignored,
-                [&] { return ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"); });
+    do_safely(ignored, [&] {
+        return take(words, ask_child<std::vector<std::string>>(m_options, sc::containment_wanted, "-"),
+                    ignored);
+    });
     return words;
 }
 
