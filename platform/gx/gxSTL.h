@@ -2,6 +2,7 @@
 #pragma once
 
 #include "gxMesh.h"
+#include "utExport.h"
 #include "utString.h"
 
 #include <cstdio>
@@ -23,4 +24,4 @@ constexpr double gx_stl_agreement_angle = 10.0;
 /// @param reason  set where the file has more triangles than gx_max_dmt_triangles, and where its text is wrong, with
 ///                the line; there are no solids then
 /// @return whether it is an STL file; one that is neither binary, to the byte, nor begins with "solid" is none
-bool gx_read_stl(std::FILE* file, std::vector<gxMesh>& solids, utString& reason);
+UT_API bool gx_read_stl(std::FILE* file, std::vector<gxMesh>& solids, utString& reason);
