@@ -92,7 +92,8 @@ TEST(mrtool_palette, converts_and_says_what_it_changes)
 
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o -", there).output, read_bytes(folder.path("a.pcp")));
     Outcome const unheard = run_mrtool("palette a.pcp -o -", there, "/dev/full");
-    EXPECT_EQ(unheard.errors, "mrtool: palette: standard output cannot be written: No space left on device\n");
+    EXPECT_EQ(unheard.errors,
+              "mrtool: palette: standard output cannot be written: No space left on device\n");
     EXPECT_EQ(unheard.status, 1);
 
     EXPECT_EQ(run_mrtool("palette --from a.gpl -o full.pcp", there + "ulimit -f 0;").status, 1);
