@@ -81,7 +81,7 @@ std::vector<Facet> roof(double lean, std::vector<Triple> const& normals)
     std::vector<Facet> facets;
     for (int i = 0; i < 4; ++i)
         facets.push_back(
-            {normals[static_cast<std::size_t>(i) % normals.size()], {{0, 0, 0}, rim(i), rim(i + 1)}});
+            {normals[static_cast<std::size_t>(i) % normals.size()], {{0, 0, 0}, rim(i), rim((i + 1) % 4)}});
     return facets;
 }
 
