@@ -14,10 +14,10 @@ constexpr double gx_stl_agreement_angle = 10.0;
 
 /// Reads an STL file, binary or text. Safe for untrusted input; takes about 300 bytes for each triangle.
 ///
-/// The normals that a solid states are believed when those of more than half of its triangles agree with the
-/// winding; its triangles are then flat, and one whose own does not agree stands upright on the triangle. Otherwise
-/// the solid's normals are made. Points that are no finite number are left out with their triangles; a loop of more
-/// than three points is cut up. Colours are passed over.
+/// The normals that a solid states are believed when all are directions and those of more than half of its triangles
+/// agree with the winding; its triangles are then flat, and one whose own does not agree stands upright on the
+/// triangle. Otherwise the solid's normals are made. Points that are no finite number are left out with their
+/// triangles; a loop of more than three points is cut up. Colours are passed over.
 ///
 /// @param file    at its beginning
 /// @param solids  receives a mesh with normals for each solid that has triangles

@@ -102,7 +102,8 @@ TEST(gxSTL, BelievesTheNormalsThatAgreeWithTheWinding)
     } const cases[] = {
         {edge - 1.0, {up}, 12, 1.0},
         {edge + 1.0, {up}, 5, 1.0}, // made: in the middle of the roof
-        {edge - 1.0, {none, up, up, up}, 12, std::cos((edge - 1.0) * std::numbers::pi / 180.0)},
+        {edge - 1.0, {aside, up, up, up}, 12, std::cos((edge - 1.0) * std::numbers::pi / 180.0)},
+        {edge - 1.0, {up, up, up, none}, 5, 1.0},
         {edge - 1.0, {aside, up, aside, up}, 5, 1.0},
         {edge - 1.0, {none}, 5, 1.0},
     };
