@@ -34,6 +34,13 @@ public:
     /// The titles and names of all images may have as many bytes together as the block, and so many more. They can be
     /// compressed, to a thousandth.
     static constexpr std::int64_t max_inflated_texts = std::int64_t{1} << 21;
+    /// How far images were written.
+    enum class Written
+    {
+        all,
+        not_all, ///< for the image or the file
+        out_of_memory
+    };
     /// Fewer bytes are the end of the block.
     static constexpr int fewest_bytes = 10;
 
@@ -76,9 +83,9 @@ public:
     /// characters become their pictures as they do in a document: a title stays the name that layers use. A file is
     /// to be begun after check_titles() alone, since readers keep the last image of a title.
     /// @param fault  receives the image that cannot be written, and the reason
-    /// @return 1, or 0 at the first image that is null or cannot be written; those before it stay
-    static int write(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, std::FILE* file,
-                     mrFault& fault);
+    /// @return how far: to the first image that is null or cannot be written; those before it stay
+    static Written write(utStringdgDuctImagecoTablePtrcoPtrcoTable const& images, std::FILE* file,
+                         mrFault& fault);
 
 private:
     int read_image(mrBlockImage& image);

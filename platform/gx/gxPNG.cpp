@@ -284,14 +284,10 @@ bool is_text(std::string_view text)
 }
 
 /// The entries as libpng takes them, pointing into the table.
-/// @return false when one cannot be written
-bool list_texts(utStringutStringcoTable const& texts, std::vector<png_text>& list)
+std::vector<png_text> list_texts(utStringutStringcoTable const& texts)
 {
-    if (texts.size() > gxPNGReaderDuctImage::max_texts)
-        return false;
+    std::vector<png_text> list;
     for (auto const& [key, text] : texts) {
-        if (!is_keyword(key.view()) || !is_text(text.view()))
-            return false;
         png_text entry{};
         bool const international = !is_ascii(text.view()) && utUTF8::is_valid(text.view());
         entry.compression = international ? PNG_ITXT_COMPRESSION_NONE : PNG_TEXT_COMPRESSION_NONE;
@@ -300,7 +296,7 @@ bool list_texts(utStringutStringcoTable const& texts, std::vector<png_text>& lis
         entry.text_length = text.length();
         list.push_back(entry);
     }
-    return true;
+    return list;
 }
 
 bool is_opaque(dgDuctImage const& image)
@@ -382,13 +378,21 @@ dgDuctImage* gxPNGReaderDuctImage::read_file(std::FILE* file, utStringutStringco
     return image.release();
 }
 
+bool gxPNGWriterDuctImage::can_write(dgDuctImage const& image, utStringutStringcoTable const& texts)
+{
+    using Reader = gxPNGReaderDuctImage;
+    std::int64_t const pixels = std::int64_t{image.width()} * image.height();
+    return pixels > 0 && pixels <= Reader::max_pixels && image.width() <= Reader::max_side &&
+           image.height() <= Reader::max_side && texts.size() <= Reader::max_texts &&
+           std::all_of(texts.begin(), texts.end(), [](auto const& entry) {
+               return is_keyword(entry.key.view()) && is_text(entry.value.view());
+           });
+}
+
 int gxPNGWriterDuctImage::write_file(dgDuctImage const& image, std::FILE* file,
                                      utStringutStringcoTable const& texts)
 {
-    std::vector<png_text> list;
-    std::int64_t const pixels = std::int64_t{image.width()} * image.height();
-    if (pixels == 0 || pixels > gxPNGReaderDuctImage::max_pixels || !list_texts(texts, list))
-        return 0;
     // A full disc may show only when what the stream holds back is written.
-    return Encoder().write(image, list, file) && std::fflush(file) == 0;
+    return can_write(image, texts) && Encoder().write(image, list_texts(texts), file) &&
+           std::fflush(file) == 0;
 }

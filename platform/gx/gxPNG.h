@@ -61,18 +61,19 @@ public:
 class UT_API gxPNGWriterDuctImage
 {
 public:
+    /// Whether an image and its texts can be written. The image has pixels, and no more of them than the reader takes;
+    /// there are no more texts than it looks at. A keyword is 1 to 79 printable ASCII characters, no blank at either
+    /// end and no two in a row. A text has no NUL and at most gxPNGReaderDuctImage::max_text_bytes bytes.
+    static bool can_write(dgDuctImage const& image, utStringutStringcoTable const& texts);
+
     /// Writes one complete PNG image at the file's position: 8 bits a component, without alpha when every
     /// pixel is opaque. What was written has been handed to the system when the call returns.
     ///
     /// Whatever is written reads back with gxPNGReaderDuctImage, pixels and texts byte for byte.
     ///
-    /// @param texts  the text entries. A keyword is 1 to 79 printable ASCII characters, no blank at either
-    ///               end and no two in a row. A text of plain ASCII becomes a tEXt entry, other UTF-8 an iTXt
-    ///               one, anything else a tEXt with its bytes as they are; an invalid text is written as an
-    ///               empty one
-    /// @return 1, or 0 when the image has no pixels or more than the reader takes, when there are more texts
-    ///         than it looks at, when a keyword or a text cannot be written (a text holds a NUL or more than
-    ///         gxPNGReaderDuctImage::max_text_bytes bytes), or when the file takes no more. Only in the last
-    ///         case has anything been written
+    /// @param texts  the text entries. A text of plain ASCII becomes a tEXt entry, other UTF-8 an iTXt one,
+    ///               anything else a tEXt with its bytes as they are; an invalid text is written as an empty one
+    /// @return 1, or 0 with nothing written unless can_write(), or 0 when the file takes no more, which is an error of
+    ///         it from then on, or when there is not enough memory
     static int write_file(dgDuctImage const& image, std::FILE* file, utStringutStringcoTable const& texts);
 };

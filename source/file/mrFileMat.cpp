@@ -71,7 +71,7 @@ int mrFileMat::write_parts(mrTarget const& target, mrFault& fault) const
     mrFileMultimat::write(stream, encapsulation, m_file_props, m_facets);
     // On a full disk the stream fails; half a document is no success.
     bool const whole = static_cast<bool>(stream.flush());
-    if (whole && mrImageBlock::write(m_images, out.file(), fault))
+    if (whole && mrImageBlock::write(m_images, out.file(), fault) == mrImageBlock::Written::all)
         return out.close(fault);
     if (!whole)
         fault.set_out_of_memory(); // unless the target is to blame

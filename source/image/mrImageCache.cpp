@@ -130,12 +130,10 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
         out.explain(fault);
         return 0;
     }
-    constexpr int no_memory = -1;
-    int const images_written =
-        mr_guard(fault, no_memory, [&] { return mrImageBlock::write(images, out.file(), fault); });
-    if (images_written == no_memory)
+    auto const images_written = mrImageBlock::write(images, out.file(), fault);
+    if (images_written == mrImageBlock::Written::out_of_memory)
         return 1; // An older file is worth more than one without images.
-    return out.close(fault) || !images_written;
+    return out.close(fault) || images_written != mrImageBlock::Written::all;
 }
 
 mrFileMatReadStatus mrImageCache::read(utString const& path)

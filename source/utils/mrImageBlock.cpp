@@ -178,22 +178,28 @@ int mrImageBlock::check_titles(Images const& images, mrFault& fault)
     });
 }
 
-int mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
+mrImageBlock::Written mrImageBlock::write(Images const& images, std::FILE* file, mrFault& fault)
 {
-    return mr_guard(fault, 0, [&] {
+    return mr_guard(fault, Written::out_of_memory, [&] {
         for (auto const& [key, image] : images) {
             fault = {.reason = "there is no image",
                      .part = utString(ut_concat("image ", ut_quote(key.view())))};
             if (!image)
-                return 0;
+                return Written::not_all;
             utStringutStringcoTable texts(mrInitialSize, mrFillLimit);
             texts[title_key] = xmlUtils::carried(key);
             texts[name_key] = xmlUtils::carried(image->name());
-            fault.reason = "it has no pixels, its title or name is too long, or there is not enough memory";
-            if (!gxPNGWriterDuctImage::write_file(*image, file, texts))
-                return 0;
+            fault.reason = "it has no pixels, too many, or a title or name that is too long";
+            if (!gxPNGWriterDuctImage::can_write(*image, texts))
+                return Written::not_all;
+            fault.reason = "the file takes no more";
+            if (gxPNGWriterDuctImage::write_file(*image, file, texts))
+                continue;
+            if (!std::ferror(file))
+                throw std::bad_alloc();
+            return Written::not_all;
         }
         fault = {};
-        return 1;
+        return Written::all;
     });
 }

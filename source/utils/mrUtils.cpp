@@ -317,7 +317,8 @@ int mrUtils::write_images(Images const& images, mrTarget const& target, mrFault&
         if (!mrImageBlock::check_titles(images, fault))
             return 0;
         mrOutput out(target, mrOutput::Mode::append, fault);
-        int const written = out.file() && mrImageBlock::write(images, out.file(), fault);
+        bool const written =
+            out.file() && mrImageBlock::write(images, out.file(), fault) == mrImageBlock::Written::all;
         return out.file() && out.close(fault) && written ? 1 : 0;
     });
 }

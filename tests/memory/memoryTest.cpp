@@ -352,6 +352,18 @@ TEST_F(MemoryTest, FilesAreWrittenOrNot)
                  return material->write(target, fault);
              });
          }},
+        {"mrImageCache::write over an older file",
+         [&](Attempt& attempt) {
+             write_bytes(out_path.c_str(), "older");
+             mrFault fault;
+             int written = 0;
+             mrTarget const target = mrTarget::to_path(out_path);
+             attempt([&] { written = cache.write(target, fault); });
+             std::string const bytes = read_bytes(out_path.c_str());
+             bool const whole = written && fault.reason.invalid();
+             EXPECT_TRUE(whole || bytes == "older");
+             return result_of(whole, fault, bytes);
+         }},
         {"mrImageCache::write",
          [&](Attempt& attempt) {
              return write_memory(
