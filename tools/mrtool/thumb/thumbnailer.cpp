@@ -153,7 +153,10 @@ Result<Thumbnailer::Picture> Thumbnailer::draw_meshes(ThumbJob const& job)
     // The child that reads and this process, which makes the renderer meanwhile, have a processor each.
     std::future<bool> reading =
         std::async(std::launch::async, [&] { return m_reader.read_surfaces(job.path, scene, reason); });
+    bool const is_new = !m_renderer;
     Result<> const started = start_renderer();
+    if (started && is_new)
+        warm_up(job.path);
     if (!reading.get())
         return fail(reason);
     if (!started)
@@ -190,6 +193,18 @@ Result<> Thumbnailer::start_renderer()
     if (!m_renderer)
         return tl::unexpected(*m_no_renderer);
     return {};
+}
+
+/// Draws a triangle for nobody: the driver compiles at its first drawing, which takes as long as all else.
+void Thumbnailer::warm_up(std::string const& path)
+{
+    giTriBlock block;
+    giBoxArrPoint3& nodes = gsTriUtils::check_out_nodes(block);
+    for (giPoint3 const& node : {giPoint3{0, 0, 0}, giPoint3{1, 0, 0}, giPoint3{0, 1, 0}})
+        nodes.append(node);
+    gsTriUtils::check_out_normals(block).assign(3, giVector3(0, 0, 1));
+    gsTriUtils::check_out_triangles(block).push_back({0, 1, 2});
+    dg_hold(mrThumbnails(m_renderer.get(), make_atts(path)).from_mesh(block));
 }
 
 mrThumbAtts Thumbnailer::make_atts(std::string const& path)

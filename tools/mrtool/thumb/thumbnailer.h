@@ -47,6 +47,7 @@ private:
     Result<Picture> draw_image(ThumbJob const& job);
 
     Result<> start_renderer();
+    void warm_up(std::string const& path);
     mrThumbAtts make_atts(std::string const& path);
     Result<Picture> check_drawn(dgDuctImage* image) const;
     void warn_if_empty(dgDuctImage const& picture, giTriBlockcoDListPtrcoPtrcoDList const& blocks);
