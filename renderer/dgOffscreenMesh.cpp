@@ -117,27 +117,44 @@ Places place_nodes(giBoxArrPoint3 const& nodes, Placing const& placing)
     return places;
 }
 
-/// The triangles that hold together and may cover a sample, in their order.
-giTriArr visible_triangles(giTriBlock const& block, Places const& places, dgOffscreenSamples const& samples)
+/// What is drawn of a block.
+struct Visible
+{
+    giTriArr triangles;             ///< between the nodes below
+    std::vector<std::size_t> nodes; ///< by their numbers in the block
+};
+
+/// Finds the triangles that hold together and may cover a sample, in their order, and their nodes.
+Visible find_visible(giTriBlock const& block, Places const& places, dgOffscreenSamples const& samples)
 {
     giPoint3 const* const nodes = block.nodes().begin();
     auto const usable = [&](int index) {
         return static_cast<unsigned>(index) < places.nodes.size() && (places.finite || finite(nodes[index]));
     };
-    giTriArr triangles;
-    for (giTri const& triangle : block.triangles())
-        if (usable(triangle.a) && usable(triangle.b) && usable(triangle.c) &&
-            samples.reached(places[triangle.a], places[triangle.b], places[triangle.c]))
-            triangles.push_back(triangle);
-    return triangles;
+    Visible visible;
+    std::vector<int> numbers(places.nodes.size(), -1);
+    auto const number_of = [&](int index) {
+        auto const node = static_cast<std::size_t>(index);
+        if (numbers[node] < 0) {
+            numbers[node] = static_cast<int>(visible.nodes.size());
+            visible.nodes.push_back(node);
+        }
+        return numbers[node];
+    };
+    for (giTri const& tri : block.triangles())
+        if (usable(tri.a) && usable(tri.b) && usable(tri.c) &&
+            samples.reached(places[tri.a], places[tri.b], places[tri.c]))
+            visible.triangles.push_back({number_of(tri.a), number_of(tri.b), number_of(tri.c)});
+    return visible;
 }
 
-void write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Places const& places, Vertex* vertices)
+void write_vertices(giTriBlock const& block, dgOffscreenMesh::Use use, Places const& places,
+                    std::vector<std::size_t> const& nodes, Vertex* vertices)
 {
     giVector3 const* const normals = use.normals ? block.normals().data() : nullptr;
     giPoint2 const* const coordinates = use.coordinates ? block.tus()->begin() : nullptr;
-    for (std::size_t i = 0; i < places.nodes.size(); ++i) {
-        Vertex& vertex = vertices[i];
+    for (std::size_t const i : nodes) {
+        Vertex& vertex = *vertices++;
         std::copy(places.nodes[i].begin(), places.nodes[i].end(), vertex.place);
         if (normals)
             write_direction(normals[i], vertex.normal);
@@ -156,18 +173,17 @@ bool dgOffscreenMesh::draw(giTriBlock const& block, Use use, dgProjection const&
     if (block.triangles().empty() || block.nodes().size() == 0)
         return true;
     Places const places = place_nodes(block.nodes(), Placing(projection, width, height));
-    giTriArr const triangles = visible_triangles(block, places, dgOffscreenSamples(width, height));
+    Visible const visible = find_visible(block, places, dgOffscreenSamples(width, height));
+    giTriArr const& triangles = visible.triangles;
     if (triangles.empty())
         return true;
     bind();
     glGetError(); // whatever was left over
-    Vertex* const room = map_vertices(places.nodes.size());
+    Vertex* const room = map_vertices(visible.nodes.size());
     if (!room)
         return false;
-    write_vertices(block, use, places, room);
-    if (glUnmapBuffer(GL_ARRAY_BUFFER) != GL_TRUE)
-        return false;
-    if (!fill_indices(triangles))
+    write_vertices(block, use, places, visible.nodes, room);
+    if (glUnmapBuffer(GL_ARRAY_BUFFER) != GL_TRUE || !fill_indices(triangles))
         return false;
     std::size_t const most = INT_MAX / 3;
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(std::min(triangles.size(), most) * 3), GL_UNSIGNED_INT,

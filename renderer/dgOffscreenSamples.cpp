@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdlib>
 
 namespace {
 
@@ -14,10 +15,10 @@ constexpr float beyond = 2.0F;         // pixels outside of the picture, where i
 // Within such a picture no coordinate overflows.
 static_assert(16384 <= INT_MAX / parts / 2);
 
-/// Whether a whole pixel and the offset lie between two coordinates.
-bool holds(int low, int high, int offset)
+/// The last coordinate up to @p high that lies at the offset within its pixel.
+int last_before(int high, int offset)
 {
-    return (high - offset) >> parts_bits > (low - offset - 1) >> parts_bits;
+    return ((high - offset) & -parts) + offset;
 }
 
 } // namespace
@@ -43,17 +44,42 @@ dgOffscreenSamples::dgOffscreenSamples(int width, int height)
 
 bool dgOffscreenSamples::reached(float const* a, float const* b, float const* c) const
 {
-    auto const parts_of = [](float value, float half_side) {
+    Spot const corners[] = {spot(a), spot(b), spot(c)};
+    Spot const low{std::min({corners[0].x, corners[1].x, corners[2].x}) - m_margin,
+                   std::min({corners[0].y, corners[1].y, corners[2].y}) - m_margin};
+    Spot const high{std::max({corners[0].x, corners[1].x, corners[2].x}) + m_margin,
+                    std::max({corners[0].y, corners[1].y, corners[2].y}) + m_margin};
+    if (high.x - low.x >= parts || high.y - low.y >= parts)
+        return true;
+    return std::any_of(m_samples.begin(), m_samples.end(), [&](Spot const& sample) {
+        // The only place of this sample, in any pixel, that may lie in the box.
+        Spot const place{last_before(high.x, sample.x), last_before(high.y, sample.y)};
+        return place.x >= low.x && place.y >= low.y && is_near(corners, place);
+    });
+}
+
+dgOffscreenSamples::Spot dgOffscreenSamples::spot(float const* place) const
+{
+    auto const coordinate = [](float value, float half_side) {
         float const pixels = (value + 1.0F) * half_side;
         return static_cast<int>(std::clamp(pixels, -beyond, 2.0F * half_side + beyond) * parts);
     };
-    int const left = parts_of(std::min({a[0], b[0], c[0]}), m_half_width) - m_margin;
-    int const right = parts_of(std::max({a[0], b[0], c[0]}), m_half_width) + m_margin;
-    int const bottom = parts_of(std::min({a[1], b[1], c[1]}), m_half_height) - m_margin;
-    int const top = parts_of(std::max({a[1], b[1], c[1]}), m_half_height) + m_margin;
-    if (right - left >= parts && top - bottom >= parts)
-        return true;
-    return std::any_of(m_samples.begin(), m_samples.end(), [&](Spot const& sample) {
-        return holds(left, right, sample.x) && holds(bottom, top, sample.y);
-    });
+    return {coordinate(place[0], m_half_width), coordinate(place[1], m_half_height)};
+}
+
+/// Whether a place lies in a triangle or within the margin of it.
+bool dgOffscreenSamples::is_near(Spot const* corners, Spot place) const
+{
+    auto const side = [](Spot from, Spot to, Spot of) {
+        return (to.x - from.x) * (of.y - from.y) - (to.y - from.y) * (of.x - from.x);
+    };
+    int const turn = side(corners[0], corners[1], corners[2]) < 0 ? -1 : 1;
+    for (int i = 0; i < 3; ++i) {
+        Spot const from = corners[i];
+        Spot const to = corners[(i + 1) % 3];
+        int const longest = std::abs(to.x - from.x) + std::abs(to.y - from.y); // that the edge may be
+        if (turn * side(from, to, place) < -m_margin * longest)
+            return false;
+    }
+    return true;
 }

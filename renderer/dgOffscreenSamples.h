@@ -12,7 +12,7 @@ public:
     /// @param width, height  of the picture
     dgOffscreenSamples(int width, int height);
 
-    /// Whether a triangle may cover a sample.
+    /// Whether a triangle may cover a sample; surely so, unless it is smaller than a pixel.
     /// @param a, b, c  x and y of its corners, in normalised device coordinates
     bool reached(float const* a, float const* b, float const* c) const;
 
@@ -23,6 +23,9 @@ private:
         int x;
         int y;
     };
+
+    Spot spot(float const* place) const;
+    bool is_near(Spot const* corners, Spot place) const;
 
     float m_half_width;
     float m_half_height;

@@ -453,6 +453,11 @@ Expected<scScene> read_with_assimp(std::string const& path)
     return scene;
 }
 
+bool is_m3d(std::string_view beginning)
+{
+    return beginning.starts_with("3DMO") || beginning.starts_with("3dmodel ");
+}
+
 bool assimp_knows(std::string const& extension)
 {
     // Kept as text, "*.3ds;*.obj": making an importer makes all its readers, which takes long.

@@ -1,11 +1,14 @@
 #include "gltfFile.h"
 
+#include "readers.h"
 #include "siblingFile.h"
 
+#include "gxFileHints.h"
 #include "gxOpenFile.h"
 #include "utNeverDestroyed.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <iterator>
 
@@ -110,6 +113,23 @@ Expected<std::string> decode_data_uri(std::string_view uri)
         if (std::optional<std::string> bytes = decode_base64(uri.substr(head.size() + 1)))
             return std::move(*bytes);
     return because("its \"data:\" URI makes no sense");
+}
+
+bool is_gltf(std::string const& path)
+{
+    std::string const extension = gx_extension(path);
+    return extension == "gltf" || extension == "glb" || gx_read_beginning(path).starts_with("glTF");
+}
+
+bool is_version_1(Json const& file)
+{
+    Json const& version = get_member(get_member(file, "asset"), "version");
+    if (version.is_string())
+        return version.get_ref<std::string const&>().starts_with("1.");
+    if (version.is_number())
+        return std::floor(version.get<double>()) == 1.0;
+    return version.is_null() &&
+           (get_member(file, "meshes").is_object() || get_member(file, "nodes").is_object());
 }
 
 Expected<void> GltfFile::read()

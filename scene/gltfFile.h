@@ -20,6 +20,9 @@ Json const& get_member(Json const& object, char const* name);
 /// The member of the member of that name that the index says: an entry of the file's list of images, say.
 Json const& get_entry(Json const& file, char const* list, Json const& index);
 
+/// Whether the JSON is that of version 1, which may leave its number out but has objects where version 2 has lists.
+bool is_version_1(Json const& file);
+
 /// Decodes a "data:" URI in base64.
 Expected<std::string> decode_data_uri(std::string_view uri);
 

@@ -444,26 +444,32 @@ void leave_out_extensions(Json const& file, scScene& scene)
                 make_note(scNoteLeftOut, "the extension %1 of the file: not carried over", name));
 }
 
+constexpr std::string_view binary_version_1("glTF\1\0\0\0", 8);
+
 } // namespace
 
-bool is_gltf(std::string const& path)
+bool is_gltf_1(std::string const& path)
 {
-    std::string const extension = gx_extension(path);
-    return extension == "gltf" || extension == "glb" || gx_read_beginning(path).starts_with("glTF");
+    if (!is_gltf(path))
+        return false;
+    if (gx_read_beginning(path).starts_with(binary_version_1))
+        return true;
+    GltfFile file(path);
+    return file.read() && is_version_1(file.json());
 }
 
 Expected<scScene> read_gltf(std::string const& path)
 {
-    if (gx_read_beginning(path).starts_with("glTF\1"))
+    if (gx_read_beginning(path).starts_with(binary_version_1))
         return read_with_assimp(path);
     GltfFile file(path);
     if (Expected<void> const read = file.read(); !read)
         return because(read.error());
+    if (is_version_1(file.json()))
+        return read_with_assimp(path);
     Json const& version = get_member(get_member(file.json(), "asset"), "version");
     if (!version.is_string())
         return because("no glTF version in it");
-    if (version.get_ref<std::string const&>().starts_with("1."))
-        return read_with_assimp(path);
     Json const& materials = get_member(file.json(), "materials");
     if (!materials.is_array() && !materials.is_null())
         return because("its materials are no list");

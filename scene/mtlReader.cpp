@@ -3,6 +3,8 @@
 #include "objStatements.h"
 #include "siblingFile.h"
 
+#include "gsColour.h"
+
 #include <cmath>
 
 namespace sc {
@@ -59,9 +61,33 @@ constexpr MapOption map_options[] = {
     {"-type", 0, {}, {}},
 };
 
-/// One or three numbers and nothing but a comment behind them. One stands for all three.
+/// Whether the first word is the one; takes it off the front then.
+bool take_if(std::string_view word, std::string_view& rest)
+{
+    std::string_view left = rest;
+    if (take_word(left) != word)
+        return false;
+    rest = left;
+    return true;
+}
+
+/// Red, green and blue of sRGB, which may lie outside of 0 to 1, of a colour in CIE XYZ where white is that of D65 and
+/// has a Y of 1; by the matrix and the curve of IEC 61966-2-1.
+scColour convert_xyz(scColour const& xyz)
+{
+    constexpr double matrix[3][3] = {
+        {3.2406, -1.5372, -0.4986}, {-0.9689, 1.8758, 0.0415}, {0.0557, -0.2040, 1.0570}};
+    scColour colour{};
+    for (std::size_t at = 0; at < colour.size(); ++at)
+        colour[at] = gsColour::linear_to_srgb(matrix[at][0] * xyz[0] + matrix[at][1] * xyz[1] +
+                                              matrix[at][2] * xyz[2]);
+    return colour;
+}
+
+/// One or three numbers, perhaps behind "xyz", and nothing but a comment behind them. One stands for all three.
 std::optional<scColour> parse_colour(std::string_view rest)
 {
+    bool const xyz = take_if("xyz", rest);
     scColour colour{};
     std::size_t count = 0;
     while (count < colour.size()) {
@@ -74,7 +100,7 @@ std::optional<scColour> parse_colour(std::string_view rest)
         return std::nullopt;
     if (count == 1)
         colour[1] = colour[2] = colour[0];
-    return colour;
+    return xyz ? convert_xyz(colour) : colour;
 }
 
 std::optional<double> parse_number(std::string_view rest)
@@ -186,9 +212,9 @@ private:
         if (auto const* number = find_row(number_statements, statement.word))
             return set(statement, material().*number->value, parse_number(statement.rest));
         if (statement.word == "kd")
-            return set(statement, material().colour, parse_colour(statement.rest));
+            return set_colour(statement, material().colour);
         if (statement.word == "ke")
-            return set(statement, material().emission, parse_colour(statement.rest));
+            return set_colour(statement, material().emission);
         if (statement.word == "map_kd")
             return set_texture(statement);
         if (auto const* map = find_row(map_statements, statement.word))
@@ -210,6 +236,15 @@ private:
             note(scNoteChanged, statement, replaces);
         value = said;
         return true;
+    }
+
+    bool set_colour(ObjStatement const& statement, std::optional<scColour>& value)
+    {
+        std::string_view file = statement.rest;
+        if (take_if("spectral", file))
+            return leave_out("the spectral colour \"%1\" (\"%2 spectral\")", take_word(file),
+                             statement.written);
+        return set(statement, value, parse_colour(statement.rest));
     }
 
     template <class... Arguments>

@@ -35,13 +35,37 @@ struct OwnBlocks
 
 namespace sc {
 
+namespace {
+
+/// Checks for what a reader of another format would take for its own.
+Expected<void> check_format(std::string const& path)
+{
+    if (is_m3d(gx_read_beginning(path)) && !assimp_knows("m3d"))
+        return because("it is M3D, which the Assimp of this system does not read");
+    return {};
+}
+
+/// The reason for a failure with the version of the format, where that may be the cause.
+std::string name_version(std::string const& path, std::string reason)
+{
+    return is_gltf_1(path) ? "it is glTF of version 1: " + reason : reason;
+}
+
+Expected<scScene> read_scene(std::string const& path)
+{
+    return gx_extension(path) == "obj" ? read_obj(path)
+           : is_gltf(path)             ? read_gltf(path)
+                                       : read_with_assimp(path);
+}
+
+} // namespace
+
 Expected<scScene> read_materials_here(std::string const& path)
 {
-    Expected<scScene> scene = gx_extension(path) == "obj" ? read_obj(path)
-                              : is_gltf(path)             ? read_gltf(path)
-                                                          : read_with_assimp(path);
+    Expected<scScene> scene = check_format(path).and_then([&] { return read_scene(path); });
     if (!scene)
-        return because("not a readable scene: " + make_note(scNoteFailed, "%1", scene.error()).words());
+        return because("not a readable scene: " +
+                       make_note(scNoteFailed, "%1", name_version(path, scene.error())).words());
     settle(*scene);
     return scene;
 }
@@ -51,8 +75,11 @@ Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
     OwnBlocks meshes;
     std::vector<utString> materials;
     utString reason;
+    constexpr char subject[] = "not a readable mesh: ";
+    if (Expected<void> const known = check_format(path); !known)
+        return because(subject + known.error());
     if (!gx_read_dmt_file(utString(path), meshes.blocks, &reason, &materials))
-        return because(ut_concat("not a readable mesh: ", reason));
+        return because(subject + name_version(path, reason.c_str()));
     std::vector<scSurface> surfaces;
     for (giTriBlock*& block : meshes.blocks)
         surfaces.push_back({std::unique_ptr<giTriBlock>(std::exchange(block, nullptr)),

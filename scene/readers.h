@@ -3,6 +3,8 @@
 
 #include "notes.h"
 
+#include <string_view>
+
 namespace sc {
 
 /// Reads the materials of all libraries that an OBJ file names, whether a surface has them or not. Where a
@@ -18,6 +20,12 @@ bool read_mtl_file(std::string const& path, scScene& scene);
 
 /// Whether it is a glTF or GLB file, by its name or its beginning.
 bool is_gltf(std::string const& path);
+
+/// Whether it is a glTF file of version 1, also where that leaves its version out.
+bool is_gltf_1(std::string const& path);
+
+/// Whether a file begins like one of M3D, a format that not every build of Assimp reads.
+bool is_m3d(std::string_view beginning);
 
 /// Reads all materials of a glTF file, whether a surface has them or not. What a glTF 2 file leaves out is
 /// as the format says: white, opaque, metal, rough. glTF 1, which is a format of its own, is left to Assimp.

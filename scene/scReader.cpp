@@ -228,3 +228,8 @@ bool scReader::knows_extension(std::string const& extension)
     std::string ignored;
     return do_safely(ignored, [&] { return sc::assimp_knows(extension); });
 }
+
+bool scReader::knows_beginning(std::string_view beginning)
+{
+    return sc::is_m3d(beginning);
+}

@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <string_view>
 
 enum scReadPlace
 {
@@ -79,6 +80,10 @@ public:
     /// Whether files of the extension can be scenes.
     /// @param extension  in lower case, without the point
     static bool knows_extension(std::string const& extension);
+
+    /// Whether a file is a scene by its first bytes alone, whatever it is called.
+    /// @param beginning  8 bytes are enough
+    static bool knows_beginning(std::string_view beginning);
 
 private:
     scReadOptions m_options;

@@ -98,13 +98,14 @@ std::string TextureFinder::spell(std::string const& folder, std::string const& p
 TextureFinder::Listing const& TextureFinder::list(std::string const& folder, std::string const& below)
 {
     std::string const path = (fs::path(folder) / below).string();
-    auto const [known, first] = m_listings.try_emplace(path);
-    Listing& names = known->second;
-    if (!first || !lies_inside(path, folder))
-        return names;
+    if (auto const known = m_listings.find(path); known != m_listings.end())
+        return known->second;
+    Listing names;
     std::error_code failed;
-    for (fs::directory_iterator at(path, failed); !failed && at != fs::directory_iterator();
-         at.increment(failed)) {
+    fs::directory_iterator at;
+    if (lies_inside(path, folder))
+        at = fs::directory_iterator(path, failed);
+    for (; !failed && at != fs::directory_iterator(); at.increment(failed)) {
         if (m_left == 0) {
             names.clear();
             break;
@@ -114,7 +115,7 @@ TextureFinder::Listing const& TextureFinder::list(std::string const& folder, std
         auto const [same, added] = names.try_emplace(fold_case(name), name);
         same->second = std::min(same->second, name);
     }
-    return names;
+    return m_listings.emplace(path, std::move(names)).first->second;
 }
 
 } // namespace sc

@@ -155,7 +155,7 @@ void BareOpenGL::State::begin(gsColour const& background) const
 
 void BareOpenGL::State::draw(Scene::Draw const& draw, Uploaded const& uploaded) const
 {
-    program.use(draw.projection, draw.state, draw.state.texturing);
+    program.use(draw.projection, draw.state, draw.state.texturing, {});
     glBindTexture(GL_TEXTURE_2D, uploaded.texture);
     glBindVertexArray(uploaded.array);
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(draw.block->triangles().size() * 3), GL_UNSIGNED_INT,
@@ -181,7 +181,7 @@ BareOpenGL::BareOpenGL(int width, int height) : m_state(std::make_unique<State>(
     m_state->context = dgOffscreenContext::create(problem);
     check(m_state->context != nullptr, problem.c_str());
     dgOffscreenContext::Scope const scope(*m_state->context);
-    check(m_state->program.build(problem), problem.c_str());
+    check(m_state->program.build(dgOffscreenProgram::Extent::whole, problem), problem.c_str());
     m_state->make_framebuffers();
     glViewport(0, 0, width, height);
     glEnable(GL_DEPTH_TEST);

@@ -244,12 +244,16 @@ bool states_normals(Solid const& solid)
 {
     std::size_t with_area = 0;
     std::size_t agreeing = 0;
+    bool all_directions = true;
     solid.walk([&](Facet const& facet) {
+        giVector3 const stated = vector_of(facet.normal);
         giVector3 const upright = winding(facet);
+        double const square = stated.dot(stated);
+        all_directions = all_directions && square > 0.0 && std::isfinite(square);
         with_area += upright.dot(upright) > 0.0 ? 1 : 0;
-        agreeing += agrees(vector_of(facet.normal), upright) ? 1 : 0;
+        agreeing += agrees(stated, upright) ? 1 : 0;
     });
-    return agreeing > with_area / 2;
+    return all_directions && agreeing > with_area / 2;
 }
 
 template <class Solid>

@@ -185,6 +185,34 @@ void walk(aiScene const& scene, Visit const& visit)
     }
 }
 
+std::string count(std::size_t number, char const* word)
+{
+    return number == 0 ? "" : ut_concat(number, " ", word, number == 1 ? "" : "s");
+}
+
+/// Counts the points and lines of meshes that have nothing else: "3 points and 1 line". Points need not be faces of
+/// their own.
+std::string count_points_and_lines(aiScene const& scene)
+{
+    std::size_t points = 0;
+    std::size_t lines = 0;
+    for (unsigned i = 0; i < scene.mNumMeshes; ++i) {
+        aiMesh const& mesh = *scene.mMeshes[i];
+        if ((mesh.mPrimitiveTypes & (aiPrimitiveType_TRIANGLE | aiPrimitiveType_POLYGON)) != 0)
+            continue;
+        auto const of_size = [&mesh](unsigned size) {
+            if (!mesh.HasFaces())
+                return std::size_t{0};
+            return static_cast<std::size_t>(
+                std::count_if(mesh.mFaces, mesh.mFaces + mesh.mNumFaces,
+                              [size](aiFace const& face) { return face.mNumIndices == size; }));
+        };
+        points += mesh.HasFaces() ? of_size(1) : mesh.mNumVertices;
+        lines += of_size(2);
+    }
+    return ut_concat(count(points, "point"), points > 0 && lines > 0 ? " and " : "", count(lines, "line"));
+}
+
 bool is_too_large(aiScene const& scene)
 {
     std::int64_t triangles = 0;
@@ -233,6 +261,8 @@ Blocks blocks_of(std::vector<gxMesh>&& solids)
     return read;
 }
 
+constexpr char no_triangles[] = "the file holds no triangles";
+
 Blocks read_with_assimp(utString const& path, utString& reason)
 {
     gxPointLocale const point;
@@ -240,7 +270,9 @@ Blocks read_with_assimp(utString const& path, utString& reason)
     importer.SetIOHandler(gx_new_mesh_files()); // the importer's
     importer.SetPropertyInteger(AI_CONFIG_IMPORT_NO_SKELETON_MESHES, 1);
     aiScene const* scene = importer.ReadFile(path.c_str(), 0);
+    std::string others;
     if (scene) {
+        others = count_points_and_lines(*scene);
         // The importer hands its scene out as const, and takes it back for the next step.
         for (unsigned i = 0; i < scene->mNumMeshes; ++i)
             drop_bad_faces(*scene->mMeshes[i]);
@@ -254,6 +286,8 @@ Blocks read_with_assimp(utString const& path, utString& reason)
         reason = "the scene has more triangles than are allowed";
         return {};
     }
+    if (!others.empty())
+        reason = utString(ut_concat(no_triangles, ", only ", others));
     return blocks_of(*scene);
 }
 
@@ -264,7 +298,7 @@ Blocks read_blocks(utString const& path, utString& reason)
         reason = utString(ut_concat("the file cannot be opened: ", reason));
         return {};
     }
-    reason = "the file holds no triangles";
+    reason = no_triangles;
     std::vector<gxMesh> solids;
     if (gx_extension(path.c_str()) == "stl" && gx_read_stl(file.get(), solids, reason))
         return blocks_of(std::move(solids));

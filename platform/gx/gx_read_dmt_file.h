@@ -20,7 +20,8 @@ constexpr double gx_dmt_crease_angle = 50.0;
 /// scene's own coordinates.
 ///
 /// Reads what Assimp reads (OBJ, STL, PLY, glTF, 3DS, FBX and more), the format chosen by content and name.
-/// Polygons become triangles; lines and points are left out. Points that are no finite number, and triangles
+/// Polygons become triangles; lines and points are left out, and counted in the reason where there is nothing else:
+/// "the file holds no triangles, only 3 points and 1 line". Points that are no finite number, and triangles
 /// that use them or an index out of range, are left out. Normals have length 1 and are made where a mesh has
 /// none, or one that is no direction. A block has texture coordinates when its mesh has. A mirrored mesh
 /// keeps the fronts of its triangles outside.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -143,8 +144,11 @@ public:
         std::string_view const data = take(count(sizeof(T)) * sizeof(T));
         std::vector<T> values;
         values.reserve(data.size() / sizeof(T));
-        for (std::size_t at = 0; at < data.size(); at += sizeof(T))
-            std::memcpy(static_cast<void*>(&values.emplace_back()), data.data() + at, sizeof(T));
+        for (std::size_t at = 0; at < data.size(); at += sizeof(T)) {
+            std::array<char, sizeof(T)> bytes;
+            std::memcpy(bytes.data(), data.data() + at, sizeof(T));
+            values.push_back(std::bit_cast<T>(bytes));
+        }
         return values;
     }
 

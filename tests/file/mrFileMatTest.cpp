@@ -135,8 +135,8 @@ TEST_F(mrFileMatTest, IsTheSameThroughAPathMemoryAndADescriptor)
     std::string const bytes = write_sample("weave", true);
     mrFault fault;
     gxDescriptor const open = gx_open_regular(path, fault.reason);
-    for (mrSource const& source : {mrSource::from_path(path), mrSource::from_memory(bytes),
-                                   mrSource::from_descriptor(open.get())}) {
+    for (mrSource const& source :
+         {mrSource::from_path(path), mrSource::from_memory(bytes), mrSource::from_descriptor(open.get())}) {
         mrFileMat in;
         ASSERT_EQ(in.read(source, {}, fault), mrFileMatReadOK) << fault.words().view();
         EXPECT_EQ(in.encapsulation(), mrImageEncapsulationEmbeddedPng);

@@ -71,6 +71,5 @@ TEST_F(HostileImage, Blocks)
         block += small.substr(0, 33) +
                  chunk("zTXt", "Title\0\0"s + deflated(std::to_string(i) + std::string(1'000'000, 'x'))) +
                  small.substr(33);
-    expect("40 images with titles that inflate to a megabyte each", block, read_block,
-           "2 images, then none");
+    expect("40 images with titles that inflate to a megabyte each", block, read_block, "2 images, then none");
 }

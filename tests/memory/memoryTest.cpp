@@ -17,6 +17,7 @@
 #include "mrUtils.h"
 #include "testImage.h"
 
+#include "dgkCurve3.h"
 #include "dgRenderer.h"
 #include "utAssert.h"
 #include "utConcat.h"
@@ -487,8 +488,9 @@ TEST_F(MemoryTest, WhatMayThrowChangesNothing)
         EXPECT_EQ(root.child_nodes().length(), attempt.threw ? 0u : 1u);
         return attempt.threw ? std::string() : std::string("written");
     };
+    dgkBezCurve3 line(1, {{0, 0, 0}, {1, 0, 0}});
     auto const make_slices = [&](Attempt& attempt) {
-        mrPieChart const chart;
+        mrPieChart const chart(&line, 3, 2);
         std::size_t slices = 0;
         attempt([&] { slices = chart.blocks(3).size(); });
         EXPECT_EQ(chart.blocks(3).size(), 3u) << "the next time";

@@ -52,3 +52,24 @@ TEST_F(dgOffscreenMeshTest, DrawsAnySizeAlikeAndTheNearerInFront)
     EXPECT_EQ(pixel(*draw({near, Square()}), 50, 50), red);
     EXPECT_EQ(pixel(*draw({Square(), near}), 50, 50), red);
 }
+
+TEST_F(dgOffscreenMeshTest, HasNoHolesWhereTrianglesAreSmallerThanPixels)
+{
+    constexpr int cells = 300; // in each direction
+    giTriBlock fine;
+    for (int y = 0; y <= cells; ++y)
+        for (int x = 0; x <= cells; ++x) {
+            bool const inside = x > 0 && y > 0 && x < cells && y < cells;
+            // So that the triangles have many shapes, and some are turned over.
+            double const shift = inside ? (x * 7 + y * 5) % 11 / 13.0 : 0.0;
+            gsTriUtils::check_out_nodes(fine).append({(x + shift) / cells, (y - shift) / cells, 0.0});
+        }
+    for (int y = 0; y < cells; ++y)
+        for (int x = 0; x < cells; ++x) {
+            int const at = y * (cells + 1) + x;
+            int const above = at + cells + 1;
+            gsTriUtils::check_out_triangles(fine).insert(gsTriUtils::check_out_triangles(fine).end(),
+                                                         {{at, at + 1, above + 1}, {at, above + 1, above}});
+        }
+    EXPECT_TRUE(draw({{.block = &fine}})->equal(draw({{}}).get()));
+}

@@ -15,6 +15,7 @@
 #include <sys/wait.h>
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 namespace {
 
@@ -254,4 +255,63 @@ TEST(scReader, takes_d_before_Tr)
     for (char const* statements : {"d 0.667\nTr 0.3333\n", "Tr 0.3333\nd 0.667\n"})
         EXPECT_TRUE(read_mtl(statements).notes.empty()) << statements;
     EXPECT_EQ(read_mtl("Tr 0.25\n").transparency, 0.25);
+}
+
+TEST(scReader, converts_colours_in_xyz_and_names_spectral_ones)
+{
+    struct
+    {
+        char const* statements;
+        std::optional<scColour> colour;
+        std::vector<std::string> notes;
+    } const cases[] = {
+        // White and red of sRGB.
+        {"Kd xyz 0.9505 1 1.089 # D65\n", scColour{1, 1, 1}, {}},
+        {"Kd xyz 0.4124 0.2126 0.0193\n", scColour{1, 0, 0}, {}},
+        {"Kd xyz 0.18\n", scColour{0.503, 0.450, 0.442}, {}},
+        {"Kd xyz\n", {}, {"\"Kd\" in line 2 of a.mtl makes no sense"}},
+        {"Kd spectral green.rfl 1\nKs spectral a.rfl\n",
+         {},
+         {"not carried over, a material file has no place for it: the spectral colour \"green.rfl\" (\"Kd "
+          "spectral\"), the specular colour"}},
+    };
+    for (auto const& each : cases) {
+        scMaterial const material = read_mtl(each.statements);
+        EXPECT_EQ(scNote::lines(material.notes), each.notes) << each.statements;
+        ASSERT_EQ(material.colour.has_value(), each.colour.has_value()) << each.statements;
+        for (std::size_t at = 0; each.colour && at < 3; ++at)
+            EXPECT_NEAR((*material.colour)[at], (*each.colour)[at], 0.002) << each.statements << at;
+    }
+}
+
+TEST(scReader, names_what_it_does_not_read)
+{
+    struct
+    {
+        char const* name;
+        std::string content;
+        char const* scene;
+        char const* mesh;
+    } const cases[] = {
+        {"a.gltf", R"({"asset":{"version":1.0},"meshes":{"a":7}})", nullptr, "it is glTF of version 1: "},
+        {"b.gltf", R"({"meshes":{}})", "it is glTF of version 1: ", "it is glTF of version 1: "},
+        {"c.gltf", R"({"meshes":[]})", "no glTF version in it", "No suitable reader found"},
+        {"d.m3d", std::string("3DMO\x40\0\0\0HEAD\nv 1\no name\n", 24), "it is M3D", "it is M3D"},
+        {"points.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 1 1 0\np 1\nl 2 3 4\n", nullptr,
+         "the file holds no triangles, only 1 point and 2 lines"},
+        {"points.ply",
+         "ply\nformat ascii 1.0\nelement vertex 2\nproperty float x\nproperty float y\nproperty float z\n"
+         "end_header\n0 0 0\n1 0 0\n",
+         nullptr, "the file holds no triangles, only 2 points"},
+    };
+    TestFolder const folder;
+    for (auto const& each : cases) {
+        write_bytes(folder.path(each.name), each.content);
+        scScene scene;
+        std::string reason;
+        EXPECT_EQ(in_child.read_materials(folder.path(each.name), scene, reason), !each.scene) << each.name;
+        EXPECT_THAT(reason, HasSubstr(each.scene ? each.scene : "")) << each.name;
+        EXPECT_FALSE(in_child.read_surfaces(folder.path(each.name), scene, reason)) << each.name;
+        EXPECT_THAT(reason, HasSubstr(each.mesh)) << each.name;
+    }
 }

@@ -1,5 +1,4 @@
 // The program mrtool: its subcommands, and what its process needs before one of them runs.
-#include "childProcess.h"
 #include "commandLine.h"
 #include "outputFile.h"
 #include "progress.h"
@@ -12,7 +11,6 @@
 #include <exception>
 #include <fcntl.h>
 #include <iostream>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace mrtool {
@@ -27,9 +25,6 @@ namespace {
 using namespace mrtool;
 
 constexpr AddSubcommand* subcommands[] = {add_thumb, add_import, add_palette, add_info};
-
-/// Bytes that the program, and each of its processes, may use.
-constexpr std::uint64_t most_memory = std::uint64_t{4} << 30;
 
 /// Opens standard input, output and error where they are closed, so that no other file gets their numbers. What
 /// is opened cannot be written, so that writing to it still fails.
@@ -64,8 +59,6 @@ int main(int argc, char** argv)
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     remove_pending_file_on_interrupt();
-    // This process reads whole files, whose sizes have no bound.
-    sandbox::limit_memory(RLIMIT_DATA, most_memory);
     try {
         return finish(run_command_line(argc, argv, subcommands));
     } catch (std::exception const& error) {

@@ -69,6 +69,8 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
     write_bytes(folder.path("bad.multimat"), "<multimat>\n</multimat>\n");
     write_bytes(folder.path("bad.ply"), "ply\nformat ascii 1.0\nend_header\n");
     write_bytes(folder.path("bad.tiff"), "II*");
+    Point const on_the_line[] = {{1, 1, 1}};
+    write_bytes(folder.path("line.stl"), stl_blades(on_the_line));
     Outcome const made =
         run_mrtool("thumb " + folder.path("") + " " + folder.path("gone") + " -o " + folder.path("out"));
     EXPECT_EQ(made.status, 1);
@@ -76,11 +78,12 @@ TEST(mrtool_thumb, names_what_fails_and_goes_on)
          {"bad.multimat: bad content: \"image_encapsulation_type\" is missing",
           "bad.ply: not a readable mesh: ", "bad.tiff: not a readable image: ",
           "gone: No such file or directory", "good.multimat: warning: facet 1: there is no image \"weave\"\n",
-          "empty.multimat: warning: there are no facets, so the picture is empty\n"})
+          "empty.multimat: warning: there are no facets, so the picture is empty\n",
+          "line.stl: warning: no triangle has an area, so the picture is empty\n"})
         EXPECT_THAT(made.errors, HasSubstr(said));
     // The library's own report of it is dropped.
-    EXPECT_EQ(std::count(made.errors.begin(), made.errors.end(), '\n'), 6) << made.errors;
-    EXPECT_EQ(files_in(folder.path("out")), 2);
+    EXPECT_EQ(std::count(made.errors.begin(), made.errors.end(), '\n'), 7) << made.errors;
+    EXPECT_EQ(files_in(folder.path("out")), 3);
 }
 
 TEST(mrtool_thumb, leaves_what_was_there_when_it_cannot_write)

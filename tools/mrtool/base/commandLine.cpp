@@ -1,5 +1,6 @@
 #include "commandLine.h"
 
+#include "childProcess.h"
 #include "printable.h"
 #include "scReader.h"
 #include "utConcat.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <sys/resource.h>
 #include <vector>
 
 namespace mrtool {
@@ -101,7 +103,10 @@ int run_command_line(int argc, char** argv, std::span<AddSubcommand* const> subc
     try {
         app.parse(mark_names(argc, argv));
         auto const named = [](Subcommand const& each) { return each.options->parsed(); };
-        return std::find_if(added.begin(), added.end(), named)->run();
+        Subcommand const& chosen = *std::find_if(added.begin(), added.end(), named);
+        // Some read whole files, whose sizes have no bound.
+        sandbox::limit_memory(RLIMIT_DATA, chosen.memory ? *chosen.memory : default_memory);
+        return chosen.run();
     } catch (CLI::Success const& asked) {
         return app.exit(asked);
     } catch (CLI::ParseError const& error) {

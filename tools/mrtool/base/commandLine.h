@@ -1,6 +1,7 @@
 // The command line: its subcommands with their options, and what is said when it is wrong.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <span>
 #include <string>
@@ -29,7 +30,11 @@ struct Subcommand
     /// @return the exit status
     /// @throws WrongUsage
     std::function<int()> run;
+    /// Bytes that the program, and each of its processes, may use; read after the options were parsed.
+    std::uint64_t const* memory = nullptr; ///< default_memory where null
 };
+
+inline constexpr std::uint64_t default_memory = std::uint64_t{4} << 30;
 
 /// Adds a subcommand and its options to the program's command line.
 using AddSubcommand = Subcommand(CLI::App& program);

@@ -37,7 +37,7 @@ KnownFile detect_kind(std::string const& path)
         return {FileKind::material};
     if (gxImageFileUtils::file_format_from_extension(utString(extension), format))
         return {FileKind::image, format};
-    if (scReader::knows_extension(extension))
+    if (scReader::knows_extension(extension) || scReader::knows_beginning(beginning))
         return {FileKind::mesh};
     return {};
 }

@@ -18,11 +18,36 @@ namespace mrtool {
 
 namespace {
 
+/// What one thumbnail may take.
+struct ThumbLimits
+{
+    static constexpr unsigned most_seconds = 86'400;
+    static constexpr unsigned most_gibibytes = 1024;
+
+    scReadOptions reading;
+    WorkerLimits drawing;
+
+    /// @param seconds  for reading; drawing what was read may take five times as long
+    void set_time(unsigned seconds)
+    {
+        reading.time = std::chrono::seconds(seconds);
+        drawing.job.time = 5 * reading.time;
+    }
+
+    /// @param gibibytes  for reading; drawing what was read may take twice as much
+    void set_memory(unsigned gibibytes)
+    {
+        reading.memory = std::uint64_t{gibibytes} << 30;
+        drawing.job.memory = 2 * reading.memory;
+    }
+};
+
 struct ThumbOptions
 {
     std::vector<std::string> inputs;
     std::optional<std::string> output;
     ThumbStyle style;
+    ThumbLimits limits;
 };
 
 // ---- The options
@@ -94,13 +119,30 @@ void add_style(CLI::App& thumb, ThumbStyle& style)
         ->type_name("COLOUR");
 }
 
+/// Adds the options that say what a thumbnail may take.
+void add_limits(CLI::App& thumb, ThumbLimits& limits)
+{
+    thumb
+        .add_option_function<unsigned>(
+            "--timeout", [&limits](unsigned seconds) { limits.set_time(seconds); },
+            "Seconds that reading a file may take, and drawing it five times as many; 60 when not given")
+        ->type_name("SECONDS")
+        ->check(CLI::Range(1U, ThumbLimits::most_seconds));
+    thumb
+        .add_option_function<unsigned>(
+            "--memory", [&limits](unsigned gibibytes) { limits.set_memory(gibibytes); },
+            "GiB of memory that reading a file may take, and drawing it twice as many; 2 when not given")
+        ->type_name("GIB")
+        ->check(CLI::Range(1U, ThumbLimits::most_gibibytes));
+}
+
 // ---- The work
 
 /// @return whether all thumbnails were made
-bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbStyle const& style)
+bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbOptions const& options)
 {
     // Each worker has its own copy, and makes its own renderer in it.
-    Thumbnailer thumbnailer(style);
+    Thumbnailer thumbnailer(options.style, options.limits.reading);
     Progress progress(planned.size());
     bool all_made = true;
     Jobs jobs;
@@ -117,7 +159,7 @@ bool make_thumbnails(std::vector<ThumbJob> const& planned, ThumbStyle const& sty
         say(planned[number].input, "drawing it " + fate);
         all_made = false;
     };
-    run_in_workers(jobs);
+    run_in_workers(jobs, options.limits.drawing);
     return all_made;
 }
 
@@ -131,7 +173,7 @@ int run_thumb(ThumbOptions& options)
         say(input.path, input.reason);
     if (plan.jobs.empty() && plan.rejected.empty())
         say("thumb", "no material, mesh or image file is there");
-    bool const all_made = make_thumbnails(plan.jobs, options.style);
+    bool const all_made = make_thumbnails(plan.jobs, options);
     return all_made && plan.rejected.empty() ? all_well : something_failed;
 }
 
@@ -152,8 +194,9 @@ Subcommand add_thumb(CLI::App& program)
         ->type_name("OUT")
         ->check(check_not_empty, "");
     add_style(*thumb, options->style);
+    add_limits(*thumb, options->limits);
     thumb->footer("Example: mrtool thumb kitchen.obj materials -o pictures --size 512");
-    return {thumb, [options] { return run_thumb(*options); }};
+    return {thumb, [options] { return run_thumb(*options); }, &options->limits.drawing.job.memory};
 }
 
 } // namespace mrtool

@@ -15,7 +15,9 @@
 #include "gsTriUtils.h"
 #include "gxFileHints.h"
 
+#include <algorithm>
 #include <cmath>
+#include <future>
 #include <numbers>
 
 namespace mrtool {
@@ -68,9 +70,24 @@ std::vector<std::string> find_missing_images(mrFileMat const& material)
     return missing;
 }
 
+bool has_area(giTriBlock const& block)
+{
+    giBoxArrPoint3 const& nodes = block.nodes();
+    auto const node = [&nodes](int index) {
+        // Nobody checked that there is such a node.
+        auto const at = static_cast<std::size_t>(index);
+        giPoint3 const point = at < nodes.size() ? nodes[at] : giPoint3();
+        return giVector3(point.x, point.y, point.z);
+    };
+    return std::any_of(block.triangles().begin(), block.triangles().end(), [&](giTri const& tri) {
+        return (node(tri.b) - node(tri.a)).cross(node(tri.c) - node(tri.a)).length() > 0.0;
+    });
+}
+
 } // namespace
 
-Thumbnailer::Thumbnailer(ThumbStyle const& style) : m_style(style)
+Thumbnailer::Thumbnailer(ThumbStyle const& style, scReadOptions const& reading)
+    : m_style(style), m_reader(reading)
 {
     fill_sphere(m_sphere);
     auto textured = std::make_unique<giTriBlockcoDListPtrcoPtrcoDList>();
@@ -133,15 +150,25 @@ Result<Thumbnailer::Picture> Thumbnailer::draw_meshes(ThumbJob const& job)
 {
     scScene scene;
     std::string reason;
-    if (!m_reader.read_surfaces(job.path, scene, reason))
+    // The child that reads and this process, which makes the renderer meanwhile, have a processor each.
+    std::future<bool> reading =
+        std::async(std::launch::async, [&] { return m_reader.read_surfaces(job.path, scene, reason); });
+    bool const is_new = !m_renderer;
+    Result<> const started = start_renderer();
+    if (started && is_new)
+        warm_up(job.path);
+    if (!reading.get())
         return fail(reason);
-    if (Result<> const started = start_renderer(); !started)
+    if (!started)
         return tl::unexpected(started.error());
     giTriBlockcoDListPtrcoPtrcoDList blocks;
     for (scSurface const& surface : scene.surfaces)
         blocks.append(surface.block.get());
     mrThumbnails thumbnails(m_renderer.get(), make_atts(job.path));
-    return check_drawn(thumbnails.from_meshes(blocks));
+    Result<Picture> picture = check_drawn(thumbnails.from_meshes(blocks));
+    if (picture)
+        warn_if_empty(**picture, blocks);
+    return picture;
 }
 
 Result<Thumbnailer::Picture> Thumbnailer::draw_image(ThumbJob const& job)
@@ -168,6 +195,18 @@ Result<> Thumbnailer::start_renderer()
     return {};
 }
 
+/// Draws a triangle for nobody: the driver compiles at its first drawing, which takes as long as all else.
+void Thumbnailer::warm_up(std::string const& path)
+{
+    giTriBlock block;
+    giBoxArrPoint3& nodes = gsTriUtils::check_out_nodes(block);
+    for (giPoint3 const& node : {giPoint3{0, 0, 0}, giPoint3{1, 0, 0}, giPoint3{0, 1, 0}})
+        nodes.append(node);
+    gsTriUtils::check_out_normals(block).assign(3, giVector3(0, 0, 1));
+    gsTriUtils::check_out_triangles(block).push_back({0, 1, 2});
+    dg_hold(mrThumbnails(m_renderer.get(), make_atts(path)).from_mesh(block));
+}
+
 mrThumbAtts Thumbnailer::make_atts(std::string const& path)
 {
     Axes const axes = axes_of(path);
@@ -184,6 +223,17 @@ Result<Thumbnailer::Picture> Thumbnailer::check_drawn(dgDuctImage* image) const
     if (!image)
         return fail(ut_concat("the renderer draws no picture of ", m_style.width, "x", m_style.height));
     return dg_hold(image);
+}
+
+void Thumbnailer::warn_if_empty(dgDuctImage const& picture, giTriBlockcoDListPtrcoPtrcoDList const& blocks)
+{
+    dgCounted<dgDuctImage> const empty =
+        dg_hold(mrThumbnails(m_renderer.get(), make_atts("")).from_colour(m_style.background));
+    if (!picture.equal(empty.get()))
+        return;
+    bool const area = std::any_of(blocks.begin(), blocks.end(), [](auto* block) { return has_area(*block); });
+    warn({area ? "no triangle is large enough to be seen, so the picture is empty"
+               : "no triangle has an area, so the picture is empty"});
 }
 
 void Thumbnailer::warn(std::vector<std::string> const& warnings)

@@ -32,7 +32,8 @@ struct ThumbStyle
 class Thumbnailer
 {
 public:
-    explicit Thumbnailer(ThumbStyle const& style);
+    /// @param reading  how files from strangers are read
+    explicit Thumbnailer(ThumbStyle const& style, scReadOptions const& reading = {});
 
     /// Makes and writes a thumbnail. The messages are warnings, and the failure if there is no thumbnail.
     JobResult make(ThumbJob const& job);
@@ -46,8 +47,10 @@ private:
     Result<Picture> draw_image(ThumbJob const& job);
 
     Result<> start_renderer();
+    void warm_up(std::string const& path);
     mrThumbAtts make_atts(std::string const& path);
     Result<Picture> check_drawn(dgDuctImage* image) const;
+    void warn_if_empty(dgDuctImage const& picture, giTriBlockcoDListPtrcoPtrcoDList const& blocks);
     void warn(std::vector<std::string> const& warnings);
 
     ThumbStyle const m_style;
