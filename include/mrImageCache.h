@@ -86,8 +86,9 @@ public:
     /// they are.
     /// @return 1, or 0 when the file cannot be opened for writing, the limits and entries cannot be written, or the
     ///         file cannot be completed; an older file stays as it was then. An image that is null, empty or no PNG can
-    ///         hold ends the images, and the file has those before it. An older file stays as it was also when the
-    ///         disk or the memory has no room for the images. The result is 1 in both cases
+    ///         hold ends the images, and the file has those before it; the result is 1. When the disk or the
+    ///         memory has no room for the images, an older file stays as it was and the result is 0; where there was
+    ///         none, the file has those before it and the result is 1
     /// @report "argument out of range | Args" when invalid; both limits are written all the same
     /// @report "argument out of range | Args" when @p path is empty
     /// @report "Invalid image!" from mrImageCacheItem for each entry without an image
@@ -121,8 +122,8 @@ public:
 
     // The same for any target or source, with the reason for a failure.
 
-    /// @param fault  receives the reason for a result of 0; with a result of 1, the first image that could not be
-    ///               written, if any, and the reason
+    /// @param fault  receives the reason for a result of 0; with a result of 1, why images are missing, if any are, and
+    ///               the first of them unless memory ran out
     /// @report as above, except for the path
     int write(mrTarget const& target, mrFault& fault) const;
 

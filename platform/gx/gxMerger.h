@@ -1,6 +1,8 @@
 // Numbers the different ones among many points. Used inside the project; not installed.
 #pragma once
 
+#include "coHash.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -85,10 +87,10 @@ private:
         return key;
     }
 
-    static std::size_t hash(Key const& key)
+    std::size_t hash(Key const& key) const
     {
         using Bits = std::conditional_t<sizeof(Number) == 8, std::uint64_t, std::uint32_t>;
-        std::uint64_t mixed = 0;
+        std::uint64_t mixed = m_seed;
         for (Number const number : key) {
             mixed = (mixed ^ std::bit_cast<Bits>(number)) * 0x9E3779B97F4A7C15U;
             mixed ^= mixed >> 32;
@@ -103,6 +105,8 @@ private:
             slot_of(m_keys[number], hash(m_keys[number])) = static_cast<int>(number);
     }
 
+    /// Drawn by the process: files come from strangers, who would else know which keys meet in one slot.
+    std::uint64_t m_seed = std::uint64_t{co_bucket_of_number(0)} << 32 | co_bucket_of_number(1);
     std::vector<int> m_slots; // a power of two of them
     std::vector<Key> m_keys;
 };

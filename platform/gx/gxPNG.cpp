@@ -210,11 +210,13 @@ void Decoder::collect_texts(utStringutStringcoTable& texts) const
     png_textp entries = nullptr;
     int count = 0;
     png_get_text(m_png, m_info, &entries, &count);
+    utStringutStringcoTable all = texts; // which stays as it is when memory runs out
     for (int i = 0; i < count; ++i) {
         std::string_view const text = entries[i].text;
         if (text.size() <= gxPNGReaderDuctImage::max_text_bytes)
-            texts[entries[i].key] = utString(text);
+            all[entries[i].key] = utString(text);
     }
+    texts = std::move(all);
 }
 
 /// Bytes from the file's position to its end; negative where the file cannot tell.

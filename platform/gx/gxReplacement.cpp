@@ -20,8 +20,10 @@ constexpr std::string_view prefix = ".mr-";
 constexpr std::string_view suffix = ".tmp";
 constexpr std::size_t hash_digits = 8;
 constexpr std::size_t fewest_characters = prefix.size() + hash_digits + 2 + suffix.size();
-/// As many processes may write one file at a time.
+/// Left-overs with numbers below this are looked for. More than so many processes seldom write one file at a time.
 constexpr int most_numbers = 20;
+/// Numbers that are tried. Left-overs that cannot be removed keep theirs, such as those of another user.
+constexpr int most_tries = 10'000;
 
 constexpr int most_links = 40; // as many as the system follows
 
@@ -135,15 +137,15 @@ int gxReplacement::open(char const* path, NewFile new_file)
 int gxReplacement::open_beside(struct stat const* older)
 {
     m_replaces = older != nullptr;
+    remove_left_overs_of(m_path);
     int error = EEXIST;
-    for (int number = 0; error == EEXIST && number < most_numbers; ++number)
+    for (int number = 0; error == EEXIST && number < most_tries; ++number)
         error = create_temporary(make_temporary_path(m_path, number), older);
     return error;
 }
 
 int gxReplacement::create_temporary(std::string path, struct stat const* older)
 {
-    remove_left_over(path.c_str());
     int const flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     gxDescriptor file(::open(path.c_str(), flags, older ? 0600 : 0666));
     if (!file)

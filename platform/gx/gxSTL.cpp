@@ -158,7 +158,9 @@ public:
             auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
             if (error == std::errc::invalid_argument || end != text.data() + text.size())
                 return false;
-            number = error == std::errc() ? static_cast<float>(value) : INFINITY;
+            // One too small is 0.
+            bool const too_large = error != std::errc() && !utString(text).parse(value);
+            number = too_large ? INFINITY : static_cast<float>(value);
         }
         return true;
     }

@@ -12,7 +12,8 @@
 /// between them.
 constexpr double gx_stl_agreement_angle = 10.0;
 
-/// Reads an STL file, binary or text. Safe for untrusted input; takes about 300 bytes for each triangle.
+/// Reads an STL file, binary or text. Safe for untrusted input; takes some 300 bytes for each triangle, 500 and the text
+/// itself where it is text.
 ///
 /// The normals that a solid states are believed when all are directions and those of more than half of its triangles
 /// agree with the winding; its triangles are then flat, and one whose own does not agree stands upright on the

@@ -23,11 +23,11 @@ constexpr double gx_dmt_crease_angle = 50.0;
 /// Polygons become triangles; lines and points are left out, and counted in the reason where there is nothing else:
 /// "the file holds no triangles, only 3 points and 1 line". Points that are no finite number, and triangles
 /// that use them or an index out of range, are left out. Normals have length 1 and are made where a mesh has
-/// none, or one that is no direction, and for an STL file whose normals do not agree with its triangles. A block has texture coordinates when its mesh has. A mirrored mesh
-/// keeps the fronts of its triangles outside.
+/// none, or one that is no direction, and for an STL file whose normals do not agree with its triangles. A block has
+/// texture coordinates when its mesh has. A mirrored mesh keeps the fronts of its triangles outside.
 ///
-/// For formats other than STL it is only as safe as Assimp is, which damaged files can crash, keep busy for hours, or have take or leak
-/// all memory: read files from strangers in a process of their own. What is no regular file is refused
+/// For formats other than STL it is only as safe as Assimp is, which damaged files can crash, keep busy for hours, or
+/// have take or leak all memory: read files from strangers in a process of their own. What is no regular file is refused
 /// without being read.
 ///
 /// @param path       path of the file

@@ -130,10 +130,12 @@ int mrImageCache::write_parts(mrTarget const& target, mrFault& fault) const
         out.explain(fault);
         return 0;
     }
+    bool const in_place = out.in_place();
     auto const images_written = mrImageBlock::write(images, out.file(), fault);
+    // An older file is worth more than one without images: what stands beside it is dropped, and its text with it.
     if (images_written == mrImageBlock::Written::out_of_memory)
-        return 1; // An older file is worth more than one without images.
-    return out.close(fault) || images_written != mrImageBlock::Written::all;
+        return in_place;
+    return out.close(fault) || (in_place && !images.empty());
 }
 
 mrFileMatReadStatus mrImageCache::read(utString const& path)

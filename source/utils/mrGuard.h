@@ -3,22 +3,24 @@
 
 #include "mrFault.h"
 
-#include <exception>
 #include <new>
 #include <ostream>
+#include <stdexcept>
 
-/// Does the work and returns its result. Without enough memory it returns @p failure, and the fault says so.
+/// Does the work and returns its result. Without enough memory, or room in a container, it returns @p failure, and the
+/// fault says so. What a handler of reports throws passes through.
 /// @param fault  may be null
 template <class Result, class Work>
 Result mr_guard(mrFault* fault, Result failure, Work const& work)
 {
     try {
         return work();
-    } catch (std::exception const&) { // a container may throw std::length_error
-        if (fault)
-            fault->set_out_of_memory();
-        return failure;
+    } catch (std::bad_alloc const&) {
+    } catch (std::length_error const&) {
     }
+    if (fault)
+        fault->set_out_of_memory();
+    return failure;
 }
 
 template <class Result, class Work>

@@ -32,6 +32,9 @@ public:
     /// Null when the target could not be opened.
     std::FILE* file() const { return m_replacement ? m_replacement->file() : m_file.get(); }
 
+    /// Whether what was written before a failure stays.
+    bool in_place() const { return m_replacement && m_replacement->temporary().empty(); }
+
     /// Ends the writing; some failures show only now.
     /// @param fault  receives the reason for a failure
     /// @return whether the target took all that was written
