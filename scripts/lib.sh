@@ -62,3 +62,9 @@ build() {
 run_tests() {
   ctest --test-dir "build/$1" --output-on-failure --no-tests=error -j "$(nproc)"
 }
+
+# in_session ID: the numbers of the processes of a session that have not ended.
+in_session() {
+  # Processes may end meanwhile.
+  { cat /proc/[0-9]*/stat 2>/dev/null || true; } | sed 's/(.*)/-/' | awk -v id="$1" '$6 == id && $3 != "Z" { print $1 }'
+}

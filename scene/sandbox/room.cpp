@@ -1,16 +1,32 @@
 #include "room.h"
 
+#include <algorithm>
 #include <fcntl.h>
+#include <limits>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace sandbox {
 
-Room::Room(std::uint64_t size) : m_size(size), m_file(memfd_create("room", MFD_CLOEXEC | MFD_ALLOW_SEALING))
+namespace {
+
+/// The limit on the size of files, which holds for this one too.
+std::uint64_t largest_file()
+{
+    constexpr std::uint64_t most = std::numeric_limits<off_t>::max();
+    rlimit now{};
+    return getrlimit(RLIMIT_FSIZE, &now) == 0 ? std::min<std::uint64_t>(now.rlim_cur, most) : most;
+}
+
+} // namespace
+
+Room::Room(std::uint64_t size)
+    : m_size(std::min(size, largest_file())), m_file(memfd_create("room", MFD_CLOEXEC | MFD_ALLOW_SEALING))
 {
     // A file that is shortened while it is mapped would end whoever reads it.
-    if (m_file < 0 || (ftruncate(m_file, static_cast<off_t>(size)) == 0 &&
+    if (m_file < 0 || (ftruncate(m_file, static_cast<off_t>(m_size)) == 0 &&
                        fcntl(m_file, F_ADD_SEALS, F_SEAL_SHRINK | F_SEAL_GROW) == 0))
         return;
     ::close(m_file);

@@ -12,6 +12,7 @@ namespace sandbox {
 class Room
 {
 public:
+    /// @param size  bytes; less where the system limits the size of files
     explicit Room(std::uint64_t size);
     ~Room();
     Room(Room const&) = delete;

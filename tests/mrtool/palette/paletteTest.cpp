@@ -123,6 +123,7 @@ TEST(mrtool_palette, refuses_wrong_usage_before_it_writes)
         {"--from a.gpl a.pcp -o b.pcp", "--from takes one file, and a.pcp is a second"},
         {"--from a.gpl -o a.png", "a.png is a picture by its name"},
         {"--from a.gpl -o a.gpl --force", "a.gpl would replace the input a.gpl"},
+        {"--from - -o a.gpl --force <a.gpl", "a.gpl would replace the input -"},
     };
     for (auto const& each : cases) {
         Outcome const refused = run_mrtool(std::string("palette ") + each.arguments, there);

@@ -87,6 +87,7 @@ TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
     fs::create_directory(path("links"));
     fs::create_symlink("really.png", path("links/plain.png"));
     fs::create_symlink(image, path("links/image"));
+    fs::create_symlink("loop", path("links/loop"));
     make("tree/plain.png/photo.jpg");
     struct
     {
@@ -109,6 +110,8 @@ TEST_F(thumbPlan, refuses_outputs_that_do_harm_or_have_no_place)
          "the thumbnail of " + link + " would replace " + other + ", to which the input " + link + " leads"},
         {{plain}, notes, "the thumbnail of " + plain + " would replace " + notes + ", which is no picture"},
         {{plain}, "/dev/null", "would replace /dev/null, which is no file"},
+        {{plain}, "/dev/stdout", "would replace /dev/stdout, which is an open file"},
+        {{plain}, path("links/loop"), "which leads nowhere: "},
         {{path("all")}, notes, "the thumbnails need a folder, and " + notes + " is none"},
         {{path("tree")},
          path("out"),

@@ -81,6 +81,12 @@ std::optional<int> named_descriptor(std::string const& argument)
     return std::nullopt;
 }
 
+std::string find_opened_path(std::string const& argument)
+{
+    std::optional<int> const descriptor = named_descriptor(argument);
+    return descriptor ? descriptor_path(*descriptor) : argument;
+}
+
 Result<InputFile> find_input(std::string const& argument)
 {
     std::optional<int> const descriptor = named_descriptor(argument);

@@ -18,6 +18,9 @@ inline constexpr std::size_t max_piped_bytes = std::size_t{256} << 20;
 /// shell makes of "<(...)", or "/proc/self/fd/N". Any other path names none, whatever lies there.
 std::optional<int> named_descriptor(std::string const& argument);
 
+/// The path by which the bytes of an argument are opened, if it is no pipe.
+std::string find_opened_path(std::string const& argument);
+
 struct InputFile
 {
     std::string path;   ///< by which it is opened

@@ -1,6 +1,7 @@
 #include "outputFile.h"
 
 #include "fileKind.h"
+#include "inputFile.h"
 
 #include "gxPNG.h"
 #include "gxReplacement.h"
@@ -141,7 +142,7 @@ Result<> write_file(std::string const& path, std::function<bool(std::FILE*)> con
     if (path == standard_output)
         return write_to_standard_output(write);
     if (!check_output_path(path))
-        return cannot_be_written(path, "it is no file");
+        return cannot_be_written(path, "it is no file"); // its own words are for a sentence about wrong usage
     if (is_read_only(path))
         return cannot_be_written(path, "it is read-only");
     if (std::string const reason = prepare_folder(path); !reason.empty())
@@ -166,9 +167,16 @@ Result<> write_png(dgDuctImage const& image, std::string const& path)
 
 Result<> check_output_path(std::string const& path)
 {
-    std::error_code ignored;
-    fs::file_status const status = fs::status(path, ignored);
-    if (path != standard_output && fs::exists(status) && !fs::is_regular_file(status))
+    if (path == standard_output)
+        return {};
+    // It would be replaced, and what its owner writes to it afterwards lost.
+    if (named_descriptor(path) || path == "/dev/stdout" || path == "/dev/stderr")
+        return fail("which is an open file; - is standard output");
+    std::error_code failed;
+    fs::file_status const status = fs::status(path, failed);
+    if (status.type() == fs::file_type::none)
+        return fail(ut_concat("which leads nowhere: ", failed.message()));
+    if (fs::exists(status) && !fs::is_regular_file(status))
         return fail("which is no file");
     return {};
 }

@@ -45,7 +45,7 @@ void check_output(PaletteOptions const& options, std::vector<std::string> const&
     if (name.empty() || name == "." || name == ".." || fs::is_directory(output, ignored))
         throw WrongUsage{ut_concat(output, " is a folder, not the name of a file")};
     for (std::string const& input : inputs)
-        if (fs::equivalent(input, output, ignored))
+        if (fs::equivalent(find_opened_path(input), output, ignored))
             throw WrongUsage{ut_concat(output, " would replace the input ", input)};
 }
 

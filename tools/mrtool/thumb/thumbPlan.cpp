@@ -96,8 +96,11 @@ private:
         if (!file)
             return reject(input, file.error().words);
         m_plan.piped = std::move(file->piped);
-        if (!add_file(file->path, {}, input))
-            reject(input, not_known);
+        bool const known = add_file(file->path, {}, input);
+        if (known && (m_plan.jobs.empty() || m_plan.jobs.back().file.kind != FileKind::mesh))
+            return;
+        m_plan.jobs.clear();
+        reject(input, known ? "a mesh, whose format only a name can tell" : not_known);
     }
 
     void add_path(fs::path const& input)
