@@ -18,21 +18,6 @@
 #include <unistd.h>
 #include <utility>
 
-namespace {
-
-/// A list that owns its blocks.
-struct OwnBlocks
-{
-    OwnBlocks() = default;
-    OwnBlocks(OwnBlocks const&) = delete;
-    OwnBlocks& operator=(OwnBlocks const&) = delete;
-    ~OwnBlocks() { gsTriUtils::delete_and_clear(blocks); }
-
-    giTriBlockcoDListPtrcoPtrcoDList blocks;
-};
-
-} // namespace
-
 namespace sc {
 
 namespace {
@@ -72,16 +57,16 @@ Expected<scScene> read_materials_here(std::string const& path)
 
 Expected<std::vector<scSurface>> read_surfaces_here(std::string const& path)
 {
-    OwnBlocks meshes;
+    gsOwnBlocks meshes;
     std::vector<utString> materials;
     utString reason;
     constexpr char subject[] = "not a readable mesh: ";
     if (Expected<void> const known = check_format(path); !known)
         return because(subject + known.error());
-    if (!gx_read_dmt_file(utString(path), meshes.blocks, &reason, &materials))
+    if (!gx_read_dmt_file(utString(path), meshes.list, &reason, &materials))
         return because(subject + name_version(path, reason.c_str()));
     std::vector<scSurface> surfaces;
-    for (giTriBlock*& block : meshes.blocks)
+    for (giTriBlock*& block : meshes.list)
         surfaces.push_back({std::unique_ptr<giTriBlock>(std::exchange(block, nullptr)),
                             std::string(materials[surfaces.size()].view()),
                             {}});

@@ -31,3 +31,14 @@ public:
     /// 1 when low <= value <= high.
     static int in_range_inclusive(int value, int low, int high);
 };
+
+/// A list that owns its blocks.
+struct gsOwnBlocks
+{
+    gsOwnBlocks() = default;
+    gsOwnBlocks(gsOwnBlocks const&) = delete;
+    gsOwnBlocks& operator=(gsOwnBlocks const&) = delete;
+    ~gsOwnBlocks() { gsTriUtils::delete_and_clear(list); }
+
+    giTriBlockcoDListPtrcoPtrcoDList list;
+};

@@ -170,17 +170,6 @@ dgDuctImage* draw(dgRenderer* renderer, mrThumbAtts const& atts, dgStructure& st
     return renderer ? draw_and_read(*renderer, *view, atts, settings.restore_read_buffer) : nullptr;
 }
 
-/// The meshes read from a file, with the list that owns them.
-struct ReadMeshes
-{
-    ReadMeshes() = default;
-    ReadMeshes(ReadMeshes const&) = delete;
-    ReadMeshes& operator=(ReadMeshes const&) = delete;
-    ~ReadMeshes() { gsTriUtils::delete_and_clear(list); }
-
-    BlockList list;
-};
-
 } // namespace
 
 mrThumbnails::mrThumbnails(dgRenderer* renderer, mrThumbAtts const& atts)
@@ -272,7 +261,7 @@ dgDuctImage* mrThumbnails::from_dmt_file(utString const& path)
 {
     UT_CHECK_VALID(m_check);
     return guard_image([&] {
-        ReadMeshes meshes;
+        gsOwnBlocks meshes;
         return gx_read_dmt_file(path, meshes.list) ? from_meshes(meshes.list) : nullptr;
     });
 }
